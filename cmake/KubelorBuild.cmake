@@ -1,0 +1,42 @@
+# Language, warnings, sanitizers and the packages that the whole tree uses.
+
+option(KUBELOR_QML_CACHE "Compile all QML ahead of time" ON)
+option(KUBELOR_BENCH "Build the benchmarks" ON)
+set(KUBELOR_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+
+find_program(KUBELOR_CCACHE ccache)
+if(KUBELOR_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${KUBELOR_CCACHE}")
+endif()
+
+# Another Python first on PATH must not decide what is embedded.
+set(Python_ROOT_DIR /usr)
+set(Python_EXECUTABLE /usr/bin/python3)
+set(Python_FIND_STRATEGY LOCATION)
+set(PYBIND11_FINDPYTHON ON)
+
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Qml Quick QuickControls2 Network Charts Test QuickTest)
+find_package(Python 3.11 REQUIRED COMPONENTS Interpreter Development)
+find_package(pybind11 2.10 REQUIRED CONFIG)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(Gpiodcxx REQUIRED IMPORTED_TARGET libgpiodcxx>=1.6 libgpiodcxx<2)
+
+set(KUBELOR_QML_DIR "${PROJECT_BINARY_DIR}/qml")
+
+add_library(kubelor_options INTERFACE)
+target_compile_definitions(kubelor_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII
+                                                     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_compile_options(kubelor_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+                                                 -Woverloaded-virtual -Werror)
+if(KUBELOR_SANITIZE)
+  add_compile_options(-fsanitize=${KUBELOR_SANITIZE} -fno-omit-frame-pointer -g1)
+  add_link_options(-fsanitize=${KUBELOR_SANITIZE})
+endif()

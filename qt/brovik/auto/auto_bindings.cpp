@@ -1,0 +1,24 @@
+#include "auto_bindings.h"
+
+#include "auto.h"
+#include "python_property.h"
+
+namespace py = pybind11;
+
+void bindAuto(py::module_ &module)
+{
+    py::enum_<Auto::AutoEnum>(module, "AutoEnum", "The operator's commands.")
+        .value("Toggle", Auto::ToggleAuto)
+        .value("ToggleLwTestSaure", Auto::ToggleLwTestSaure)
+        .value("ToggleLwTestLauge", Auto::ToggleLwTestLauge);
+    py::enum_<Auto::ProgressColor>(module, "ProgressColor", "Colour of the progress text.")
+        .value("Normal", Auto::ProgressNormal)
+        .value("Success", Auto::ProgressSuccess)
+        .value("Warning", Auto::ProgressWarning)
+        .value("Error", Auto::ProgressError);
+
+    using Self = Auto;
+    auto cls = sharedClass<Self>(module, "AutoClass", "State of the automatic run and of the bath tests.");
+    AUTO_PROPERTIES(BIND_PROPERTY)
+    publishSingleton<Self>(module, "Auto");
+}

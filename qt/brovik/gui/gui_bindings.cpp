@@ -1,0 +1,96 @@
+#include "gui_bindings.h"
+
+#include "gui.h"
+#include "python_property.h"
+
+namespace py = pybind11;
+
+namespace {
+
+void bindEnums(py::module_ &module)
+{
+    py::enum_<Gui::PageEnum>(module, "PageEnum", "The pages of the program.")
+        .value("Auto", Gui::PageAuto)
+        .value("SettingsAuto", Gui::PageSettingsAuto)
+        .value("SettingsElectrolyte", Gui::PageSettingsElectrolyte)
+        .value("SettingsMisc", Gui::PageSettingsMisc)
+        .value("SettingsNetwork", Gui::PageSettingsNetwork)
+        .value("SettingsAppearance", Gui::PageSettingsAppearance)
+        .value("WifiLogin", Gui::PageWifiLogin)
+        .value("HandOp", Gui::PageHandOp)
+        .value("Chart", Gui::PageChart)
+        .value("ChartsList", Gui::PageChartsList)
+        .value("UpdatesOverview", Gui::PageUpdatesOverview)
+        .value("UpdatesAvailable", Gui::PageUpdatesAvailable)
+        .value("UpdatesInstalled", Gui::PageUpdatesInstalled)
+        .value("UpdatesConsole", Gui::PageUpdatesConsole)
+        .value("UpdatesShell", Gui::PageUpdatesShell);
+    py::enum_<Gui::IconEnum>(module, "IconEnum", "Icons of a toast.")
+        .value("Saved", Gui::IconSaved)
+        .value("Smiley", Gui::IconSmiley)
+        .value("Info", Gui::IconInfo);
+    py::enum_<Gui::ColorEnum>(module, "ColorEnum", "Backgrounds of a toast.")
+        .value("Transparent", Gui::ColorTransparent)
+        .value("Green", Gui::ColorGreen);
+    py::enum_<Gui::GuiValueEnum>(module, "GuiEnum", "What the screens report.")
+        .value("Ready", Gui::Ready)
+        .value("DeleteWarnings", Gui::DeleteWarnings)
+        .value("FlashPico", Gui::FlashPico)
+        .value("PopupOpened", Gui::PopupOpened)
+        .value("DialogData", Gui::DialogData);
+    py::enum_<Gui::PopupEnum>(module, "PopupEnum", "Popups that the backend may request.")
+        .value("Fullen", Gui::PopupFullen)
+        .value("Recovery", Gui::PopupRecovery);
+}
+
+template <typename Class>
+void bindProperties(Class &cls)
+{
+    using Self = Gui;
+    bindProperty(cls, "page", &Self::page, &Self::changePage, "The current page.");
+    GUI_STATE(BIND_PROPERTY)
+    GUI_STATUS(BIND_PROPERTY)
+    GUI_SIZES(BIND_PROPERTY)
+}
+
+template <typename Class>
+void bindFunctions(Class &cls)
+{
+    using namespace py::literals;
+    cls.def("close_dialog", &Gui::closeDialog, "id_"_a, pythonArgument<bool>("accept") = false,
+            "Closes the open dialog of this id.");
+    cls.def("close_current_dialog", &Gui::closeCurrentDialog, pythonArgument<bool>("accept"),
+            "Closes the top dialog.");
+    cls.def("toast_notify", &Gui::showToast, "text"_a, "icon_enum"_a, "color_enum"_a = Gui::ColorTransparent,
+            "duration"_a = 1000, "Shows a short note with an icon, for `duration` milliseconds.");
+    cls.def("toast_warn", &Gui::toastWarn, "text"_a, "duration"_a = 1000,
+            "Shows a short warning, for `duration` milliseconds.");
+    cls.def("set_warnings_dialog_data", &Gui::setWarningsDialogData, "count"_a, "title"_a, "text"_a, "yes_txt"_a);
+    cls.def("set_pico_stdout", &Gui::setPicoStdout);
+    cls.def("set_pico_stderr", &Gui::setPicoStderr);
+    cls.def("set_pico_return_value", &Gui::setPicoReturnValue);
+    cls.def("show_poweroff_dialog", &Gui::showPoweroffDialog, "Opens the power popup.");
+    cls.def("request_popup", &Gui::requestPopup, "which"_a, "id_"_a);
+    cls.def("message", &Gui::showMessage, "title"_a, "text"_a, "category"_a,
+            "Opens a message; categories: info, warning, error, success.");
+    cls.def(
+        "question",
+        [](Gui &gui, const QString &title, const QString &text, const QVariantMap &options) {
+            Q_EMIT gui.question(title, text, options);
+        },
+        "title"_a, "text"_a, "options"_a, "Opens a question; see the guide for its options.");
+    cls.def("apply_items_scale", &Gui::applyItemsScale, "factor"_a, "Multiplies the present sizes.");
+    cls.def("apply_items_scale_to_default", &Gui::applyItemsScaleToDefault, "factor"_a,
+            "Sets all sizes to their defaults times the factor.");
+}
+
+} // namespace
+
+void bindGui(py::module_ &module)
+{
+    bindEnums(module);
+    auto cls = sharedClass<Gui>(module, "GuiClass", "Speaks to the operator.");
+    bindProperties(cls);
+    bindFunctions(cls);
+    publishSingleton<Gui>(module, "Gui");
+}

@@ -1,0 +1,3 @@
+#include "screen_engine.h"
+
+std::unique_ptr<QQmlApplicationEngine> screenEngine;

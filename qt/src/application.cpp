@@ -1,0 +1,219 @@
+#include "application.h"
+
+#include "instance_guard.h"
+#include "interpr_worker.h"
+#include "log.h"
+#include "message_handler.h"
+#include "screen_engine.h"
+
+#include "config.h"
+#include "gpio.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFile>
+#include <QFileInfo>
+#include <QQuickStyle>
+#include <QSettings>
+#include <QTextStream>
+
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+constexpr const char *applicationVersion = "2505211";
+constexpr int exitAlreadyRunning = 100;
+constexpr int exitNoMainScreen = -1;
+
+QString programTitle()
+{
+    return QStringLiteral("Brovik Kubelor");
+}
+
+void createSingletons()
+{
+    Actuator::instance();
+    Auto::instance();
+    Chart::instance();
+    Config::instance();
+    GPIO::instance();
+    Gui::instance();
+    Sensor::instance();
+    Settings::instance();
+    Shell::instance();
+    Simulator::instance();
+    Wifi::instance();
+}
+
+void setIdentity(const PlatformPaths &paths)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("BrovikGmbH"));
+    QCoreApplication::setOrganizationDomain(QStringLiteral("brovik.example"));
+    QCoreApplication::setApplicationName(QStringLiteral("Kubelor"));
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    if (!paths.settingsRoot.isEmpty()) {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, paths.settingsRoot);
+    }
+    QCoreApplication::setApplicationVersion(QLatin1String(applicationVersion));
+}
+
+void readSettings()
+{
+    const QSettings settings;
+    qputenv("BROVIK_CONFIG_DIR", QFileInfo(settings.fileName()).path().toLocal8Bit());
+    Gui::instance().setDarkThemeEnabled(settings.value(QStringLiteral("window/dark"), true).toBool());
+}
+
+/// The options of the program.
+class CommandLine
+{
+public:
+    CommandLine()
+    {
+        m_parser.setApplicationDescription(programTitle());
+        m_help = std::make_unique<QCommandLineOption>(m_parser.addHelpOption());
+        m_version = std::make_unique<QCommandLineOption>(m_parser.addVersionOption());
+        m_parser.addOptions({m_fullscreen, m_pointingHandCursor, m_makeStubs});
+    }
+
+    void parse(const QStringList &arguments) { m_valid = m_parser.parse(arguments); }
+
+    /// Ends the process if help or version is asked for.
+    void answerQuestions()
+    {
+        if (m_parser.isSet(*m_help)) {
+            m_parser.showHelp(0);
+        }
+        if (m_parser.isSet(*m_version)) {
+            m_parser.showVersion();
+        }
+    }
+
+    bool isValid() const { return m_valid; }
+    bool fullscreen() const { return m_parser.isSet(m_fullscreen); }
+    bool makeStubs() const { return m_parser.isSet(m_makeStubs); }
+    QString errorText() const { return m_parser.errorText(); }
+
+private:
+    QCommandLineParser m_parser;
+    std::unique_ptr<QCommandLineOption> m_help;
+    std::unique_ptr<QCommandLineOption> m_version;
+    const QCommandLineOption m_fullscreen{QStringLiteral("f"),
+                                          QStringLiteral("Startet die Anwendung im Fullscreen-Modus")};
+    const QCommandLineOption m_pointingHandCursor{
+        QStringLiteral("pointing-hand-cursor"),
+        QStringLiteral("Verwende den PointingHandCursor als Standard-Cursor (experimentell - Cursor kann von der "
+                       "Anwendung nicht mehr geändert werden)")};
+    const QCommandLineOption m_makeStubs{QStringLiteral("make-stubs"),
+                                         QStringLiteral("Erstelle die Python Stub-Files (*.pyi)")};
+    bool m_valid = false;
+};
+
+void reportInvalidParameters(const QString &errorText)
+{
+    const QString text =
+        QStringLiteral("Beim Programmstart wurden ungültige Parameter übergeben:<br>%1<br><br><b>Falls dieser "
+                       "Fehler im Produktivbetrieb auftritt, bitte der Firma Brovik Bescheid geben.</b>")
+            .arg(errorText.toHtmlEscaped());
+    Q_EMIT Gui::instance().message(QStringLiteral("Ungültige(r) Parameter"), text, QStringLiteral("warning"));
+}
+
+void loadScreens(QApplication &application)
+{
+    QQuickStyle::setStyle(QStringLiteral("Material"));
+    screenEngine = std::make_unique<QQmlApplicationEngine>();
+    screenEngine->addImportPath(QStringLiteral(":/"));
+    QObject::connect(
+        screenEngine.get(), &QQmlApplicationEngine::objectCreationFailed, &application,
+        [] { QCoreApplication::exit(exitNoMainScreen); }, Qt::QueuedConnection);
+    screenEngine->load(QStringLiteral("qrc:/main/main/Main.qml"));
+    Gui::instance().deliverPending();
+}
+
+void unloadScreens()
+{
+    // What still runs must find no engine rather than one that is being taken down.
+    const std::unique_ptr<QQmlApplicationEngine> engine = std::exchange(screenEngine, nullptr);
+}
+
+int runScreens(QApplication &application, Bridge &bridge, const CommandLine &commandLine,
+               const PlatformPaths &paths)
+{
+    Gui::instance().setTitle(programTitle());
+    if (raiseRunningInstance(paths.raiseSocket)) {
+        return exitAlreadyRunning;
+    }
+    bridge.addPreStopHook([] { GPIO::instance().stopThread(); });
+    loadScreens(application);
+    if (!commandLine.isValid()) {
+        reportInvalidParameters(commandLine.errorText());
+    }
+    const int result = QApplication::exec();
+    unloadScreens();
+    return result;
+}
+
+} // namespace
+
+SplitArguments splitArguments(const QStringList &arguments, const QString &interpreter)
+{
+    SplitArguments split{.qt = {}, .python = {interpreter}};
+    bool forPython = false;
+    for (const QString &argument : arguments) {
+        if (!forPython && (argument == QLatin1String("-") || argument == QLatin1String("--"))) {
+            forPython = true;
+            continue;
+        }
+        (forPython ? split.python : split.qt).append(argument);
+    }
+    return split;
+}
+
+void exportEnvironment(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        return;
+    }
+    QTextStream stream(&file);
+    QString line;
+    while (stream.readLineInto(&line)) {
+        const qsizetype separator = line.indexOf(QLatin1Char('='));
+        if (separator < 0 || !line.startsWith(QLatin1String("BROVIK"))) {
+            continue;
+        }
+        const QByteArray name = line.left(separator).toLocal8Bit();
+        const QByteArray value = line.mid(separator + 1).toLocal8Bit();
+        if (qgetenv(name.constData()) != value) {
+            qputenv(name.constData(), value);
+        }
+    }
+}
+
+int runApplication(int argc, char **argv, const PlatformPaths &paths)
+{
+    createSingletons();
+    installMessageHandler();
+    std::setbuf(stdout, nullptr);
+    std::setbuf(stderr, nullptr);
+    exportEnvironment(paths.environmentFile);
+    qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
+    setIdentity(paths);
+    debugStream() << "BROVIK_VERSION:" << QString::fromLatin1(applicationVersion);
+    readSettings();
+
+    QApplication application(argc, argv);
+    const SplitArguments arguments = splitArguments(QCoreApplication::arguments(), paths.interpreter);
+    CommandLine commandLine;
+    commandLine.parse(arguments.qt);
+    commandLine.answerQuestions();
+    Gui::instance().setFullscreen(commandLine.fullscreen());
+
+    Bridge bridge(arguments.python, commandLine.makeStubs(), paths.backendDir);
+    Gui::instance().setBackendControl(&bridge);
+    const int result =
+        commandLine.makeStubs() ? 0 : runScreens(application, bridge, commandLine, paths);
+    Gui::instance().setBackendControl(nullptr);
+    return result;
+}

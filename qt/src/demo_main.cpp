@@ -1,0 +1,32 @@
+#include "application.h"
+
+#include <QStandardPaths>
+
+namespace {
+
+/// Tests put other paths in place of the demo machine's.
+QString pathOr(const char *variable, const QString &standard)
+{
+    return qEnvironmentVariable(variable, standard);
+}
+
+PlatformPaths demoPaths()
+{
+    const QString configuration = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return {
+        .backendDir = pathOr("KUBELOR_DEMO_BACKEND", QStringLiteral(KUBELOR_DEMO_DIR)),
+        .interpreter = QStringLiteral(KUBELOR_DEMO_PYTHON),
+        .environmentFile = pathOr("KUBELOR_DEMO_ENVIRONMENT", QString()),
+        .raiseSocket = pathOr("KUBELOR_DEMO_SOCKET", configuration + QStringLiteral("/kubelor-demo.sock")),
+        .settingsRoot = configuration + QStringLiteral("/kubelor-demo"),
+    };
+}
+
+} // namespace
+
+/// The program with the demo machine of the source tree as its backend. Needs no root and leaves the system
+/// alone.
+int main(int argc, char **argv)
+{
+    return runApplication(argc, argv, demoPaths());
+}

@@ -1,0 +1,98 @@
+#include "message_handler.h"
+
+#include "log.h"
+
+#include <QDateTime>
+#include <QElapsedTimer>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <unistd.h>
+
+namespace {
+
+QElapsedTimer runTimer;
+
+// %1 wall clock, %2 text, %3 minutes, %4 seconds, %5 milliseconds, %6 level
+constexpr const char *pythonFormat = "%6[%1][%3:%4:%5][Py] %2";
+constexpr const char *nativeFormat = "%6[%1][%3:%4:%5] %2";
+constexpr const char *locationFormat = "%1 (File: %2, Line: %4, Function: %3)";
+constexpr const char *wallClockFormat = "yyyy-MM-dd HH:mm:ss";
+
+/// Null for a type without a tag.
+const char *levelTag(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return "[DEBUG]";
+    case QtInfoMsg:
+        return "[INFO ]";
+    case QtWarningMsg:
+        return "[WARN ]";
+    case QtCriticalMsg:
+        return "[CRIT ]";
+    case QtFatalMsg:
+        return "[FATAL]";
+    }
+    return nullptr;
+}
+
+bool otherThreadsRun()
+{
+    std::error_code error;
+    const std::filesystem::directory_iterator tasks("/proc/self/task", error);
+    return error || std::distance(begin(tasks), end(tasks)) > 1;
+}
+
+/// Ends the process with code 1. While other threads run, nothing that they use may be taken down under them:
+/// then the exit handlers of the program are passed over.
+[[noreturn]] void endProcess()
+{
+    if (otherThreadsRun()) {
+        std::atexit([] { _exit(EXIT_FAILURE); });
+    }
+    std::exit(EXIT_FAILURE);
+}
+
+} // namespace
+
+QString formatLogLine(QtMsgType type, const QMessageLogContext &context, const QString &text, qint64 runTimeMs,
+                      const QString &wallClock)
+{
+    constexpr qint64 msPerSecond = 1000;
+    constexpr qint64 msPerMinute = 60 * msPerSecond;
+    const qint64 inMinute = runTimeMs % msPerMinute;
+
+    const bool fromPython = context.category == pythonLogCategory;
+    QString line = QString::fromLatin1(fromPython ? pythonFormat : nativeFormat)
+                       .arg(wallClock, text)
+                       .arg(runTimeMs / msPerMinute)
+                       .arg(inMinute / msPerSecond)
+                       .arg(inMinute % msPerSecond);
+    if (const char *tag = levelTag(type)) {
+        line = line.arg(QLatin1String(tag));
+    }
+    if (context.file != nullptr) {
+        line = QString::fromLatin1(locationFormat)
+                   .arg(line, QString::fromUtf8(context.file), QString::fromUtf8(context.function))
+                   .arg(context.line);
+    }
+    return line;
+}
+
+void messageHandler(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    const QString line = formatLogLine(type, context, text, runTimer.elapsed(),
+                                       QDateTime::currentDateTime().toString(QLatin1String(wallClockFormat)));
+    std::fprintf(stderr, "%s\n", line.toLocal8Bit().constData());
+    if (type == QtFatalMsg) {
+        endProcess();
+    }
+}
+
+void installMessageHandler()
+{
+    runTimer.start();
+    qInstallMessageHandler(messageHandler);
+}

@@ -1,0 +1,530 @@
+#include "converter.h"
+
+#include "exceptions.h"
+#include "log.h"
+#include "screen_engine.h"
+
+#include <QJSValueIterator>
+#include <QMetaType>
+
+namespace py = pybind11;
+
+namespace {
+
+template <typename List, typename Convert>
+py::list listOf(const List &values, const Convert &convert)
+{
+    py::list result(static_cast<std::size_t>(values.size()));
+    for (qsizetype index = 0; index < values.size(); ++index) {
+        const auto position = static_cast<Py_ssize_t>(index);
+        if (PyList_SetItem(result.ptr(), position, convert(values.at(index)).release().ptr()) != 0) {
+            throw py::error_already_set();
+        }
+    }
+    return result;
+}
+
+template <typename List>
+py::list listOf(const List &values)
+{
+    return listOf(values, [](const auto &value) { return castQt2Py(value); });
+}
+
+template <typename Map>
+py::dict dictOf(const Map &values)
+{
+    py::dict result;
+    for (auto item = values.begin(); item != values.end(); ++item) {
+        result[castQt2Py(item.key())] = castQt2Py(item.value());
+    }
+    return result;
+}
+
+template <typename Pair>
+py::tuple pairOf(const Pair &pair)
+{
+    return py::make_tuple(pair.first, pair.second);
+}
+
+py::list listOfScriptArray(const QJSValue &array)
+{
+    const int length = array.property(QStringLiteral("length")).toInt();
+    py::list result;
+    for (int index = 0; index < length; ++index) {
+        result.append(castQt2Py(array.property(static_cast<quint32>(index))));
+    }
+    return result;
+}
+
+py::dict dictOfScriptObject(const QJSValue &object)
+{
+    py::dict result;
+    QJSValueIterator item(object);
+    while (item.hasNext()) {
+        item.next();
+        result[castQt2Py(item.name())] = castQt2Py(item.value());
+    }
+    return result;
+}
+
+py::object convertibleVariant(const QVariant &value)
+{
+    if (QMetaType::canConvert(value.metaType(), QMetaType::fromType<QJSValue>())) {
+        return castQt2Py(value.value<QJSValue>());
+    }
+    warningStream() << "Keine Konvertierung für QVariant-Typ" << value.typeName() << "implementiert";
+    return py::none();
+}
+
+QByteArray bytesOf(const py::handle &object)
+{
+    if (PyByteArray_Check(object.ptr())) {
+        return {PyByteArray_AsString(object.ptr()), static_cast<qsizetype>(PyByteArray_Size(object.ptr()))};
+    }
+    char *data = nullptr;
+    Py_ssize_t size = 0;
+    if (PyBytes_AsStringAndSize(object.ptr(), &data, &size) != 0) {
+        PyErr_Clear();
+        logWarning("Konnte py::bytes nicht zu QByteArray konvertieren!");
+        return {};
+    }
+    return {data, static_cast<qsizetype>(size)};
+}
+
+QString reprOf(const py::handle &object)
+{
+    return castPy2Qt<QString>(py::repr(object));
+}
+
+[[noreturn]] void throwUnknownType(const py::handle &object, const py::handle &parent)
+{
+    const QString container =
+        object.is(parent) ? QString() : QStringLiteral(" (enthalten in %1)").arg(reprOf(parent));
+    const QString text =
+        QStringLiteral("Das an callback() übergebene Object darf nur einfache Typen wie int, float, str, bytes, "
+                       "bytearray, bool, None, dict und einfache Iterables wie tuple, list, set aus diesen Typen "
+                       "enthalten. Es wurde %1 übergeben%2.")
+            .arg(reprOf(object), container);
+    throw py::type_error(text.toStdString());
+}
+
+/// Makes variants; containers are Qt's.
+struct VariantBuilder
+{
+    using Value = QVariant;
+
+    static QVariant text(const QString &value) { return value; }
+    static QVariant null() { return QVariant::fromValue(nullptr); }
+    static QVariant bytes(const QByteArray &value) { return value; }
+
+    template <typename Plain>
+    static QVariant plain(Plain value)
+    {
+        return value;
+    }
+
+    static QVariant dict(const py::handle &object) { return castPy2Qt<QVariantMap>(object); }
+
+    template <typename Convert>
+    static QVariant list(const py::object &iterator, std::size_t length, const Convert &convert)
+    {
+        QVariantList result;
+        result.reserve(static_cast<qsizetype>(length));
+        for (const py::handle element : py::reinterpret_borrow<py::iterator>(iterator)) {
+            result.append(convert(element));
+        }
+        return result;
+    }
+};
+
+QString keyOf(const py::handle &key)
+{
+    return castPy2Qt<QString>(PyUnicode_Check(key.ptr()) ? py::reinterpret_borrow<py::object>(key) : py::str(key));
+}
+
+template <typename Insert>
+void forEachItem(const py::handle &dict, const Insert &insert)
+{
+    PyObject *key = nullptr;
+    PyObject *value = nullptr;
+    Py_ssize_t position = 0;
+    while (PyDict_Next(dict.ptr(), &position, &key, &value) != 0) {
+        // str() of a key may run Python that changes the dict.
+        const auto keptKey = py::reinterpret_borrow<py::object>(key);
+        const auto keptValue = py::reinterpret_borrow<py::object>(value);
+        insert(keyOf(keptKey), keptValue);
+    }
+}
+
+template <typename Builder>
+typename Builder::Value fromPython(const py::handle &object, const py::handle &parent);
+
+/// Makes script values; containers are made by the engine.
+struct ScriptBuilder
+{
+    using Value = QJSValue;
+
+    static QJSValue text(const QString &value) { return value; }
+    static QJSValue null() { return QJSValue::NullValue; }
+    static QJSValue bytes(const QByteArray &value) { return QString::fromUtf8(value); }
+
+    template <typename Plain>
+    static QJSValue plain(Plain value)
+    {
+        return value;
+    }
+
+    static QJSValue dict(const py::handle &object)
+    {
+        if (screenEngine == nullptr) {
+            qFatal("engine is nicht mehr verfügbar (engine->newObject())");
+        }
+        QJSValue result = screenEngine->newObject();
+        forEachItem(object, [&](const QString &key, const py::handle &value) {
+            result.setProperty(key, fromPython<ScriptBuilder>(value, object));
+        });
+        return result;
+    }
+
+    template <typename Convert>
+    static QJSValue list(const py::object &iterator, std::size_t length, const Convert &convert)
+    {
+        if (screenEngine == nullptr) {
+            qFatal("engine is nicht mehr verfügbar (engine->newArray())");
+        }
+        QJSValue result = screenEngine->newArray(static_cast<uint>(length));
+        quint32 index = 0;
+        for (const py::handle element : py::reinterpret_borrow<py::iterator>(iterator)) {
+            result.setProperty(index++, convert(element));
+        }
+        return result;
+    }
+};
+
+/// The one order of tests for a Python value of unknown shape.
+template <typename Builder>
+typename Builder::Value unguardedFromPython(const py::handle &object, const py::handle &parent)
+{
+    PyObject *raw = object.ptr();
+    if (PyUnicode_Check(raw)) {
+        return Builder::text(castPy2Qt<QString>(object));
+    }
+    if (object.is_none()) {
+        return Builder::null();
+    }
+    if (PyBool_Check(raw)) {
+        return Builder::plain(raw == Py_True);
+    }
+    if (PyLong_Check(raw)) {
+        return Builder::plain(object.cast<int>());
+    }
+    if (PyFloat_Check(raw)) {
+        return Builder::plain(object.cast<double>());
+    }
+    if (PyDict_Check(raw)) {
+        return Builder::dict(object);
+    }
+    if (PyBytes_Check(raw) || PyByteArray_Check(raw)) {
+        return Builder::bytes(bytesOf(object));
+    }
+    const auto iterator = py::reinterpret_steal<py::object>(PyObject_GetIter(raw));
+    if (!iterator) {
+        PyErr_Clear();
+        throwUnknownType(object, parent);
+    }
+    return Builder::list(iterator, py::len(object),
+                         [&](const py::handle &element) { return fromPython<Builder>(element, object); });
+}
+
+template <typename Builder>
+typename Builder::Value fromPython(const py::handle &object, const py::handle &parent)
+{
+    typename Builder::Value result;
+    guarded([&] { result = unguardedFromPython<Builder>(object, parent); });
+    return result;
+}
+
+template <typename Element, typename Convert>
+QList<Element> fromSequence(const py::handle &object, const Convert &convert)
+{
+    const py::sequence sequence(py::reinterpret_borrow<py::object>(object));
+    const std::size_t length = py::len(sequence);
+    QList<Element> result;
+    result.reserve(static_cast<qsizetype>(length));
+    for (std::size_t index = 0; index < length; ++index) {
+        result.append(convert(py::object(sequence[index])));
+    }
+    return result;
+}
+
+template <typename Pair>
+Pair pairFrom(const py::handle &object)
+{
+    const py::tuple pair(py::reinterpret_borrow<py::object>(object));
+    return {pair[0].cast<typename Pair::first_type>(), pair[1].cast<typename Pair::second_type>()};
+}
+
+QVariantMap mapFromAnything(const py::object &object)
+{
+    return castPy2Qt<QVariantMap>(PyDict_Check(object.ptr()) ? object : py::dict(object));
+}
+
+} // namespace
+
+py::object castQt2Py(const QString &value)
+{
+    return castQt2Py(value.toStdString());
+}
+
+py::object castQt2Py(const std::string &value)
+{
+    return py::str(value);
+}
+
+py::object castQt2Py(const char *value)
+{
+    return py::str(value);
+}
+
+py::object castQt2Py(const QColor &value)
+{
+    return castQt2Py(value.name());
+}
+
+py::object castQt2Py(const QMap<QString, QString> &value)
+{
+    return dictOf(value);
+}
+
+py::object castQt2Py(const QStringList &value)
+{
+    return listOf(value);
+}
+
+py::object castQt2Py(const QPointF &value)
+{
+    return py::make_tuple(value.x(), value.y());
+}
+
+py::object castQt2Py(const QList<std::pair<int, int>> &value)
+{
+    return listOf(value, pairOf<std::pair<int, int>>);
+}
+
+py::object castQt2Py(const QList<std::pair<double, double>> &value)
+{
+    return listOf(value, pairOf<std::pair<double, double>>);
+}
+
+py::object castQt2Py(const QList<QPointF> &value)
+{
+    return listOf(value);
+}
+
+py::object castQt2Py(const QVariantMap &value)
+{
+    return dictOf(value);
+}
+
+py::object castQt2Py(const QVariantHash &value)
+{
+    return dictOf(value);
+}
+
+py::object castQt2Py(const QVariantList &value)
+{
+    return listOf(value);
+}
+
+py::object castQt2Py(const QList<QVariantMap> &value)
+{
+    return listOf(value);
+}
+
+py::object castQt2Py(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+        return castQt2Py(value.toBool());
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::Long:
+        return castQt2Py(value.toLongLong());
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+    case QMetaType::ULong:
+        return castQt2Py(value.toULongLong());
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return castQt2Py(value.toDouble());
+    case QMetaType::QVariantMap:
+        return castQt2Py(value.toMap());
+    case QMetaType::QVariantHash:
+        return castQt2Py(value.toHash());
+    case QMetaType::QVariantList:
+        return castQt2Py(value.toList());
+    case QMetaType::QString:
+        return castQt2Py(value.toString());
+    case QMetaType::QStringList:
+        return castQt2Py(value.toStringList());
+    case QMetaType::QJsonValue:
+        return castQt2Py(value.toJsonValue());
+    case QMetaType::QJsonObject:
+        return castQt2Py(value.toJsonObject());
+    case QMetaType::QJsonArray:
+        return castQt2Py(value.toJsonArray());
+    case QMetaType::QJsonDocument:
+        return castQt2Py(value.toJsonDocument());
+    default:
+        return convertibleVariant(value);
+    }
+}
+
+py::object castQt2Py(const QJSValue &value)
+{
+    if (value.isArray()) {
+        return listOfScriptArray(value);
+    }
+    if (value.isBool()) {
+        return castQt2Py(value.toBool());
+    }
+    if (value.isNull() || value.isUndefined()) {
+        return py::none();
+    }
+    if (value.isNumber()) {
+        return castQt2Py(value.toNumber());
+    }
+    if (value.isObject()) {
+        return dictOfScriptObject(value);
+    }
+    if (value.isString()) {
+        return castQt2Py(value.toString());
+    }
+    return castQt2Py(value.toVariant());
+}
+
+py::object castQt2Py(const QJsonValue &value)
+{
+    switch (value.type()) {
+    case QJsonValue::Null:
+        return py::none();
+    case QJsonValue::Bool:
+        return castQt2Py(value.toBool());
+    case QJsonValue::Double:
+        return castQt2Py(value.toDouble());
+    case QJsonValue::String:
+        return castQt2Py(value.toString());
+    case QJsonValue::Array:
+        return castQt2Py(value.toArray());
+    case QJsonValue::Object:
+        return castQt2Py(value.toObject());
+    case QJsonValue::Undefined:
+        break;
+    }
+    logWarning("Das an castQt2Py übergebene QJsonValue hat einen unbekannten Typ");
+    return py::none();
+}
+
+py::object castQt2Py(const QJsonObject &value)
+{
+    py::dict result;
+    for (auto item = value.begin(); item != value.end(); ++item) {
+        result[castQt2Py(item.key())] = castQt2Py(QJsonValue(item.value()));
+    }
+    return result;
+}
+
+py::object castQt2Py(const QJsonArray &value)
+{
+    return listOf(value);
+}
+
+py::object castQt2Py(const QJsonDocument &value)
+{
+    if (value.isObject()) {
+        return castQt2Py(value.object());
+    }
+    if (value.isArray()) {
+        return castQt2Py(value.array());
+    }
+    warningStream() << "Es wurde ein invalides QJsonDocument an _castQt2Py übergeben:" << value;
+    return py::none();
+}
+
+template <>
+QString castPy2Qt<QString>(const py::handle &object)
+{
+    if (PyUnicode_Check(object.ptr())) {
+        if (const auto utf8 = py::reinterpret_steal<py::object>(PyUnicode_AsUTF8String(object.ptr()))) {
+            return QString::fromUtf8(bytesOf(utf8));
+        }
+        PyErr_Clear();
+    }
+    return QString::fromUtf8(conversionErrorText);
+}
+
+template <>
+QVariant castPy2Qt<QVariant>(const py::handle &object)
+{
+    return fromPython<VariantBuilder>(object, object);
+}
+
+template <>
+QJSValue castPy2Qt<QJSValue>(const py::handle &object)
+{
+    return fromPython<ScriptBuilder>(object, object);
+}
+
+template <>
+QVariantMap castPy2Qt<QVariantMap>(const py::handle &object)
+{
+    QVariantMap result;
+    forEachItem(object, [&](const QString &key, const py::handle &value) {
+        result.insert(key, fromPython<VariantBuilder>(value, object));
+    });
+    return result;
+}
+
+template <>
+QVariantList castPy2Qt<QVariantList>(const py::handle &object)
+{
+    return fromSequence<QVariant>(
+        object, [&](const py::object &item) { return fromPython<VariantBuilder>(item, object); });
+}
+
+template <>
+QStringList castPy2Qt<QStringList>(const py::handle &object)
+{
+    return fromSequence<QString>(object, [](const py::object &item) { return keyOf(item); });
+}
+
+template <>
+QList<QVariantMap> castPy2Qt<QList<QVariantMap>>(const py::handle &object)
+{
+    return fromSequence<QVariantMap>(object, mapFromAnything);
+}
+
+template <>
+QPointF castPy2Qt<QPointF>(const py::handle &object)
+{
+    const auto [x, y] = pairFrom<std::pair<double, double>>(object);
+    return {x, y};
+}
+
+template <>
+QList<QPointF> castPy2Qt<QList<QPointF>>(const py::handle &object)
+{
+    return fromSequence<QPointF>(object, castPy2Qt<QPointF>);
+}
+
+template <>
+QList<std::pair<int, int>> castPy2Qt<QList<std::pair<int, int>>>(const py::handle &object)
+{
+    return fromSequence<std::pair<int, int>>(object, pairFrom<std::pair<int, int>>);
+}
+
+template <>
+QList<std::pair<double, double>> castPy2Qt<QList<std::pair<double, double>>>(const py::handle &object)
+{
+    return fromSequence<std::pair<double, double>>(object, pairFrom<std::pair<double, double>>);
+}

@@ -1,0 +1,337 @@
+#include "interpr_worker.h"
+
+#include "converter.h"
+#include "exceptions.h"
+#include "log.h"
+
+#include <pybind11/embed.h>
+
+#include <QUuid>
+
+#include <datetime.h>
+
+namespace py = pybind11;
+
+namespace {
+
+/// The one worker of the process; only the worker's destructor looks at it.
+PyWorker *_pyWorker = nullptr;
+
+constexpr const char *backendModule = "controller";
+
+constexpr const char *streamCatcher = R"(
+    import sys
+    import _std_redirects
+
+    class _StdxxxCatcher:
+        def __init__(self, stream):
+            self._my_stream = stream
+
+        def write(self, s):
+            self._my_stream(s)
+
+        def flush(self):
+            pass
+
+    sys.stdout = _StdxxxCatcher(_std_redirects.stdout_redirect)
+    sys.stderr = _StdxxxCatcher(_std_redirects.stderr_redirect)
+)";
+
+/// An argument of a Python call. Enums and what pybind11 knows by itself; all else by the conversion's rules.
+template <typename Value>
+py::object pythonArgumentOf(const Value &value)
+{
+    if constexpr (std::is_enum_v<Value>) {
+        return py::cast(value, py::return_value_policy::copy);
+    } else {
+        return castQt2Py(value);
+    }
+}
+
+// How a missing function's line shows a value.
+
+QString printable(const QJSValue &value)
+{
+    return value.toString();
+}
+
+QVariant printable(const QVariant &value)
+{
+    return value;
+}
+
+const char *printable(bool value)
+{
+    return value ? "true" : "false";
+}
+
+template <typename Enum, typename... Printed>
+void logMissing(const char *function, const char *slot, Enum action, const Printed &...printed)
+{
+    const QByteArray text = QByteArray("Python-Funktion ") + function + "() nicht gefunden - ";
+    QDebug stream = criticalStream();
+    stream << text.constData() << slot << "(" << action;
+    ((stream << "," << printed), ...);
+    stream << ").";
+}
+
+} // namespace
+
+const std::vector<PyWorker::EntryFunction> PyWorker::entryFunctions = {
+    {"actuator_toggle_from_cpp", &PyWorker::actuatorFn},
+    {"auto_value_from_cpp", &PyWorker::autoFn},
+    {"chart_action_from_cpp", &PyWorker::chartFn},
+    {"gui_value_from_cpp", &PyWorker::guiFn},
+    {"sensor_value_from_cpp", &PyWorker::sensorFn},
+    {"shell_action_from_cpp", &PyWorker::shellFn},
+    {"simulator_value_from_cpp", &PyWorker::simulatorFn},
+    {"settings_from_cpp", &PyWorker::settingsFn},
+    {"wifi_action_from_cpp", &PyWorker::wifiFn},
+};
+
+PyWorker::PyWorker(Bridge *bridge)
+    : _bridge(bridge)
+{
+    connectFamilies();
+    _pyWorker = this;
+}
+
+PyWorker::~PyWorker()
+{
+    if (_pyWorker == this) {
+        _pyWorker = nullptr;
+    } else {
+        logCritical("[~PyWorker()] _pyWorker != this");
+    }
+    // Without a saved thread state this interpreter is another's.
+    if (Py_IsInitialized() == 0 || threadState == nullptr) {
+        return;
+    }
+    {
+        const py::gil_scoped_acquire gil;
+        module = py::object();
+        for (const EntryFunction &function : entryFunctions) {
+            this->*function.handle = py::object();
+        }
+    }
+    PyEval_RestoreThread(threadState);
+    py::finalize_interpreter();
+}
+
+void PyWorker::connectFamilies()
+{
+    // A QJSValue may be read only while the GUI thread stands still, so what carries one blocks.
+    const Qt::ConnectionType blocking = Qt::BlockingQueuedConnection;
+    connect(&Actuator::instance(), &Actuator::toggle, this, &PyWorker::pyActuatorToggle);
+    connect(&Auto::instance(), &Auto::toPy, this, &PyWorker::pyAutoValueQJs, blocking);
+    connect(&Chart::instance(), &Chart::toPy, this, &PyWorker::pyChartActionQJs, blocking);
+    connect(&Gui::instance(), &Gui::toPy, this, &PyWorker::pyGuiValueQJs, blocking);
+    connect(&Gui::instance(), &Gui::_toPyQVar, this, &PyWorker::pyGuiValueQVar);
+    connect(&Sensor::instance(), &Sensor::stateChangeRequested, this, &PyWorker::pyDInStateChange);
+    connect(&Settings::instance(), &Settings::toPy, this, &PyWorker::pySettingsQJs, blocking);
+    connect(&Shell::instance(), &Shell::toPy, this, &PyWorker::pyShellValueQJs, blocking);
+    connect(&Simulator::instance(), &Simulator::toPy, this, &PyWorker::pySimulatorValueQJs, blocking);
+    connect(&Wifi::instance(), &Wifi::toPy, this, &PyWorker::pyWifiValue, blocking);
+}
+
+template <typename... Arguments>
+void PyWorker::call(const py::object &function, const Arguments &...arguments)
+{
+    const py::gil_scoped_acquire gil;
+    const py::tuple tuple = py::make_tuple(pythonArgumentOf(arguments)...);
+    const auto result = py::reinterpret_steal<py::object>(PyObject_CallObject(function.ptr(), tuple.ptr()));
+    if (!result) {
+        throw py::error_already_set();
+    }
+}
+
+template <typename Enum, typename... Values>
+void PyWorker::callOrLog(const py::object &function, const char *name, const char *slot, Enum action,
+                         const Values &...values)
+{
+    if (function) {
+        call(function, action, values...);
+    } else {
+        logMissing(name, slot, action, printable(values)...);
+    }
+}
+
+void PyWorker::pyActuatorToggle(ActuatorEnums::ActuatorEnum output)
+{
+    callOrLog(actuatorFn, "actuator_toggle_from_cpp", "pyActuatorToggle", output);
+}
+
+void PyWorker::pyAutoValueQJs(Auto::AutoEnum action, const QJSValue &value)
+{
+    callOrLog(autoFn, "auto_value_from_cpp", "pyAutoValueQJs", action, value);
+}
+
+void PyWorker::pyChartActionQJs(Chart::ChartEnum action, const QJSValue &value)
+{
+    // A chart's value may be a whole record: the log goes without it.
+    if (chartFn) {
+        call(chartFn, action, value);
+    } else {
+        logMissing("chart_action_from_cpp", "pyChartActionQJs", action);
+    }
+}
+
+void PyWorker::pyDInStateChange(SensorEnums::SensorEnum input, bool state)
+{
+    callOrLog(sensorFn, "sensor_value_from_cpp", "pyDInStateChange", input, state);
+}
+
+void PyWorker::pyGuiValueQJs(Gui::GuiValueEnum what, const QJSValue &value)
+{
+    callOrLog(guiFn, "gui_value_from_cpp", "pyGuiValueQJs", what, value);
+}
+
+void PyWorker::pyGuiValueQVar(Gui::GuiValueEnum what, const QVariant &value)
+{
+    callOrLog(guiFn, "gui_value_from_cpp", "pyGuiValueQVar", what, value);
+}
+
+void PyWorker::pyShellValueQJs(Shell::ShellAction action, const QJSValue &value)
+{
+    callOrLog(shellFn, "shell_action_from_cpp", "pyShellValueQJs", action, value);
+}
+
+void PyWorker::pySimulatorValueQJs(Simulator::SimEnum what, const QJSValue &value)
+{
+    callOrLog(simulatorFn, "simulator_value_from_cpp", "pySimulatorValueQJs", what, value);
+}
+
+void PyWorker::pySettingsQJs(Settings::SettingsEnum key, const QJSValue &value)
+{
+    callOrLog(settingsFn, "settings_from_cpp", "pySettingsQJs", key, value);
+}
+
+void PyWorker::pyWifiValue(Wifi::WifiAction action, const QJSValue &value)
+{
+    callOrLog(wifiFn, "wifi_action_from_cpp", "pyWifiValue", action, value);
+}
+
+void PyWorker::startInterpreter()
+{
+    QList<QByteArray> kept;
+    std::vector<const char *> arguments;
+    for (const QString &argument : _bridge->pythonArguments()) {
+        kept.append(argument.toUtf8());
+        arguments.push_back(kept.constLast().isNull() ? "" : kept.constLast().constData());
+    }
+    py::initialize_interpreter(true, static_cast<int>(arguments.size()), arguments.data(), true);
+    PyDateTime_IMPORT;
+}
+
+void PyWorker::extendSysPath()
+{
+    auto path = py::module_::import("sys").attr("path").cast<py::list>();
+    for (const char *directory : sysPathBack) {
+        path.append(directory);
+    }
+    for (const char *directory : sysPathFront) {
+        path.insert(0, directory);
+    }
+}
+
+bool PyWorker::bringUpBackend()
+{
+    const bool prepared = guarded([this] { extendSysPath(); }) && guarded([] { py::exec(streamCatcher); });
+    const bool imported =
+        prepared && guarded([this] { module = py::module_::import(moduleName.c_str()); });
+    if (!imported || _bridge->stubMode()) {
+        return imported;
+    }
+    return guarded([this] { module.attr("init")(Bridge::debug()); });
+}
+
+void PyWorker::findEntryFunctions()
+{
+    for (const EntryFunction &function : entryFunctions) {
+        guarded([&] { this->*function.handle = py::function(module.attr(function.name)); });
+    }
+}
+
+bool PyWorker::initInterpreter()
+{
+    Gui &gui = Gui::instance();
+    if (Py_IsInitialized() != 0) {
+        gui.showMessage(QStringLiteral("Python Interpreter"),
+                        QStringLiteral("Interpreter wurde bereits initialisiert"), QStringLiteral("warning"));
+        return false;
+    }
+    if (_bridge->stubMode()) {
+        qputenv("BROVIK_MAKE_PY_STUBS", "1");
+    }
+    startInterpreter();
+    const bool up = bringUpBackend();
+    if (up && !_bridge->stubMode()) {
+        findEntryFunctions();
+    }
+    if (!up) {
+        module = py::object();
+    }
+    threadState = PyEval_SaveThread();
+    if (up && _bridge->stubMode()) {
+        return true;
+    }
+    gui.setControlsEnabled(up);
+    if (up) {
+        logDebug("Interpreter mit Modul '%s' initialisiert", moduleName.c_str());
+    }
+    return up;
+}
+
+Bridge::Bridge(QStringList pythonArgs, bool stubs, const QString &backendDir)
+    : makeStubs(stubs)
+    , pyArgs(std::move(pythonArgs))
+    , m_backendDir(backendDir.toUtf8())
+{
+    startPython();
+}
+
+Bridge::~Bridge()
+{
+    if (!stopPython()) {
+        logWarning("Interpreter wurde im Bridge-Destruktor nicht erfolgreich gestoppt");
+    }
+}
+
+bool Bridge::startPython()
+{
+    if (!pyWorker.isNull()) {
+        return false;
+    }
+    pyWorker = new PyWorker(this); // deleted on its thread, when that ends
+    infoStream() << "BROVIK_PY_DIR:" << m_backendDir.constData();
+    pyWorker->addSysPathFront(m_backendDir.constData());
+    pyWorker->setModuleName(backendModule);
+    pyWorker->moveToThread(&thread);
+    connect(&thread, &QThread::started, pyWorker, &PyWorker::initInterpreter);
+    connect(&thread, &QThread::finished, pyWorker, &QObject::deleteLater);
+    thread.start();
+    return true;
+}
+
+bool Bridge::stopPython()
+{
+    for (const auto &hook : preStopHooks) {
+        hook();
+    }
+    const bool running = !pyWorker.isNull();
+    if (running) {
+        thread.requestInterruption();
+        thread.quit();
+        thread.wait();
+        pyWorker.clear();
+    }
+    for (const auto &hook : postStopHooks) {
+        hook();
+    }
+    return running;
+}
+
+QString Bridge::createUuid() const
+{
+    return QUuid::createUuid().toString();
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "types.h"
+
+#include <pybind11/pybind11.h>
+
+#include <memory>
+#include <type_traits>
+
+// How shared objects are shown to Python. Bound functions run on the calling Python thread and keep the GIL.
+
+/// The Python class of an object that Python neither makes nor owns.
+template <typename Object, typename... Options>
+auto sharedClass(const pybind11::handle &scope, const char *name, const char *doc)
+{
+    return pybind11::class_<Object, std::unique_ptr<Object, pybind11::nodelete>, Options...>(scope, name, doc);
+}
+
+/// Makes the one object an attribute of its module, by reference.
+template <typename Object>
+void publishSingleton(pybind11::module_ &module, const char *name)
+{
+    module.attr(name) = pybind11::cast(&Object::instance(), pybind11::return_value_policy::reference);
+}
+
+namespace property_detail {
+
+template <typename Class, typename Value>
+std::remove_cvref_t<Value> setterValue(void (Class::*)(Value));
+
+} // namespace property_detail
+
+/// An argument by name; a bool takes nothing but True and False.
+template <typename Value>
+pybind11::arg pythonArgument(const char *name)
+{
+    pybind11::arg argument(name);
+    argument.noconvert(std::is_same_v<Value, bool>);
+    return argument;
+}
+
+/// A readable and writable attribute. A value of a wrong type raises TypeError and changes nothing.
+template <typename Class, typename Get, typename Set>
+void bindProperty(Class &cls, const char *name, Get get, Set set, const char *doc)
+{
+    using Value = decltype(property_detail::setterValue(set));
+    cls.def_property(name, get,
+                     pybind11::cpp_function(set, pybind11::is_method(cls), pythonArgument<Value>("value")), doc);
+}
+
+/// The attribute of one line of a property table. Needs `cls` and `Self` where the table is expanded.
+#define BIND_PROPERTY(type, name, setter, pyName, initial, doc)                                              \
+    bindProperty(cls, pyName, &Self::name, &Self::setter, doc);
