@@ -173,7 +173,7 @@ SplitArguments splitArguments(const QStringList &arguments, const QString &inter
 void exportEnvironment(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    if (!file.exists() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         return;
     }
     QTextStream stream(&file);

@@ -19,7 +19,8 @@ PyWorker *_pyWorker = nullptr;
 
 constexpr const char *backendModule = "controller";
 
-constexpr const char *streamCatcher = R"(
+// An array, not a pointer: exec() takes the indentation off a literal.
+constexpr char streamCatcher[] = R"(
     import sys
     import _std_redirects
 

@@ -1,0 +1,74 @@
+#include "actuator.h"
+#include "auto.h"
+#include "chart.h"
+#include "config.h"
+#include "gpio.h"
+#include "gui.h"
+#include "sensor.h"
+#include "settings.h"
+#include "shell.h"
+#include "simulator.h"
+#include "wifi.h"
+
+#include <pybind11/embed.h>
+
+#include <QGuiApplication>
+#include <QThread>
+
+#include <cstdio>
+#include <memory>
+
+namespace py = pybind11;
+
+namespace {
+
+/// Runs one module of unit tests in an interpreter of its own, on this thread. True if all passed.
+bool runTests(const char *module)
+{
+    const py::scoped_interpreter interpreter(false);
+    try {
+        py::module_::import("sys").attr("path").attr("insert")(0, KUBELOR_PYTHON_TESTS);
+        const py::object unittest = py::module_::import("unittest");
+        const py::object suite = unittest.attr("defaultTestLoader").attr("loadTestsFromName")(module);
+        const py::object result = unittest.attr("TextTestRunner")(py::arg("verbosity") = 2).attr("run")(suite);
+        return result.attr("testsRun").cast<int>() > 0 && result.attr("wasSuccessful")().cast<bool>();
+    } catch (const py::error_already_set &error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return false;
+    }
+}
+
+void createSingletons()
+{
+    Actuator::instance();
+    Auto::instance();
+    Chart::instance();
+    Config::instance();
+    GPIO::instance();
+    Gui::instance();
+    Sensor::instance();
+    Settings::instance();
+    Shell::instance();
+    Simulator::instance();
+    Wifi::instance();
+}
+
+} // namespace
+
+/// Python on a thread of its own, the singletons on the GUI thread with its event loop: as in the program.
+int main(int argc, char **argv)
+{
+    createSingletons();
+    QGuiApplication application(argc, argv);
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: %s MODULE\n", argv[0]);
+        return 2;
+    }
+    bool passed = false;
+    const std::unique_ptr<QThread> python(QThread::create([&] { passed = runTests(argv[1]); }));
+    QObject::connect(python.get(), &QThread::finished, &application, &QCoreApplication::quit);
+    python->start();
+    QCoreApplication::exec();
+    python->wait();
+    return passed ? 0 : 1;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QMutex>
+#include <QString>
+#include <QStringList>
+#include <QtGlobal>
+
+#include <vector>
+
+/// Collects all log messages of the process while it lives, from any thread. One at a time.
+class LogCapture
+{
+public:
+    struct Message
+    {
+        QtMsgType type;
+        QString text;
+    };
+
+    LogCapture();
+    ~LogCapture();
+    LogCapture(const LogCapture &) = delete;
+    LogCapture &operator=(const LogCapture &) = delete;
+
+    std::vector<Message> messages() const;
+    /// The texts of one level, in order.
+    QStringList texts(QtMsgType type) const;
+    void clear();
+
+private:
+    static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text);
+
+    static LogCapture *current;
+    mutable QMutex m_mutex;
+    std::vector<Message> m_messages;
+    QtMessageHandler m_previous;
+};
