@@ -41,7 +41,7 @@ class Album:
         print(path, flush=True)
 
     def take_both_themes(self, name: str) -> None:
-        """Takes a picture in the dark theme and one in the light theme; the dark one is in force before and after."""
+        """Takes a picture in the dark theme, which is in force, and one in the light theme."""
         self.take(f"{name}-dunkel")
         self._program.click(TO_LIGHT)
         self._program.wait_until_shown(TO_DARK)

@@ -18,10 +18,11 @@ class PowerTest(unittest.TestCase):
     """From the power button to the command and back."""
 
     def setUp(self) -> None:
-        self._folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
+        self._folder = Path(self.enterContext(folder))
 
     def _program(self, command: str, code: int) -> Panel:
-        """The program, which finds a stand-in of the command that notes its arguments and ends with the code."""
+        """The program, with a stand-in of the command that notes its arguments and ends with the code."""
         stand_in = self._folder / command
         stand_in.write_text(
             f'#!/bin/sh\necho "arguments:$*" >>"{self._ran(command)}"\nexit {code}\n', "utf-8"

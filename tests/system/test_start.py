@@ -68,7 +68,7 @@ class MissingBackendTest(unittest.TestCase):
     """No backend in its directory."""
 
     def test_dialog_and_critical_lines(self) -> None:
-        """The window comes up with the exception; every action logs a critical line and nothing else happens."""
+        """The window comes up with the exception; an action logs a critical line and does nothing else."""
         with tempfile.TemporaryDirectory() as empty, Panel(Path(empty)) as program:
             program.wait_until_shown("ModuleNotFoundError")
             self.assertTrue(any("No module named 'controller'" in name for name in program.names()))
