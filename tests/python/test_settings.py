@@ -200,20 +200,25 @@ class SettingsAttributesTest(unittest.TestCase):
 
     def test_every_value_is_clamped(self) -> None:
         """A value outside its bounds becomes the bound and notifies once."""
+        capture, log = _probe.LogCapture(), _probe.SignalLog("Settings")
         for key in RANGED:
             for asked, bound in ((key.lowest - 1, key.lowest), (key.highest + 1, key.highest)):
                 with self.subTest(key.name, asked=asked):
-                    capture, log = _probe.LogCapture(), _probe.SignalLog("Settings")
                     setattr(self.values, key.name, asked)
                     self.assertEqual(getattr(self.values, key.name), bound)
                     self.assertEqual(log.emissions, [(f"{key.qml}Changed", False, [])])
                     self.assertEqual([level for level, _ in capture.messages], [CRITICAL])
+                log.clear()
+                capture.clear()
             setattr(self.values, key.name, key.default)
+            log.clear()
 
     def test_nothing_else(self) -> None:
         """The class has these attributes and two methods."""
         expected = {attribute.name for attribute in BOUNDS + VALUES + SWITCHES + NAMES + OFFSETS}
-        expected |= {f"{name}_default" for name in DEFAULTS} - {f"{attribute.name}_default" for attribute in NAMES}
+        expected |= {f"{name}_default" for name in DEFAULTS} - {
+            f"{attribute.name}_default" for attribute in NAMES
+        }
         expected |= {"get_default_values", "get_min_max_keys"}
         public = {name for name in vars(settings.SettingsClass) if not name.startswith("_")}
         self.assertEqual(public, expected)
@@ -275,7 +280,9 @@ class SettingsTest(unittest.TestCase):
         """All keys in their order, with their types; always the same dictionary."""
         values = self.values.get_default_values()
         self.assertEqual(list(values.items()), list(DEFAULTS.items()))
-        self.assertEqual([type(value) for value in values.values()], [type(value) for value in DEFAULTS.values()])
+        self.assertEqual(
+            [type(value) for value in values.values()], [type(value) for value in DEFAULTS.values()]
+        )
         self.assertEqual(len(values), 41)
         self.assertIs(self.values.get_default_values(), values)
 
