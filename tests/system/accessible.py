@@ -4,7 +4,6 @@ from collections.abc import Callable, Iterator
 from typing import Any, NamedTuple
 
 import gi
-from waiting import DEADLINE_SECS, wait_for
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # pylint: disable=wrong-import-position
@@ -109,16 +108,6 @@ def names(pid: int) -> list[str]:
         return [node.name for node in root.walk()] if root else []
     except GLib.Error:
         return []
-
-
-def wait_until_found(
-    pid: int, what: str, matches: Callable[[Node], bool], deadline: float = DEADLINE_SECS
-) -> Node:
-    """Waits until something that matches shows."""
-    try:
-        return wait_for(what, lambda: find(pid, matches), deadline)
-    except AssertionError as error:
-        raise AssertionError(f"{error}; there is {[name for name in names(pid) if name]}") from None
 
 
 Atspi.set_timeout(_CALL_TIMEOUT_MS, _CALL_TIMEOUT_MS)

@@ -6,13 +6,14 @@ import socket
 import subprocess
 import tempfile
 import threading
+from collections.abc import Callable
 from pathlib import Path
 from types import TracebackType
 
 import accessible
 import desktop
 from accessible import Node
-from waiting import DEADLINE_SECS, wait_for
+from waiting import DEADLINE_SECS, T, wait_for
 
 CONTROLLERS = Path(__file__).parent / "controllers"
 DEMO_MACHINE = Path(__file__).parents[2] / "demo"
@@ -84,7 +85,7 @@ class Panel:
 
     def wait_for_log(self, text: str, deadline: float = DEADLINE_SECS) -> str:
         """Waits for a line that holds the text, and gives it."""
-        return wait_for(
+        return self.wait_for(
             f"log line with {text!r}",
             lambda: next((line for line in self.log if text in line), None),
             deadline,
@@ -104,16 +105,24 @@ class Panel:
 
     def wait_until_shown(self, name: str, role: str | None = None, deadline: float = DEADLINE_SECS) -> Node:
         """Waits until something shows under that exact name."""
-        return accessible.wait_until_found(
-            self.process.pid,
-            f"{role or 'anything'} named {name!r}",
-            lambda node: node.name == name and role in (None, node.role),
-            deadline,
-        )
+        try:
+            return self.wait_for(f"a {role or 'thing'} {name!r}", lambda: self.find(name, role), deadline)
+        except AssertionError as error:
+            raise AssertionError(f"{error}; there is {list(filter(None, self.names()))}") from None
 
     def wait_until_gone(self, name: str, role: str | None = None) -> None:
         """Waits until nothing shows under that name."""
-        wait_for(f"{name!r} gone", lambda: self.find(name, role) is None)
+        self.wait_for(f"the end of {name!r}", lambda: self.find(name, role) is None)
+
+    def wait_for(self, what: str, condition: Callable[[], T | None], deadline: float = DEADLINE_SECS) -> T:
+        """Waits for a condition on the running program; its end is a failure."""
+
+        def holds() -> T | None:
+            if self.process.poll() is not None:
+                raise AssertionError(f"the program ended with {self.process.returncode}, before {what}")
+            return condition()
+
+        return wait_for(what, holds, deadline)
 
     def names(self) -> list[str]:
         """All texts that show."""
@@ -130,7 +139,7 @@ class Panel:
     @property
     def window(self) -> str:
         """The X id of the main window."""
-        found = wait_for("the main window", self._search_windows)
+        found = self.wait_for("the main window", self._search_windows)
         return found[0]
 
     def _search_windows(self) -> list[str]:
