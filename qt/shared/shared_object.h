@@ -1,5 +1,7 @@
 #pragma once
 
+#include "log.h"
+
 #include <QJSEngine>
 #include <QMutexLocker>
 #include <QObject>
@@ -72,7 +74,43 @@ protected:
         return true;
     }
 
+    /// As change(), but a value outside the bounds is logged and replaced by the bound. The comparison comes first:
+    /// who asks for too much once more is notified once more, and so reads again what is stored.
+    template <typename T, typename Notify>
+    void changeWithin(T &member, T value, const T &lowest, const T &highest, const Notify &notify)
+    {
+        const SharedLocker lock(&m_mutex);
+        if (member == value) {
+            return;
+        }
+        member = within(value, lowest, highest);
+        notify();
+    }
+
     mutable SharedMutex m_mutex;
+
+private:
+    /// The nearest value within the bounds; the lower one decides if they cross. A NaN counts as too small.
+    template <typename T>
+    T within(T value, T lowest, T highest) const
+    {
+        if (value < lowest || value != value) {
+            logReplaced("KLEIN", value, lowest);
+            return lowest;
+        }
+        if (value > highest) {
+            logReplaced("GROß", value, highest);
+            return highest;
+        }
+        return value;
+    }
+
+    template <typename T>
+    void logReplaced(const char *what, T value, T bound) const
+    {
+        const QString title = QStringLiteral("[%1 WERT ZU %2]").arg(metaObject()->className(), what);
+        criticalStream() << qUtf8Printable(title) << value << "wird zu" << bound << "geändert.";
+    }
 };
 
 /// Gives a class its one object: made on first use, alive until the process ends, owned neither by QML nor by

@@ -36,3 +36,27 @@ public:                                                                         
                                                                                                              \
 private:                                                                                                     \
     const type m_##name = value;
+
+/// A property with its `...Default`.
+#define SHARED_DEFAULTED(type, name, setter, pyName, initial, doc)                                           \
+    SHARED_PROPERTY(type, name, setter, pyName, initial, doc)                                                \
+    SHARED_CONSTANT(type, name##Default, initial)
+
+/// A number with its bounds and its default: `...Min`, `...Max`, the value itself, `...Default`. Writing a bound leaves
+/// the value alone; writing the value keeps it within the bounds of that moment.
+#define SHARED_RANGED(type, name, setter, pyName, lowest, highest, initial, doc)                             \
+    SHARED_PROPERTY(type, name##Min, setter##Min, pyName "_min", lowest, doc)                                \
+    SHARED_PROPERTY(type, name##Max, setter##Max, pyName "_max", highest, doc)                               \
+public:                                                                                                      \
+    Q_PROPERTY(type name READ name NOTIFY name##Changed)                                                     \
+    type name() const { return read(m_##name); }                                                             \
+    void setter(type value)                                                                                  \
+    {                                                                                                        \
+        changeWithin(m_##name, value, m_##name##Min, m_##name##Max, [this] { Q_EMIT name##Changed(); });     \
+    }                                                                                                        \
+Q_SIGNALS:                                                                                                   \
+    void name##Changed();                                                                                    \
+                                                                                                             \
+private:                                                                                                     \
+    type m_##name = initial;                                                                                 \
+    SHARED_CONSTANT(type, name##Default, initial)
