@@ -1,0 +1,38 @@
+#include "backend.h"
+
+#include <pybind11/embed.h>
+
+#include <QDebug>
+#include <QThread>
+
+#include <memory>
+
+namespace py = pybind11;
+
+namespace {
+
+void execute(const QString &code)
+{
+    const py::gil_scoped_acquire gil;
+    try {
+        py::exec("from brovik import actuator, auto, chart, config, gpio, gui, sensor, settings, shell, "
+                 "simulator, wifi");
+        py::exec(code.toStdString());
+    } catch (const py::error_already_set &error) {
+        qWarning("%s", error.what());
+    }
+}
+
+} // namespace
+
+void Backend::run(const QString &code)
+{
+    execute(code);
+}
+
+void Backend::runOnThread(const QString &code)
+{
+    const std::unique_ptr<QThread> thread(QThread::create(execute, code));
+    thread->start();
+    thread->wait();
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QObject>
+
+/// The QML singleton `Backend` of kubelor.test: lets a test play the backend with lines of Python against the
+/// built-in module `brovik`, whose submodules are imported. Lives on the GUI thread.
+class Backend : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Runs Python code on this thread. An exception is a warning, which fails the test.
+    Q_INVOKABLE void run(const QString &code);
+
+    /// Runs Python code on a thread of its own, and waits for its end: signals arrive as they do from the
+    /// backend.
+    Q_INVOKABLE void runOnThread(const QString &code);
+};

@@ -1,0 +1,32 @@
+#include "backend.h"
+
+#include <pybind11/embed.h>
+
+#include <QApplication>
+#include <QQmlEngine>
+#include <QQuickStyle>
+#include <QtQuickTest>
+
+/// Prepares each engine as the program does.
+class Setup : public QObject
+{
+    Q_OBJECT
+
+public Q_SLOTS:
+    void qmlEngineAvailable(QQmlEngine *engine) { engine->addImportPath(QStringLiteral(":/")); }
+};
+
+/// Runs the tests of one file: qml_tests -input FILE.
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Material"));
+    const pybind11::scoped_interpreter interpreter(false);
+    const pybind11::gil_scoped_release withoutGil;
+    Backend backend;
+    qmlRegisterSingletonInstance("kubelor.test", 1, 0, "Backend", &backend);
+    Setup setup;
+    return quick_test_main_with_setup(argc, argv, "qml", QUICK_TEST_SOURCE_DIR, &setup);
+}
+
+#include "qml_tests.moc"
