@@ -24,7 +24,7 @@ SpinBox {
         top: Math.max(root.from, root.to) / root.factor
         decimals: root.precision
         notation: DoubleValidator.StandardNotation
-        locale: root.locale.name
+        locale: privat.locale.name
     }
 
     // What surrounds the number may be typed or left out; the range holds the value in any case.
@@ -41,9 +41,12 @@ SpinBox {
             return text.replace(/[.*+?^${}()|[\]\\]/g, "\\$&");
         }
 
+        // A QLocale, whose type the linter does not know.
+        readonly property var locale: root.locale // qmllint disable type
+
         function affixedNumber() {
-            const point = privat.escaped(root.locale.decimalPoint);
-            const group = privat.escaped(root.locale.groupSeparator);
+            const point = privat.escaped(privat.locale.decimalPoint);
+            const group = privat.escaped(privat.locale.groupSeparator);
             const decimals = root.precision > 0 ? `(?:${point}\\d{0,${root.precision}})?` : "";
             return new RegExp(`^(?:${privat.escaped(root.prefix)})?-?[\\d${group}]*${decimals}(?:${privat.escaped(root.suffix)})?$`);
         }

@@ -1,4 +1,6 @@
 // A button whose background fills with green as something proceeds.
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material

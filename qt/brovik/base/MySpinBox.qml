@@ -99,7 +99,7 @@ Rectangle {
         // flow that is decided by it.
         readonly property real labelWidth: label.visible ? Math.min(label.implicitWidth, Common.maxLeftColWidth) : 0
         readonly property string rangeText: root.valueError ? `Der Wert ${root.value} liegt nicht im Bereich ${root.from}...${root.to}` : ""
-        readonly property string errorText: [root.warnMsg, privat.rangeText].filter(text => text !== "").join("<br>")
+        readonly property string errorText: root.warnMsg + (root.warnMsg && privat.rangeText ? "<br>" : "") + privat.rangeText
     }
 
     Connections {

@@ -5,46 +5,53 @@
 // taken disappears, and one that was taken stays.
 import QtQml
 
-Binding {
+QtObject {
     id: root
 
-    // True while the control is put back: what is connected to its changes need not report this one.
+    required property QtObject target
+    required property string name
+    required property var value
+    // True while the target is put back: what is connected to its changes need not report this one.
     readonly property bool rereading: privat.rereading
 
-    restoreMode: Binding.RestoreNone
-
-    Component.onCompleted: privat.follow()
-
-    // A Binding has no place for children.
-    property QtObject _privat: QtObject {
+    // A QtObject has no place for children.
+    readonly property QtObject inner: QtObject {
         id: privat
 
         property bool rereading: false
+        readonly property Binding binding: Binding {
+            target: root.target
+            property: root.name
+            value: root.value
+            restoreMode: Binding.RestoreNone
+        }
 
         // A range that has changed may let through what it has cut off before.
         function follow() {
-            for (const name of [root.property, "from", "to"]) {
+            for (const name of [root.name, "from", "to"]) {
                 root.target[name + "Changed"]?.connect(privat.afterHandlers);
             }
         }
 
         function afterHandlers() {
-            Qt.callLater(privat.afterNotifications);
+            Qt.callLater(privat.afterNotifications); // qmllint disable type
         }
 
-        // Change signals from other threads are events that were in the queue before this second call.
+        // The change signals that other threads have sent meanwhile stand in the event queue before this call.
         function afterNotifications() {
-            Qt.callLater(privat.reread);
+            Qt.callLater(privat.reread); // qmllint disable type
         }
 
         function reread() {
-            if (root.target[root.property] === root.value) {
+            if (root.target[root.name] === root.value) {
                 return;
             }
             privat.rereading = true;
-            root.when = false;
-            root.when = true;
+            privat.binding.when = false;
+            privat.binding.when = true;
             privat.rereading = false;
         }
     }
+
+    Component.onCompleted: privat.follow()
 }

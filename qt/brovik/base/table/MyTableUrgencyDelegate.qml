@@ -9,14 +9,7 @@ MyTableDelegateContainer {
     id: root
 
     Label {
-        wrapMode: Text.Wrap
-        textFormat: Text.PlainText
-        text: privat.names[privat.urgency] ?? privat.urgency
-        color: Shell.getUrgencyColor(privat.urgency)
-    }
-
-    QtObject {
-        id: privat
+        id: label
 
         readonly property string urgency: Shell.upgradables[root.row]?.urgency ?? "?"
         readonly property var names: ({
@@ -24,5 +17,10 @@ MyTableDelegateContainer {
                 medium: "Mittel",
                 high: "Hoch"
             })
+
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        text: label.names[label.urgency] ?? label.urgency
+        color: Shell.getUrgencyColor(label.urgency)
     }
 }
