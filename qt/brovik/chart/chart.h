@@ -6,7 +6,8 @@
 #include <QJSValue>
 #include <QtQml/qqmlregistration.h>
 
-/// The chart in memory and the list of saved charts. Lives on the GUI thread; written from any Python thread under its mutex.
+/// The chart in memory and the list of saved charts. Lives on the GUI thread; written from any Python thread
+/// under its mutex.
 class Chart : public SharedObject, public SharedSingleton<Chart>
 {
     Q_OBJECT

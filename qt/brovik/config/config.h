@@ -18,8 +18,8 @@
     SHARED_DEFAULTED(type, name, setter, pyName, initial, doc)
 // clang-format on
 
-/// The equipment of this machine, as the backend knows it. Lives on the GUI thread; written from any Python thread
-/// under its mutex. Computes nothing.
+/// The equipment of this machine, as the backend knows it. Lives on the GUI thread; written from any Python
+/// thread under its mutex. Computes nothing.
 class Config : public SharedObject, public SharedSingleton<Config>
 {
     Q_OBJECT

@@ -1,12 +1,25 @@
 #include "config_bindings.h"
 
-#include "python_property.h"
 #include "config.h"
+#include "python_property.h"
 
 namespace py = pybind11;
 
+#define CONFIG_ATTRIBUTES(type, name, setter, pyName, pyReads, initial, doc)                                 \
+    bindProperty(cls, pyName, &Self::pyReads, &Self::setter, doc);                                           \
+    cls.def_property_readonly(pyName "_default", &Self::name##Default, "Default: " doc);
+
 void bindConfig(py::module_ &module)
 {
-    auto cls = sharedClass<Config>(module, "ConfigClass", "The equipment of this machine.");
-    publishSingleton<Config>(module, "Config");
+    py::enum_<Config::MachineVersion>(module, "MachineVersion", "Generations of the machine.")
+        .value("Legacy", Config::MachineVersionLegacy)
+        .value("_2024", Config::MachineVersion2024);
+    py::enum_<Config::DisplayType>(module, "DisplayType", "Displays that the machine may have.")
+        .value("_7_WSSKU_14628", Config::DisplayType_7_WSSKU_14628)
+        .value("_8_WSSKU_23741", Config::DisplayType_8_WSSKU_23741);
+
+    using Self = Config;
+    auto cls = sharedClass<Self>(module, "ConfigClass", "The equipment of this machine.");
+    CONFIG_PROPERTIES(CONFIG_ATTRIBUTES)
+    publishSingleton<Self>(module, "Config");
 }

@@ -63,8 +63,8 @@
 #define SETTINGS_DEFAULTED(number, enumerator, ...) SHARED_DEFAULTED(__VA_ARGS__)
 // clang-format on
 
-/// The parameters of the process: value, bounds and default per key. A mirror, not an owner: the backend keeps and writes
-/// them. Lives on the GUI thread; written from any Python thread under its mutex.
+/// The parameters of the process: value, bounds and default per key. A mirror, not an owner: the backend
+/// keeps and writes them. Lives on the GUI thread; written from any Python thread under its mutex.
 class Settings : public SharedObject, public SharedSingleton<Settings>
 {
     Q_OBJECT

@@ -21,8 +21,8 @@
     P(QList<QVariantMap>, upgradables, setUpgradables, "upgradables", {}, "The packages with an update, one record each.")
 // clang-format on
 
-/// State of the update facility. Starts no process and knows no package: the backend does. Lives on the GUI thread;
-/// written from any Python thread under its mutex.
+/// State of the update facility. Starts no process and knows no package: the backend does. Lives on the GUI
+/// thread; written from any Python thread under its mutex.
 class Shell : public SharedObject, public SharedSingleton<Shell>
 {
     Q_OBJECT
@@ -30,7 +30,15 @@ class Shell : public SharedObject, public SharedSingleton<Shell>
     QML_SINGLETON
 
 public:
-    enum ShellAction : int { Update, Upgrade, Changelog, LocalChangelog, ClearCache, TestConsole, ToggleTesting };
+    enum ShellAction : int {
+        Update,
+        Upgrade,
+        Changelog,
+        LocalChangelog,
+        ClearCache,
+        TestConsole,
+        ToggleTesting
+    };
     Q_ENUM(ShellAction)
 
     SHELL_PROPERTIES(SHARED_PROPERTY)

@@ -18,8 +18,8 @@
     PLAIN    (double, pDecRate,       setPDecRate,       "p_dec_rate",           0.1,   "Fall of the pressure in the leak test, bar/s.")
 // clang-format on
 
-/// Values of the simulated hardware. Simulates nothing itself: the backend does. Lives on the GUI thread; written from
-/// any Python thread, and from the GUI thread by its slots and by the sensors, under its mutex.
+/// Values of the simulated hardware. Simulates nothing itself: the backend does. Lives on the GUI thread;
+/// written from any Python thread, and from the GUI thread by its slots and by the sensors, under its mutex.
 class Simulator : public SharedObject, public SharedSingleton<Simulator>
 {
     Q_OBJECT

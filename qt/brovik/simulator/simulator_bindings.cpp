@@ -1,12 +1,66 @@
 #include "simulator_bindings.h"
 
+#include "python_keys.h"
 #include "python_property.h"
 #include "simulator.h"
 
 namespace py = pybind11;
 
+namespace {
+
+using Self = Simulator;
+
+/// Scope of the key names that stand for themselves.
+struct SimKeys
+{};
+
+// clang-format off
+#define NOTHING(...)
+#define RANGED_KEYS(type, name, setter, pyName, ...) pyName, pyName "_min", pyName "_max", pyName "_default",
+#define DEFAULTED_KEYS(type, name, setter, pyName, ...) pyName, pyName "_default",
+#define DEFAULT_VALUE(type, name, setter, pyName, ...) result[pyName] = Simulator::instance().name##Default();
+#define BOUNDS(type, name, setter, pyName, ...) result.add(pyName "_min"); result.add(pyName "_max");
+// clang-format on
+
+py::dict defaultValues()
+{
+    py::dict result;
+    SIMULATOR_PROPERTIES(NOTHING, DEFAULT_VALUE, NOTHING)
+    return result;
+}
+
+py::set minMaxKeys()
+{
+    py::set result;
+    SIMULATOR_PROPERTIES(BOUNDS, NOTHING, NOTHING)
+    return result;
+}
+
+template <typename Class> void bindFunctions(Class &cls)
+{
+    cls.def(
+        "get_default_values", [](const Simulator &) { return keptForever<defaultValues>(); },
+        "The defaults that a backend may store. Always the same dictionary: do not change it.");
+    cls.def(
+        "get_min_max_keys", [](const Simulator &) { return keptForever<minMaxKeys>(); },
+        "The names of the bounds. Always the same set: do not change it.");
+}
+
+} // namespace
+
 void bindSimulator(py::module_ &module)
 {
-    auto cls = sharedClass<Simulator>(module, "SimulatorClass", "Values of the simulated hardware.");
-    publishSingleton<Simulator>(module, "Simulator");
+    py::enum_<Simulator::SimEnum>(module, "SimuEnum", "What the operator sets.")
+        .value("Enabled", Simulator::SimEnabled)
+        .value("AIn0", Simulator::SimAIn0)
+        .value("AIn1", Simulator::SimAIn1)
+        .value("Lw", Simulator::SimLw);
+    py::class_<SimKeys> keys(module, "SimKeys", "Names of the attributes.");
+    keys.def(py::init<>());
+    bindKeyNames(keys, {SIMULATOR_PROPERTIES(RANGED_KEYS, DEFAULTED_KEYS, NOTHING)});
+
+    auto cls = sharedClass<Self>(module, "SimulatorClass", "Values of the simulated hardware.");
+    SIMULATOR_PROPERTIES(BIND_RANGED, BIND_DEFAULTED, BIND_PROPERTY)
+    bindFunctions(cls);
+    publishSingleton<Self>(module, "Simulator");
 }

@@ -51,3 +51,14 @@ void bindProperty(Class &cls, const char *name, Get get, Set set, const char *do
 /// The attribute of one line of a property table. Needs `cls` and `Self` where the table is expanded.
 #define BIND_PROPERTY(type, name, setter, pyName, initial, doc)                                              \
     bindProperty(cls, pyName, &Self::name, &Self::setter, doc);
+
+/// The two attributes of a property with its default, which Python can only read.
+#define BIND_DEFAULTED(type, name, setter, pyName, initial, doc)                                             \
+    BIND_PROPERTY(type, name, setter, pyName, initial, doc)                                                  \
+    cls.def_property_readonly(pyName "_default", &Self::name##Default, "Default: " doc);
+
+/// The four attributes of a number with bounds.
+#define BIND_RANGED(type, name, setter, pyName, lowest, highest, initial, doc)                               \
+    BIND_PROPERTY(type, name##Min, setter##Min, pyName "_min", lowest, "Lower bound: " doc)                  \
+    BIND_PROPERTY(type, name##Max, setter##Max, pyName "_max", highest, "Upper bound: " doc)                 \
+    BIND_DEFAULTED(type, name, setter, pyName, initial, doc)

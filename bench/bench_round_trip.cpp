@@ -1,0 +1,117 @@
+// A press of the operator: from QML into a Python function and back, against the least that such a road needs.
+
+#include "interpr_worker.h"
+#include "pinning.h"
+
+#include <benchmark/benchmark.h>
+#include <pybind11/embed.h>
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+
+#include <memory>
+
+namespace py = pybind11;
+
+namespace {
+
+constexpr int guiCpu = 0;
+constexpr int sameCpu = 0;
+constexpr int otherCpu = 1;
+constexpr int pressesPerCall = 1000;
+
+/// What the backend of the benchmark tells from the interpreter thread.
+struct Registered
+{
+    QThread *thread = nullptr;
+    pthread_t handle = {};
+    PyObject *function = nullptr; // never released: the interpreter is gone before
+};
+
+Registered registered;
+
+/// The least road: a blocking hop to the interpreter thread, the GIL, one call.
+class BareWorker : public QObject
+{
+public:
+    void call()
+    {
+        const py::gil_scoped_acquire gil;
+        PyObject *arguments = PyTuple_Pack(2, Py_None, Py_None);
+        Py_XDECREF(PyObject_CallObject(registered.function, arguments));
+        Py_DECREF(arguments);
+    }
+};
+
+class BareSender : public QObject
+{
+    Q_OBJECT
+
+Q_SIGNALS:
+    void press();
+};
+
+void barePress(benchmark::State &state)
+{
+    pinThread(registered.handle, static_cast<int>(state.range(0)));
+    auto *worker = new BareWorker; // deleted on its thread
+    worker->moveToThread(registered.thread);
+    BareSender sender;
+    QObject::connect(&sender, &BareSender::press, worker, &BareWorker::call, Qt::BlockingQueuedConnection);
+    for (auto _ : state) {
+        for (int press = 0; press < pressesPerCall; ++press) {
+            Q_EMIT sender.press();
+        }
+    }
+    worker->deleteLater();
+    state.SetItemsProcessed(state.iterations() * pressesPerCall);
+}
+
+void qmlPress(benchmark::State &state)
+{
+    pinThread(registered.handle, static_cast<int>(state.range(0)));
+    QQmlEngine engine;
+    engine.addImportPath(QStringLiteral(":/"));
+    QQmlComponent component(&engine);
+    component.setData("import QtQml\n"
+                      "import brovik.auto\n"
+                      "QtObject {\n"
+                      "    function press(count) {\n"
+                      "        for (let i = 0; i < count; ++i)\n"
+                      "            Auto_.toPy(Auto_.ToggleAuto, null)\n"
+                      "    }\n"
+                      "}\n",
+                      {});
+    const std::unique_ptr<QObject> presser(component.create());
+    for (auto _ : state) {
+        QMetaObject::invokeMethod(presser.get(), "press", Q_ARG(QVariant, pressesPerCall));
+    }
+    state.SetItemsProcessed(state.iterations() * pressesPerCall);
+}
+
+BENCHMARK(barePress)->Name("round_trip/bare")->ArgName("cpu")->Arg(sameCpu)->Arg(otherCpu)->UseRealTime();
+BENCHMARK(qmlPress)->Name("round_trip/qml")->ArgName("cpu")->Arg(sameCpu)->Arg(otherCpu)->UseRealTime();
+
+} // namespace
+
+PYBIND11_EMBEDDED_MODULE(_bench, module)
+{
+    module.def("register", [](const py::function &function) {
+        registered = {QThread::currentThread(), pthread_self(), function.inc_ref().ptr()};
+    });
+}
+
+int main(int argc, char **argv)
+{
+    const QGuiApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    Bridge bridge({QStringLiteral("bench")}, false, QStringLiteral(KUBELOR_BENCH_BACKEND));
+    // The first press waits until the backend is up.
+    Q_EMIT Auto::instance().toPy(Auto::ToggleAuto, QJSValue());
+    pinThread(pthread_self(), guiCpu);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
+
+#include "bench_round_trip.moc"

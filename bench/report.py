@@ -1,0 +1,62 @@
+"""Turns the results of one run of all benchmarks into a table, ratios to the bare baseline included."""
+
+import json
+import os
+import platform
+import sys
+from datetime import date
+from pathlib import Path
+
+NS_PER = {"ns": 1.0, "us": 1e3, "ms": 1e6}
+
+
+def per_item_ns(folder: Path) -> dict[str, float]:
+    """Median nanoseconds per item of every benchmark."""
+    result = {}
+    for file in sorted(folder.glob("bench_*.json")):
+        for run in json.loads(file.read_text(encoding="utf-8"))["benchmarks"]:
+            if run.get("aggregate_name") != "median":
+                continue
+            items = run.get("items_per_second")
+            seconds = 1e9 / items if items else run["real_time"] * NS_PER[run["time_unit"]]
+            result[run["run_name"]] = seconds
+    return result
+
+
+def bare_name(name: str) -> str:
+    """The baseline that a benchmark is compared with: the same name with `bare` in second place."""
+    parts = name.split("/")
+    return "/".join([parts[0], "bare", *parts[2:]])
+
+
+def print_benchmarks(times: dict[str, float]) -> None:
+    """One row for each benchmark."""
+    print("| Benchmark | per item, ns | ratio to bare |")
+    print("|---|---|---|")
+    for name, nanoseconds in times.items():
+        bare = times.get(bare_name(name))
+        ratio = f"{nanoseconds / bare:.2f}" if bare and bare_name(name) != name else ""
+        print(f"| {name} | {nanoseconds:.1f} | {ratio} |")
+
+
+def print_processes(processes: dict[str, dict[str, float]]) -> None:
+    """One row for each program."""
+    print("\n| Program | first frame, s | resident, MiB | idle, % of a core |")
+    print("|---|---|---|---|")
+    for name, row in processes.items():
+        print(
+            f"| {name} | {row['first_frame_s']:.2f} | {row['resident_mib']:.0f}"
+            f" | {row['idle_percent']:.2f} |"
+        )
+
+
+def main() -> None:
+    """Reads the folder of results that is named on the command line."""
+    folder = Path(sys.argv[1])
+    print(f"{date.today()}, {platform.machine()}, {os.cpu_count()} cores\n")
+    print_benchmarks(per_item_ns(folder))
+    print_processes(json.loads((folder / "process").read_text(encoding="utf-8")))
+
+
+if __name__ == "__main__":
+    main()
