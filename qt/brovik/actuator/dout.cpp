@@ -1,0 +1,27 @@
+#include "dout.h"
+
+#include "actuator.h"
+
+DOut::DOut(ActuatorEnum output, const QString &name, const QString &logName, DOutTypeEnum type,
+           Actuator &actuator)
+    : m_name(name)
+    , m_logName(logName)
+    , m_output(output)
+    , m_type(type)
+    , m_actuator(actuator)
+{
+    QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
+}
+
+void DOut::setState(bool state)
+{
+    const SharedLocker lock(&m_mutex);
+    if (m_state.exchange(state) != state) {
+        Q_EMIT stateChanged();
+    }
+}
+
+void DOut::toggle()
+{
+    Q_EMIT m_actuator.toggle(m_output);
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "dout.h"
+
+#include <QAbstractListModel>
+#include <QList>
+#include <QtQml/qqmlregistration.h>
+
+/// The outputs that the screens show, in the order that the backend chose. Lives on the GUI thread, and its
+/// list is touched only there: other threads ask with the request functions, which return before the rows
+/// have changed.
+class DOutModel : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ANONYMOUS
+
+public:
+    explicit DOutModel(QObject *parent);
+
+    // One role alone: a delegate then also gets the object as `modelData`.
+    static constexpr int dOutRole = Qt::UserRole + 1;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    // Any thread.
+
+    void requestAddDOut(DOut *dout) { Q_EMIT _addDoutSignal(dout); }
+    void requestAddDOuts(const QList<DOut *> &douts) { Q_EMIT _addDoutsSignal(douts); }
+    void requestSetDOuts(const QList<DOut *> &douts) { Q_EMIT _setDoutsSignal(douts); }
+
+Q_SIGNALS:
+    void _addDoutSignal(DOut *dout);
+    void _addDoutsSignal(QList<DOut *> douts);
+    void _setDoutsSignal(QList<DOut *> douts);
+
+public Q_SLOTS:
+    void addDOut(DOut *dout);
+    void addDOuts(QList<DOut *> douts);
+    /// Replaces the list: all rows go, then the new ones come.
+    void setDOuts(QList<DOut *> douts);
+
+private:
+    void removeAll();
+
+    QList<DOut *> m_douts;
+};
