@@ -28,6 +28,15 @@ Item {
     property int maxLeftColWidth: 300 / Gui.scaleFactor
     property int minRightColWidth: breakpoint - maxLeftColWidth
     property int spacing: 5
+    readonly property int dialogMaxWidth: 450
+    readonly property int dialogWidth: Math.min(dialogMaxWidth, w1)
+    readonly property int dialogTextHeight: 100
+    readonly property int dialogDetailsHeight: 200
+    // Characters: what a dialog lays out as rich text, and the pieces in which it lays out more.
+    readonly property int richTextLimit: 20000
+    readonly property int textPiece: 1000
+    readonly property int dialogTitlePadding: 3
+    readonly property int dialogTitleSize: 16
 
     // Height and width of the window, and the width inside its margins.
     property int h
@@ -52,6 +61,7 @@ Item {
     property string nameSaure: "SANAL®-SA 3"
     property string nameLauge: "RIMALKAN®-HAT 26"
 
+    readonly property color accentColor: "#6fa4ce"
     property int theme: Material.Dark
     property bool isDarkTheme: theme === Material.Dark
 
@@ -81,6 +91,19 @@ Item {
     // Text behind the name of a value that is not its default.
     function defaultSuffixNumber(defaultValue, color) {
         return ` <i><font color="${color}">(Default: ${defaultValue})</font></i>`;
+    }
+
+    // The text in pieces of at most `textPiece` characters, cut at the ends of lines or words where there are any.
+    function splitText(text) {
+        const pieces = [];
+        let start = 0;
+        while (text.length - start > textPiece) {
+            const end = privat.cut(text, start);
+            pieces.push(text.slice(start, end));
+            start = end;
+        }
+        pieces.push(text.slice(start));
+        return pieces;
     }
 
     // Index of the item in a container with itemAt(), -1 if it is not there.
@@ -143,6 +166,18 @@ Item {
         id: privat
 
         property int windowSize: Common.WindowSize.Sm
+
+        // Where the piece that begins at `start` ends.
+        function cut(text, start) {
+            const end = start + root.textPiece;
+            for (const separator of ["\n", " "]) {
+                const index = text.lastIndexOf(separator, end - 1);
+                if (index > start) {
+                    return index + 1;
+                }
+            }
+            return end;
+        }
 
         function counted(number, unit) {
             return `${number} ${unit}${number > 1 ? "n" : ""}`;

@@ -1,0 +1,92 @@
+// A popup of a page that stands in the stack of open dialogs each time it is open.
+// A derived type may have a function customAccept(), which then takes the place of accept() for Enter and Return.
+import QtQuick
+import QtQuick.Controls
+
+import brovik.base
+import brovik.gui
+
+Popup {
+    id: root
+
+    property int id_: 0
+
+    signal accepted
+    signal rejected
+
+    // The backend gets `value`, if there is one: plain data only.
+    function accept(value) {
+        if (privat.leave(true, value)) {
+            root.accepted();
+        }
+    }
+
+    function reject() {
+        if (privat.leave(false)) {
+            root.rejected();
+        }
+    }
+
+    x: (Common.w1 - width) / 2
+    y: (Common.h - implicitHeight) / 2
+    width: Common.dialogWidth
+    modal: true
+    focus: true
+
+    onAboutToShow: privat.closing = false
+    onAboutToHide: privat.closing = true
+
+    onOpened: {
+        root.contentItem.forceActiveFocus();
+        root.id_ = Dialogs.setupPopup(root, root.id_);
+        privat.emit = true;
+    }
+
+    onClosed: {
+        Gui.toPy(Gui.PopupOpened, false);
+        if (privat.emit && root.id_ !== 0) {
+            Dialogs.removePopupById(root.id_, false);
+        }
+        privat.emit = false;
+    }
+
+    Component.onCompleted: {
+        const keys = root.contentItem.Keys;
+        keys.enterPressed.connect(privat.acceptByKey);
+        keys.returnPressed.connect(privat.acceptByKey);
+        keys.escapePressed.connect(() => root.reject());
+    }
+
+    QtObject {
+        id: privat
+
+        // Closing has not yet been reported to the backend.
+        property bool emit: false
+        // The popup is fading out: it has its answer already.
+        property bool closing: false
+
+        function leave(accepted, value) {
+            if (privat.closing) {
+                return false;
+            }
+            if (root.id_ !== 0) {
+                Dialogs.removePopupById(root.id_, accepted, value);
+            }
+            privat.emit = false;
+            root.close();
+            return true;
+        }
+
+        // The key event must not reach the backend as a value.
+        function acceptByKey() {
+            if (privat.closing) {
+                return;
+            }
+            if (root["customAccept"]) {
+                root["customAccept"]();
+            } else {
+                root.accept();
+            }
+        }
+    }
+}

@@ -1,0 +1,80 @@
+// The window that every screen stands in: theme, and the dialogs that the backend asks for.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+
+import brovik.base
+import brovik.gui
+
+ApplicationWindow {
+    id: root
+
+    visible: true
+    title: Gui.title
+
+    function setTheme(newTheme) {
+        Material.theme = newTheme;
+    }
+
+    function setAccent(accent) {
+        Material.accent = accent;
+    }
+
+    onWidthChanged: Common.calcWindowSize(width)
+
+    Component.onCompleted: {
+        setTheme(Gui.darkThemeEnabled ? Material.Dark : Material.Light);
+        Dialogs.overlay = Overlay.overlay;
+        Common.w1 = Qt.binding(() => root.width);
+        Common.h = Qt.binding(() => root.height);
+        Common.theme = Qt.binding(() => root.Material.theme);
+        setAccent(Common.accentColor);
+        if (Gui.fullscreen) {
+            showFullScreen();
+        }
+        Gui.toPy(Gui.Ready, null);
+    }
+
+    Connections {
+        target: Gui
+
+        function onCloseCurrentDialog(accept) {
+            if (accept) {
+                Dialogs.acceptCurrent();
+            } else {
+                Dialogs.rejectCurrent();
+            }
+        }
+
+        function onCloseDialog(id_, accept) {
+            const [dialog] = Dialogs.getOpenDialogById(id_) ?? [];
+            if (accept) {
+                dialog?.accept();
+            } else {
+                dialog?.reject();
+            }
+        }
+
+        function onFullscreenChanged(state) {
+            if (state) {
+                root.showFullScreen();
+            } else {
+                root.showNormal();
+            }
+        }
+
+        function onMessage(title, text, category, id) {
+            Dialogs.message(title, text, category, {id: id});
+        }
+
+        function onQuestion(title, text, options) {
+            Dialogs.question(title, text, options);
+        }
+
+        function onException(e) {
+            console.log("onException: " + JSON.stringify(e));
+            const traceback = e.withTraceback ? e.trace : null;
+            Dialogs.message(e.type, e.text, "error", {traceback: traceback});
+        }
+    }
+}

@@ -1,0 +1,296 @@
+// The stack of everything that is open above the page. Tells the backend what is on top and how it was answered.
+pragma Singleton
+
+import QtQuick
+import QtQuick.Controls
+
+import brovik.base
+import brovik.gui
+
+Item {
+    id: root
+
+    // The window's; every dialog is created in it.
+    property Overlay overlay
+
+    readonly property Component inputComp: Qt.createComponent("MyInputDialog.qml")
+    readonly property Component yesNoComp: Qt.createComponent("MyYesNoDialog.qml")
+    readonly property Component msgComp: Qt.createComponent("MyDialog.qml")
+
+    readonly property bool popupActive: privat.openDialogsIdStackLen > 0
+
+    // Opens a message. Options: id, details, traceback. Returns the dialog, or nothing if its id is open already.
+    function message(title, text, category = "info", options = {}) {
+        const traceback = options.traceback || "";
+        const dialog = msgComp.createObject(overlay, {
+            color: colorFromCategory(category),
+            title: title,
+            text: text,
+            details: options.details || "",
+            traceback: traceback,
+            time: traceback
+        });
+        if (privat.enter("message", options.id || 0, dialog)) {
+            dialog.open();
+            return dialog;
+        }
+    }
+
+    // Asks for a text. Options: category, text (the text to start with), password, open. Returns the dialog.
+    function input(title, text, options = {}) {
+        const dialog = inputComp.createObject(overlay, {
+            color: colorFromCategory(options.category || "info"),
+            popupWidth: Qt.binding(() => Common.dialogWidth),
+            title: title,
+            text: text,
+            value: options.text || "",
+            password: options.password || false
+        });
+        if (privat.enter("input", 0, dialog)) {
+            privat.openUnless(dialog, options.open);
+            return dialog;
+        }
+    }
+
+    // Asks for a decision. Options: yes, no, id, color, category, description (told to the backend), open, component
+    // (name of a custom one) and the properties of the dialog. Returns the dialog, or nothing if its id is open already.
+    function question(title, text, options = {}) {
+        const properties = Object.assign({}, options);
+        const take = name => {
+            const value = properties[name];
+            delete properties[name];
+            return value;
+        };
+        const id = take("id") || 0;
+        const category = take("category") || "info";
+        const description = take("description") ?? null;
+        const open = take("open");
+        const component = take("component");
+        properties.title = title;
+        properties.text = text;
+        properties.yes = options.yes === null ? "" : options.yes || "OK";
+        properties.no = options.no || "";
+        properties.color = options.color || colorFromCategory(category);
+        properties.width = Qt.binding(() => Common.dialogWidth);
+
+        const dialog = privat.createQuestion(component, properties);
+        const newId = privat.enter("question", id, dialog, description);
+        if (!newId) {
+            return;
+        }
+        if (newId > 0) {
+            dialog.accepted.connect(() => privat.answer(newId, true));
+            dialog.rejected.connect(() => privat.answer(newId, false));
+        }
+        privat.openUnless(dialog, open);
+        return dialog;
+    }
+
+    // The pair of dialog and description, or undefined.
+    function getOpenDialogById(dialogId) {
+        return privat.openDialogsMap.get(String(dialogId));
+    }
+
+    function poweroffQuestion() {
+        const dialog = question("Herunterfahren", "Soll die Maschine wirklich heruntergefahren werden?", {
+            no: "Abbrechen",
+            description: "poweroff"
+        });
+        dialog.accepted.connect(Gui.poweroff);
+    }
+
+    function rebootQuestion() {
+        const dialog = question("Reboot", "Soll die Maschine wirklich neu gestartet werden?", {no: "Abbrechen"});
+        dialog.accepted.connect(Gui.reboot);
+    }
+
+    function colorFromCategory(category, defaultColor = "gray") {
+        switch (category) {
+        case "info":
+            return "blue";
+        case "warning":
+            return Common.colorWarning;
+        case "error":
+            return "red";
+        case "success":
+            return "green";
+        default:
+            return defaultColor;
+        }
+    }
+
+    // Enters a popup in the stack and returns its id: the given one if that is positive, else an automatic one.
+    function setupPopup(popup, id = 0) {
+        if (!(popup instanceof Popup)) {
+            console.log(`${popup} ist keine Instanz von Popup`);
+            return;
+        }
+        const newId = id > 0 ? id : privat.nextAutoId();
+        privat.push(newId);
+        Gui.toPy(Gui.PopupOpened, true);
+        privat.openDialogsMap.set(String(newId), [popup, null]);
+        return newId;
+    }
+
+    // `value` goes to the backend: plain data only.
+    function removePopupById(id, accepted, value) {
+        privat.removeDialogById(id, accepted, false, value);
+    }
+
+    function acceptCurrent() {
+        const dialog = privat.current();
+        if (!dialog) {
+            console.warn("Dialogs.acceptCurrent() --> kein Dialog offen");
+        } else if (dialog.customAccept) {
+            dialog.customAccept();
+        } else if (dialog.accept) {
+            dialog.accept();
+        } else {
+            dialog.close();
+        }
+    }
+
+    function rejectCurrent() {
+        const dialog = privat.current();
+        if (!dialog) {
+            console.warn("Dialogs.rejectCurrent() --> kein Dialog offen");
+        } else if (dialog.reject) {
+            dialog.reject();
+        } else {
+            dialog.close();
+        }
+    }
+
+    // Makes a component known to the option `component` of question(). Its objects have the signals accepted,
+    // rejected and closed and the function open().
+    function addCustomQuestionComponent(name, comp) {
+        const prefix = "[addCustomQuestionComponent(name, comp)]";
+        if (!(comp instanceof Component)) {
+            console.log(`${prefix} ${comp} ist keine Instanz von Component`);
+            return false;
+        }
+        if (privat.customQuestionComponentsMap.has(name)) {
+            console.log(`${prefix} der Name ${name} ist bereits vergeben`);
+            return false;
+        }
+        privat.customQuestionComponentsMap.set(name, comp);
+        return true;
+    }
+
+    function delCustomQuestionComponent(name) {
+        return privat.customQuestionComponentsMap.delete(name);
+    }
+
+    QtObject {
+        id: privat
+
+        // Decimal id to the pair of dialog and description.
+        property var openDialogsMap: new Map()
+        // Open ids as decimal texts, the current one last.
+        property var openDialogsIdStack: []
+        property int openDialogAutoNumber: -1
+        property int openDialogsIdStackLen: 0
+        property var customQuestionComponentsMap: new Map()
+
+        function nextAutoId() {
+            while (openDialogsMap.has(String(openDialogAutoNumber))) {
+                --openDialogAutoNumber;
+            }
+            return openDialogAutoNumber--;
+        }
+
+        function push(id) {
+            openDialogsIdStack.push(String(id));
+            openDialogsIdStackLen = openDialogsIdStack.length;
+        }
+
+        function top() {
+            return openDialogsIdStack[openDialogsIdStack.length - 1];
+        }
+
+        function current() {
+            const [dialog] = openDialogsMap.get(top()) ?? [];
+            return dialog;
+        }
+
+        // Enters the dialog and returns its id, 0 if the id is open already. The backend is told first.
+        function setupDialog(id, dialog, description = null) {
+            if (id === 0) {
+                id = nextAutoId();
+            } else if (openDialogsMap.has(String(id))) {
+                console.log("Dialog ist bereits offen: " + id);
+                return 0;
+            }
+            push(id);
+            Gui.toPy(Gui.DialogData, {current: [id, description]});
+            openDialogsMap.set(String(id), [dialog, description]);
+            return id;
+        }
+
+        // Enters a new dialog that leaves the stack when it has closed; a refused one goes away.
+        function enter(caller, id, dialog, description) {
+            const newId = setupDialog(id, dialog, description);
+            if (!newId) {
+                dialog.destroy();
+                console.log(`${caller}: !newId`);
+                return 0;
+            }
+            let accepted = false;
+            dialog.accepted?.connect(() => accepted = true);
+            dialog.closed.connect(() => removeDialogById(newId, accepted, true));
+            return newId;
+        }
+
+        function openUnless(dialog, open) {
+            if (open ?? true) {
+                dialog.open();
+            }
+        }
+
+        function createQuestion(name, properties) {
+            const custom = customQuestionComponentsMap.get(name)?.createObject(root.overlay, properties);
+            if (custom) {
+                return custom;
+            }
+            if (name) {
+                properties.text = `<b><span style="color:red">Für das Bilden dieses Dialogs wurde die Komponente '${name}' angefragt, welche jedoch nicht zur Verfügung steht. Dabei handelt es sich um einen Programmfehler. Bitte melden Sie diesen der Firma Brovik (Foto). Es wird ein normaler Dialog gebildet.</span></b><br>${properties.text}`;
+            }
+            return root.yesNoComp.createObject(root.overlay, properties);
+        }
+
+        function answer(id, accepted) {
+            Gui.toPy(Gui.DialogData, {[id]: {a: accepted}});
+        }
+
+        function removeDialogById(id, accepted, destroy, value) {
+            if (openDialogsIdStack.length === 0) {
+                return;
+            }
+            const key = String(id);
+            if (destroy) {
+                const [dialog] = openDialogsMap.get(key) ?? [];
+                dialog?.destroy();
+            }
+            openDialogsMap.delete(key);
+            const index = openDialogsIdStack.lastIndexOf(key);
+            if (index >= 0) {
+                openDialogsIdStack.splice(index, 1);
+            }
+            openDialogsIdStackLen = openDialogsIdStack.length;
+
+            const reply = {[key]: {a: accepted}, current: currentForBackend()};
+            if (value !== undefined) {
+                reply[key].v = value;
+            }
+            Gui.toPy(Gui.DialogData, reply);
+        }
+
+        function currentForBackend() {
+            if (openDialogsIdStack.length === 0) {
+                return null;
+            }
+            const [, description = null] = openDialogsMap.get(top()) ?? [];
+            return [Number.parseInt(top()), description];
+        }
+    }
+}

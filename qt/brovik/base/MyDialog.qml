@@ -1,0 +1,92 @@
+// Tells the operator something, with details or a traceback to unfold.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+import brovik.base
+
+MyDialogFrame {
+    id: root
+
+    // Shown left of the buttons if it is a text.
+    property var time: ""
+    property string details: ""
+    // Frames with pathRel, pathAbs, lineNo, func and lineStr, outermost first.
+    property var traceback: null
+
+    function accept() {
+        close();
+    }
+
+    function reject() {
+        close();
+    }
+
+    text: "Text"
+
+    RowLayout {
+        Layout.fillWidth: true
+        spacing: Common.spacing
+
+        Label {
+            Layout.fillWidth: true
+            text: typeof root.time === "string" ? root.time : ""
+            textFormat: Text.PlainText
+            elide: Text.ElideRight
+        }
+
+        Button {
+            id: tracebackButton
+            text: "Traceback"
+            checkable: true
+            visible: root.traceback && !root.details
+        }
+
+        Button {
+            id: detailsButton
+            text: "Details"
+            checkable: true
+            visible: root.details
+        }
+
+        Button {
+            text: "OK"
+            onClicked: root.close()
+        }
+    }
+
+    MyTextList {
+        id: detailsList
+
+        Layout.fillWidth: true
+        Layout.preferredHeight: Math.min(Common.dialogDetailsHeight, contentHeight)
+        visible: tracebackButton.checked || detailsButton.checked
+    }
+
+    onEnterPressed: close()
+    onEscapePressed: close()
+
+    onClosed: detailsList.texts = []
+
+    Component.onCompleted: detailsList.texts = privat.detailTexts()
+
+    QtObject {
+        id: privat
+
+        function detailTexts() {
+            if (root.details) {
+                return [root.details];
+            }
+            if (root.traceback) {
+                return ["Traceback (letzter Aufruf zum Schluss):", ...Array.from(root.traceback, frameText)];
+            }
+            return [];
+        }
+
+        function frameText(frame) {
+            const file = String(frame.pathRel).startsWith(".") ? frame.pathAbs : frame.pathRel;
+            const line = frame.lineStr ? `:\n  ${frame.lineStr}` : "";
+            return `Datei ${file}, Zeile ${frame.lineNo}, in Funktion ${frame.func}${line}`;
+        }
+    }
+}

@@ -1,0 +1,64 @@
+// The frame of all dialogs: title bar, main text, and below them what the derived type adds.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+import brovik.base
+
+Popup {
+    id: root
+
+    property alias title: titleBar.text
+    property alias color: titleBar.barColor
+    property alias text: mainText.text
+    property alias textMinimumHeight: mainText.minimumHeight
+    // The dialog is fading out: it has its answer already.
+    readonly property bool closing: privat.closing
+    default property alias content: column.data
+
+    signal enterPressed
+    signal escapePressed
+
+    parent: Dialogs.overlay
+    x: parent ? (parent.width - width) / 2 : 0
+    y: parent ? (parent.height - height) / 2 : 0
+    width: Common.dialogWidth
+    height: Math.min(column.implicitHeight + topPadding + bottomPadding, parent ? parent.height : Infinity)
+    margins: 0
+    modal: true
+    focus: true
+    closePolicy: Popup.NoAutoClose
+
+    contentItem: ColumnLayout {
+        id: column
+
+        spacing: Common.spacing
+        focus: true
+
+        Keys.onEnterPressed: root.enterPressed()
+        Keys.onReturnPressed: root.enterPressed()
+        Keys.onEscapePressed: root.escapePressed()
+
+        MyDialogTitle {
+            id: titleBar
+            Layout.fillWidth: true
+        }
+
+        MyDialogText {
+            id: mainText
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.minimumHeight: 0
+            Layout.preferredHeight: Math.max(minimumHeight, implicitHeight)
+        }
+    }
+
+    onAboutToShow: privat.closing = false
+    onAboutToHide: privat.closing = true
+    onOpened: column.forceActiveFocus()
+
+    QtObject {
+        id: privat
+        property bool closing: false
+    }
+}

@@ -1,0 +1,38 @@
+// Plain texts below each other. Only what is in view is laid out, so that their length does not matter.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+
+import brovik.base
+
+ListView {
+    id: root
+
+    property var texts: []
+
+    implicitHeight: contentHeight
+    clip: true
+    interactive: contentHeight > height
+    boundsBehavior: Flickable.StopAtBounds
+    model: privat.pieces(texts)
+
+    ScrollBar.vertical: ScrollBar {}
+
+    delegate: Label {
+        required property string modelData
+
+        width: ListView.view.width
+        text: modelData
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+    }
+
+    QtObject {
+        id: privat
+
+        function pieces(texts) {
+            return [].concat(...texts.map(text => Common.splitText(text)));
+        }
+    }
+}

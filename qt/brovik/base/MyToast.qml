@@ -1,0 +1,102 @@
+// Shows a short text for a short time.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+
+import brovik.base
+import brovik.gui
+
+Popup {
+    id: root
+
+    property url imgUrl: "qrc:/brovik/base/img/save.svg"
+
+    // Without an icon the last one stays. Options: color, duration in ms.
+    function notify(text, iconUrl, options = {}) {
+        if (iconUrl) {
+            imgUrl = iconUrl;
+        }
+        privat.show(text, options.color || "transparent", options.duration || privat.stdDuration);
+    }
+
+    function warn(text, duration = privat.stdDuration) {
+        imgUrl = "qrc:/brovik/base/img/exclamation-triangle.svg";
+        privat.show(text, Common.colorWarning, duration);
+    }
+
+    padding: 0
+
+    contentItem: Rectangle {
+        id: background
+
+        implicitWidth: row.implicitWidth
+        implicitHeight: row.implicitHeight
+
+        RowLayout {
+            id: row
+
+            anchors.fill: parent
+            spacing: Common.spacing
+
+            MyIcon {
+                Layout.leftMargin: 10
+                source: root.imgUrl
+                size: Qt.size(root.height * 2 / 3, root.height * 2 / 3)
+            }
+
+            Label {
+                id: label
+
+                Layout.fillWidth: true
+                Layout.rightMargin: 10
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
+            }
+        }
+    }
+
+    Timer {
+        id: timer
+        onTriggered: root.close()
+    }
+
+    Connections {
+        target: Gui
+
+        function onToastNotify(text, iconUrl, colorEnum, duration) {
+            root.notify(text, iconUrl, {color: privat.colorOf(colorEnum), duration: duration});
+        }
+
+        function onToastWarn(text, duration) {
+            root.warn(text, duration);
+        }
+    }
+
+    QtObject {
+        id: privat
+
+        // Milliseconds.
+        readonly property int stdDuration: 1000
+
+        function show(text, color, duration) {
+            label.text = text;
+            background.color = color;
+            root.open();
+            timer.interval = duration;
+            timer.restart();
+        }
+
+        function colorOf(colorEnum) {
+            switch (colorEnum) {
+            case Gui.ColorGreen:
+                return Material.color(Material.Green, Material.Shade500);
+            case Gui.ColorTransparent:
+                break;
+            default:
+                console.error(`Unbekannten Wert für colorEnum erhalten: ${colorEnum} (Fallback: transparent)`);
+            }
+            return Qt.rgba(0, 0, 0, 0);
+        }
+    }
+}
