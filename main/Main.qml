@@ -17,6 +17,8 @@ BaseTemplate {
     width: 800
     height: 1200
     font.pointSize: Gui.fSizeS
+    // The style would write buttons and tabs in capitals.
+    font.capitalization: Font.MixedCase
 
     MyToast {
         id: toast
@@ -36,6 +38,7 @@ BaseTemplate {
         RowLayout {
             id: header
 
+            Layout.fillHeight: false
             Layout.preferredHeight: privat.headerHeight
             spacing: Common.spacing
 

@@ -1,4 +1,5 @@
 // A button that is held until it is filled, and acts when it is let go.
+import QtQuick
 import QtQuick.Controls
 
 DelayButton {
