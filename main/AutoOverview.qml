@@ -45,6 +45,8 @@ BrovikFlickable {
     Switch {
         id: intenseSwitch
 
+        objectName: "intense"
+
         Layout.alignment: Qt.AlignHCenter
         enabled: !Auto_.active
         text: "Intensivreinigung durchführen"
@@ -60,6 +62,8 @@ BrovikFlickable {
 
     Switch {
         id: steamSwitch
+
+        objectName: "steam"
 
         Layout.alignment: Qt.AlignHCenter
         enabled: !Auto_.active
@@ -95,6 +99,8 @@ BrovikFlickable {
             }
 
             Label {
+                objectName: "text"
+
                 Layout.fillWidth: true
                 wrapMode: Text.WordWrap
                 text: "Das Fass und Teile der Maschine werden durch die Dampfsterilisation sehr heiß! Persönliche Schutzausrüstung tragen!"
@@ -116,6 +122,8 @@ BrovikFlickable {
     }
 
     ProgressBar {
+        objectName: "progressBar"
+
         Layout.fillWidth: true
         Accessible.name: "Fortschritt"
         from: 0
@@ -148,6 +156,8 @@ BrovikFlickable {
 
         MyFloatingPointSpinBox {
             id: prestress
+
+            objectName: "prestress"
 
             Accessible.name: "Vorspanndruck"
             precision: 1

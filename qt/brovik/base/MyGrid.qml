@@ -10,7 +10,7 @@ import brovik.base
 GridLayout {
     id: root
 
-    property list<string> model
+    property var model: []
     property int alignmentLeft: Qt.AlignRight | Qt.AlignVCenter
     property int alignmentRight: Qt.AlignLeft | Qt.AlignVCenter
 

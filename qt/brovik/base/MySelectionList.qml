@@ -29,7 +29,7 @@ Rectangle {
         Label {
             id: label
 
-            Layout.maximumWidth: privat.stacked ? grid.width : Common.maxLeftColWidth
+            Layout.maximumWidth: privat.stacked ? root.width - Common.spacing : Common.maxLeftColWidth
             Layout.leftMargin: Common.spacing
             Layout.topMargin: privat.stacked ? Common.spacing : 0
             wrapMode: Text.WordWrap
@@ -48,7 +48,7 @@ Rectangle {
     QtObject {
         id: privat
 
-        // The width that the label wants beside the box, not the one that it has: see the flow.
+        // What decides the flow must not itself come from the layout.
         readonly property real labelWidth: Math.min(label.implicitWidth, Common.maxLeftColWidth)
         readonly property bool stacked: Common.minRightColWidth + privat.labelWidth > root.width
     }

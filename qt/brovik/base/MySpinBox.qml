@@ -21,7 +21,7 @@ Rectangle {
     property string infoMsg
     property bool wrap: false
     readonly property bool wrapped: grid.flow === GridLayout.TopToBottom
-    readonly property bool shoulWrap: spinBox.implicitWidth + privat.labelWidth > grid.width
+    readonly property bool shoulWrap: spinBox.implicitWidth + privat.labelWidth > privat.gridWidth
     readonly property bool valueError: root.value < root.from || root.value > root.to
     readonly property bool error: (root.showError && root.valueError) || root.warnMsg !== ""
 
@@ -62,7 +62,7 @@ Rectangle {
             Label {
                 id: label
 
-                Layout.maximumWidth: root.wrapped ? grid.width : Common.maxLeftColWidth
+                Layout.maximumWidth: root.wrapped ? privat.gridWidth : Common.maxLeftColWidth
                 Layout.topMargin: root.wrapped ? Common.spacing : 0
                 wrapMode: Text.WordWrap
                 visible: text !== ""
@@ -95,26 +95,18 @@ Rectangle {
     QtObject {
         id: privat
 
-        // The width that the label wants beside the spin box, not the one that it has: that would depend on the
-        // flow that is decided by it.
+        // The widths that decide the flow must not themselves come from the layout.
+        readonly property real gridWidth: root.width - Common.spacing
         readonly property real labelWidth: label.visible ? Math.min(label.implicitWidth, Common.maxLeftColWidth) : 0
         readonly property string rangeText: root.valueError ? `Der Wert ${root.value} liegt nicht im Bereich ${root.from}...${root.to}` : ""
         readonly property string errorText: root.warnMsg + (root.warnMsg && privat.rangeText ? "<br>" : "") + privat.rangeText
     }
 
-    Connections {
-        target: spinBox.down.indicator
-
-        function onEnabledChanged() {
-            root.downEnabledChanged(spinBox.down.indicator.enabled);
-        }
-    }
-
-    Connections {
-        target: spinBox.up.indicator
-
-        function onEnabledChanged() {
-            root.upEnabledChanged(spinBox.up.indicator.enabled);
-        }
+    // Connections cannot listen to a signal that it has itself.
+    Component.onCompleted: {
+        const down = spinBox.down.indicator;
+        const up = spinBox.up.indicator;
+        down.enabledChanged.connect(() => root.downEnabledChanged(down.enabled));
+        up.enabledChanged.connect(() => root.upEnabledChanged(up.enabled));
     }
 }

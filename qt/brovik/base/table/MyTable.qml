@@ -12,12 +12,14 @@ ColumnLayout {
 
     property int horizontalMargins: 10
     property alias model: view.model
-    property list<string> headerModel
-    // By column; what is no number of 0 or more is no limit.
+    property var headerModel: []
+    // By column; a width that is no number of 0 or more is no limit.
     property var headerMinWidths: []
     property var headerMaxWidths: []
     property var headerFillWidths: []
     property alias delegate: view.delegate
+    // The cell under the pointer, or the last one that was.
+    property Item hoveredCell
     readonly property alias tableView: view
     readonly property alias resetRowTimer: resetRowTimer
 
@@ -89,7 +91,7 @@ ColumnLayout {
         // The cell's item, or null. With noCheck the indices are known to be good.
         function itemAtRowAndColumn(row: int, col: int, noCheck: bool): Item {
             if (!noCheck && !(privat.isRow(row) && col >= 0 && col < view.model.columnCount)) {
-                console.log(`Invalid row or column index: ${row}.${col} (${view.model.rowCount}.${view.model.columnCount})`);
+                console.warn(`Invalid row or column index: ${row}.${col} (${view.model.rowCount}.${view.model.columnCount})`);
                 return null;
             }
             return view.itemAtCell(col, row);
@@ -98,7 +100,7 @@ ColumnLayout {
         // The items of a row, from left to right.
         function itemsAtRow(row: int): list<Item> {
             if (!privat.isRow(row)) {
-                console.log(`Invalid row index: ${row} (${view.model.rowCount})`);
+                console.warn(`Invalid row index: ${row} (${view.model.rowCount})`);
                 return [];
             }
             return Array.from({length: view.model.columnCount}, (_, col) => view.itemAtRowAndColumn(row, col, true));

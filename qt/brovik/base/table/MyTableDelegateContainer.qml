@@ -21,11 +21,13 @@ Control {
         color: root.row === root.table.tableView.hoveredRow ? Common.colorHovered : root.row % 2 === 1 ? Common.bg2 : "transparent"
     }
 
+    // The next cell may be entered before this one is left.
     onHoveredChanged: {
         if (root.hovered) {
             root.table.resetRowTimer.stop();
+            root.table.hoveredCell = root;
             root.table.tableView.hoveredRow = root.row;
-        } else {
+        } else if (root.table.hoveredCell === root) {
             root.table.resetRowTimer.restart();
         }
     }

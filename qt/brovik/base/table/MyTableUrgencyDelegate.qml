@@ -12,15 +12,22 @@ MyTableDelegateContainer {
         id: label
 
         readonly property string urgency: Shell.upgradables[root.row]?.urgency ?? "?"
-        readonly property var names: ({
-                low: "Niedrig",
-                medium: "Mittel",
-                high: "Hoch"
-            })
+        readonly property string urgencyText: {
+            switch (label.urgency) {
+            case "low":
+                return "Niedrig";
+            case "medium":
+                return "Mittel";
+            case "high":
+                return "Hoch";
+            default:
+                return label.urgency;
+            }
+        }
 
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
-        text: label.names[label.urgency] ?? label.urgency
+        text: label.urgencyText
         color: Shell.getUrgencyColor(label.urgency)
     }
 }
