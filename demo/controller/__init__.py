@@ -1,8 +1,108 @@
-"""The backend of the demo machine."""
+"""The backend of the demo machine.
 
-from brovik.gui import Gui
+The host imports this package, calls `init`, and then one of the functions below for each action
+of the operator, all on the interpreter thread. They do no work themselves: what concerns the
+machine is handed to its thread (`machine_thread`), what is to be kept to the thread that writes
+(`storage`).
+"""
+
+import atexit
+import os
+from functools import cache
+
+import brovik
+from brovik import Logger
+from brovik.actuator import ActuatorEnum
+from brovik.auto import AutoEnum
+from brovik.chart import ChartEnum
+from brovik.gui import Gui, GuiEnum
+from brovik.sensor import SensorEnum
+from brovik.settings import SettingsEnum
+from brovik.shell import ShellActionEnum
+from brovik.simulator import SimuEnum
+from brovik.wifi import WifiActionEnum
+
+from . import simulator
+from .backend import Backend
+from .entry import entry
+from .stubs import write_stubs
+
+if os.environ.get("BROVIK_MAKE_PY_STUBS") == "1":
+    write_stubs(brovik)
+
+
+@cache
+def backend() -> Backend:
+    """The one backend, made at the first call."""
+    return Backend.from_environment()
 
 
 def init(_debug: bool) -> None:
-    """Starts the demo machine."""
-    Gui.status = "Demo-Maschine bereit"
+    """Starts the demo machine. The host shows an exception and leaves the controls disabled."""
+    backend().machine.start()
+    # Python waits at its end for non-daemon threads only, and before it calls this.
+    atexit.register(backend().stop)
+
+
+@entry
+def actuator_toggle_from_cpp(enum: ActuatorEnum) -> None:
+    """An output is to be switched over, or manual heating."""
+    backend().machine.post(lambda: backend().operation.toggle_output(enum))
+
+
+@entry
+def auto_value_from_cpp(enum: AutoEnum, _value: None) -> None:
+    """The automatic run or the test of a bath is to start or to end."""
+    backend().machine.post(lambda: backend().operation.toggle(enum))
+
+
+@entry
+def chart_action_from_cpp(enum: ChartEnum, _value: object) -> None:
+    """An action on a chart. The demo machine records none."""
+    _not_on_this_machine(f"Chart-Aktion {enum.name}")
+
+
+@entry
+def gui_value_from_cpp(enum: GuiEnum, value: object) -> None:
+    """Something has happened on the screens that belongs to no function of the machine."""
+    if enum == GuiEnum.Ready:
+        backend().screens_ready()
+    elif enum == GuiEnum.DialogData:
+        backend().machine.post(lambda: backend().operation.questions.take(value))
+    else:
+        Logger.debug(f"{enum.name}: {value!r}")
+
+
+@entry
+def sensor_value_from_cpp(enum: SensorEnum, state: bool) -> None:
+    """A digital input is played from the simulator window."""
+    backend().machine.post(lambda: backend().operation.change_input(enum, state))
+
+
+@entry
+def shell_action_from_cpp(enum: ShellActionEnum, _value: object) -> None:
+    """An action of the update facility. The demo machine has nothing to update."""
+    _not_on_this_machine(f"Update-Aktion {enum.name}")
+
+
+@entry
+def simulator_value_from_cpp(enum: SimuEnum, value: object) -> None:
+    """A value of the simulated hardware is to change."""
+    simulator.wish(enum, value)
+
+
+@entry
+def settings_from_cpp(enum: SettingsEnum, value: object) -> None:
+    """A parameter of the process is to change. By the return of this function it has."""
+    backend().settings.wish(enum, value)
+
+
+@entry
+def wifi_action_from_cpp(enum: WifiActionEnum, _value: object) -> None:
+    """An action on the network. The demo machine leaves the network alone."""
+    _not_on_this_machine(f"Netzwerk-Aktion {enum.name}")
+
+
+def _not_on_this_machine(what: str) -> None:
+    Logger.info(f"{what}: auf der Demo-Maschine nicht verfügbar")
+    Gui.toast_warn("Auf der Demo-Maschine nicht verfügbar")

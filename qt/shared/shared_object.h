@@ -3,6 +3,7 @@
 #include "log.h"
 
 #include <QJSEngine>
+#include <QMutex>
 #include <QMutexLocker>
 #include <QObject>
 #include <QRecursiveMutex>
@@ -15,8 +16,9 @@ class QQmlEngine;
 #include <sanitizer/tsan_interface.h>
 #endif
 
-/// The recursive mutex of a shared object. Tells the thread sanitizer what Qt's futex code hides from it.
-class SharedMutex
+/// A mutex that tells the thread sanitizer what Qt's futex code hides from it.
+template <typename Mutex>
+class VisibleMutex
 {
 public:
     void lock()
@@ -36,10 +38,16 @@ public:
     }
 
 private:
-    QRecursiveMutex m_mutex;
+    Mutex m_mutex;
 };
 
+/// The mutex of a shared object.
+using SharedMutex = VisibleMutex<QRecursiveMutex>;
 using SharedLocker = QMutexLocker<SharedMutex>;
+
+/// For what is guarded apart from the object, and never while a signal leaves.
+using InnerMutex = VisibleMutex<QMutex>;
+using InnerLocker = QMutexLocker<InnerMutex>;
 
 /// An object that QML is bound to and Python writes to.
 ///

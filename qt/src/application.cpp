@@ -103,8 +103,9 @@ private:
                                           QStringLiteral("Startet die Anwendung im Fullscreen-Modus")};
     const QCommandLineOption m_pointingHandCursor{
         QStringLiteral("pointing-hand-cursor"),
-        QStringLiteral("Verwende den PointingHandCursor als Standard-Cursor (experimentell - Cursor kann von der "
-                       "Anwendung nicht mehr geändert werden)")};
+        QStringLiteral(
+            "Verwende den PointingHandCursor als Standard-Cursor (experimentell - Cursor kann von der "
+            "Anwendung nicht mehr geändert werden)")};
     const QCommandLineOption m_makeStubs{QStringLiteral("make-stubs"),
                                          QStringLiteral("Erstelle die Python Stub-Files (*.pyi)")};
     bool m_valid = false;
@@ -113,8 +114,9 @@ private:
 void reportInvalidParameters(const QString &errorText)
 {
     const QString text =
-        QStringLiteral("Beim Programmstart wurden ungültige Parameter übergeben:<br>%1<br><br><b>Falls dieser "
-                       "Fehler im Produktivbetrieb auftritt, bitte der Firma Brovik Bescheid geben.</b>")
+        QStringLiteral(
+            "Beim Programmstart wurden ungültige Parameter übergeben:<br>%1<br><br><b>Falls dieser "
+            "Fehler im Produktivbetrieb auftritt, bitte der Firma Brovik Bescheid geben.</b>")
             .arg(errorText.toHtmlEscaped());
     Q_EMIT Gui::instance().message(QStringLiteral("Ungültige(r) Parameter"), text, QStringLiteral("warning"));
 }
@@ -212,8 +214,7 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
 
     Bridge bridge(arguments.python, commandLine.makeStubs(), paths.backendDir);
     Gui::instance().setBackendControl(&bridge);
-    const int result =
-        commandLine.makeStubs() ? 0 : runScreens(application, bridge, commandLine, paths);
+    const int result = commandLine.makeStubs() ? 0 : runScreens(application, bridge, commandLine, paths);
     Gui::instance().setBackendControl(nullptr);
     return result;
 }

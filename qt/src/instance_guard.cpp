@@ -26,7 +26,8 @@ bool raiseThroughSocket(const QString &socketPath)
     if (!socket.waitForConnected(connectLimitMs)) {
         return false;
     }
-    logInfo("Anscheinend läuft das Programm bereits. Es wird versucht das Fenster nach vorne zu bringen (socket)");
+    logInfo("Anscheinend läuft das Programm bereits. Es wird versucht das Fenster nach vorne zu bringen "
+            "(socket)");
     socket.write(raiseCommand);
     socket.waitForBytesWritten(writeLimitMs);
     return true;
@@ -35,7 +36,7 @@ bool raiseThroughSocket(const QString &socketPath)
 /// Whether the window tool did its work; logs why not.
 bool listedWindows(const QProcess &tool)
 {
-    if (tool.error() != QProcess::FailedToStart && tool.exitStatus() != QProcess::NormalExit) {
+    if (tool.exitStatus() != QProcess::NormalExit) {
         logDebug("Das Programm 'wmctrl' ist gecrasht.");
         return false;
     }
@@ -66,9 +67,11 @@ bool raiseThroughWindowTool()
     if (!listedWindows(list) || !list.readAllStandardOutput().contains(windowTitle)) {
         return false;
     }
-    logInfo("Anscheinend läuft das Programm bereits. Es wird versucht das Fenster nach vorne zu bringen (wmctrl)");
+    logInfo("Anscheinend läuft das Programm bereits. Es wird versucht das Fenster nach vorne zu bringen "
+            "(wmctrl)");
     QProcess activate;
-    activate.start(windowTool(), {QStringLiteral("-a"), QString::fromLatin1(windowTitle)}, QIODevice::ReadWrite);
+    activate.start(windowTool(), {QStringLiteral("-a"), QString::fromLatin1(windowTitle)},
+                   QIODevice::ReadWrite);
     activate.waitForFinished(activateLimitMs);
     return true;
 }

@@ -5,9 +5,11 @@
 #include <QDateTime>
 #include <QElapsedTimer>
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -40,15 +42,26 @@ const char *levelTag(QtMsgType type)
 
 bool otherThreadsRun()
 {
+    // A directory has two links, and this one a further link for each thread.
+    constexpr std::uintmax_t linksOfOneThread = 3;
     std::error_code error;
-    const std::filesystem::directory_iterator tasks("/proc/self/task", error);
-    return error || std::distance(begin(tasks), end(tasks)) > 1;
+    return std::filesystem::hard_link_count("/proc/self/task", error) != linksOfOneThread;
 }
 
 /// Ends the process with code 1. While other threads run, nothing that they use may be taken down under them:
-/// then the exit handlers of the program are passed over.
+/// then the exit handlers of the program are passed over. Of several fatal messages the first one ends the
+/// process.
 [[noreturn]] void endProcess()
 {
+    static std::atomic<std::thread::id> ending;
+    const std::thread::id self = std::this_thread::get_id();
+    std::thread::id first;
+    if (!ending.compare_exchange_strong(first, self)) {
+        while (first != self) {
+            pause();
+        }
+        _exit(EXIT_FAILURE); // an exit handler had a fatal message of its own
+    }
     if (otherThreadsRun()) {
         std::atexit([] { _exit(EXIT_FAILURE); });
     }
@@ -57,8 +70,8 @@ bool otherThreadsRun()
 
 } // namespace
 
-QString formatLogLine(QtMsgType type, const QMessageLogContext &context, const QString &text, qint64 runTimeMs,
-                      const QString &wallClock)
+QString formatLogLine(QtMsgType type, const QMessageLogContext &context, const QString &text,
+                      qint64 runTimeMs, const QString &wallClock)
 {
     constexpr qint64 msPerSecond = 1000;
     constexpr qint64 msPerMinute = 60 * msPerSecond;

@@ -8,6 +8,7 @@
 #include "sensor.h"
 #include "settings.h"
 #include "shell.h"
+#include "signal_log.h"
 #include "simulator.h"
 #include "types.h"
 #include "wifi.h"
@@ -16,11 +17,9 @@
 #include <pybind11/stl.h>
 
 #include <QCoreApplication>
-#include <QMetaMethod>
-#include <QMutex>
-#include <QThread>
 
 #include <map>
+#include <memory>
 #include <vector>
 
 // The module `_probe`: what a Python test sees of the Qt side.
@@ -50,92 +49,44 @@ QObject *objectOf(const std::string &path)
     return object;
 }
 
-/// Records every emission of some signals, on the thread that emits, in order.
-class SignalLog : public QObject
+/// (signal, emitted on the GUI thread, arguments) of each emission.
+py::list emissions(const SignalLog &log)
 {
-public:
-    SignalLog(const std::string &path, const std::vector<std::string> &names)
-    {
-        QObject *object = objectOf(path);
-        for (const std::string &name : names) {
-            watch(*object, name);
-        }
+    py::list result;
+    for (const auto &[name, onGuiThread, values] : log.emissions()) {
+        result.append(py::make_tuple(name, onGuiThread, castQt2Py(values)));
     }
+    return result;
+}
 
-    int qt_metacall(QMetaObject::Call call, int id, void **arguments) override
+std::unique_ptr<SignalLog> watch(const std::string &path, const std::vector<std::string> &names)
+{
+    QObject &object = *objectOf(path);
+    return names.empty() ? std::make_unique<SignalLog>(object) : std::make_unique<SignalLog>(object, names);
+}
+
+/// What QML reads; an enumerator as its number.
+py::object readAsQml(const std::string &path, const char *property)
+{
+    const QVariant value = objectOf(path)->property(property);
+    const bool isEnumerator = value.metaType().flags().testFlag(QMetaType::IsEnumeration);
+    return castQt2Py(isEnumerator ? QVariant(value.toInt()) : value);
+}
+
+/// Calls an invokable on the GUI thread, as a screen does.
+void invoke(const std::string &path, const std::string &method, double argument)
+{
+    QObject *object = objectOf(path);
+    bool called = false;
     {
-        const int slot = QObject::qt_metacall(call, id, arguments);
-        if (call != QMetaObject::InvokeMetaMethod || slot < 0) {
-            return slot;
-        }
-        const QMetaMethod &signal = m_signals.at(static_cast<std::size_t>(slot));
-        QVariantList values;
-        for (int index = 0; index < signal.parameterCount(); ++index) {
-            const QMetaType type = signal.parameterMetaType(index);
-            const bool isVariant = type == QMetaType::fromType<QVariant>();
-            const void *value = arguments[index + 1];
-            values.append(isVariant ? *static_cast<const QVariant *>(value) : QVariant(type, value));
-        }
-        const QMutexLocker lock(&m_mutex);
-        const bool onGuiThread = QThread::currentThread() == QCoreApplication::instance()->thread();
-        m_emissions.push_back({signal.name().toStdString(), onGuiThread, values});
-        return -1;
+        const py::gil_scoped_release release;
+        called = QMetaObject::invokeMethod(object, method.c_str(), Qt::BlockingQueuedConnection,
+                                           Q_ARG(double, argument));
     }
-
-    /// (signal, emitted on the GUI thread, arguments) of each emission.
-    py::list emissions() const
-    {
-        const QMutexLocker lock(&m_mutex);
-        py::list result;
-        for (const auto &[name, onGuiThread, values] : m_emissions) {
-            result.append(py::make_tuple(name, onGuiThread, castQt2Py(values)));
-        }
-        return result;
+    if (!called) {
+        throw py::key_error(method);
     }
-
-    py::list names() const
-    {
-        const QMutexLocker lock(&m_mutex);
-        py::list result;
-        for (const Recorded &emission : m_emissions) {
-            result.append(emission.name);
-        }
-        return result;
-    }
-
-    void clear()
-    {
-        const QMutexLocker lock(&m_mutex);
-        m_emissions.clear();
-    }
-
-private:
-    struct Recorded
-    {
-        std::string name;
-        bool onGuiThread;
-        QVariantList values;
-    };
-
-    void watch(QObject &object, const std::string &name)
-    {
-        const QMetaObject &meta = *object.metaObject();
-        for (int index = 0; index < meta.methodCount(); ++index) {
-            const QMetaMethod method = meta.method(index);
-            if (method.methodType() == QMetaMethod::Signal && method.name() == name.c_str()) {
-                const int slot = QObject::staticMetaObject.methodCount() + static_cast<int>(m_signals.size());
-                m_signals.push_back(method);
-                QMetaObject::connect(&object, index, this, slot, Qt::DirectConnection);
-                return;
-            }
-        }
-        throw py::key_error(name);
-    }
-
-    std::vector<QMetaMethod> m_signals;
-    mutable QMutex m_mutex;
-    std::vector<Recorded> m_emissions;
-};
+}
 
 py::list logTexts(const LogCapture &capture)
 {
@@ -151,18 +102,17 @@ py::list logTexts(const LogCapture &capture)
 PYBIND11_EMBEDDED_MODULE(_probe, module)
 {
     py::class_<SignalLog>(module, "SignalLog")
-        .def(py::init<const std::string &, const std::vector<std::string> &>())
-        .def_property_readonly("emissions", &SignalLog::emissions)
+        // Without names: all signals that the class itself declares.
+        .def(py::init(&watch), py::arg("path"), py::arg("names") = std::vector<std::string>())
+        .def_property_readonly("emissions", emissions)
         .def_property_readonly("names", &SignalLog::names)
         .def("clear", &SignalLog::clear);
     py::class_<LogCapture>(module, "LogCapture")
         .def(py::init<>())
         .def_property_readonly("messages", logTexts)
         .def("clear", &LogCapture::clear);
-    // What QML reads.
-    module.def("qml", [](const std::string &path, const char *property) {
-        return castQt2Py(objectOf(path)->property(property));
-    });
+    module.def("qml", readAsQml);
+    module.def("invoke", invoke);
     // Waits until the GUI thread has handled all that was posted to it before.
     module.def("settle", [] {
         const py::gil_scoped_release release;

@@ -23,6 +23,17 @@ void execute(const QString &code)
     }
 }
 
+QStringList recordedPrints;
+QtMessageHandler nextHandler = nullptr;
+
+void recordPrint(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg) {
+        recordedPrints.append(text);
+    }
+    nextHandler(type, context, text);
+}
+
 } // namespace
 
 void Backend::run(const QString &code)
@@ -35,4 +46,16 @@ void Backend::runOnThread(const QString &code)
     const std::unique_ptr<QThread> thread(QThread::create(execute, code));
     thread->start();
     thread->wait();
+}
+
+void Backend::startRecordingPrints()
+{
+    recordedPrints.clear();
+    nextHandler = qInstallMessageHandler(recordPrint);
+}
+
+QStringList Backend::takePrints()
+{
+    qInstallMessageHandler(nextHandler);
+    return recordedPrints;
 }

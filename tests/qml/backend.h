@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
 
 /// The QML singleton `Backend` of kubelor.test: lets a test play the backend with lines of Python against the
 /// built-in module `brovik`, whose submodules are imported. Lives on the GUI thread.
@@ -17,4 +18,9 @@ public:
     /// Runs Python code on a thread of its own, and waits for its end: signals arrive as they do from the
     /// backend.
     Q_INVOKABLE void runOnThread(const QString &code);
+
+    /// Begins to record what the code under test prints below the level of a warning.
+    Q_INVOKABLE void startRecordingPrints();
+    /// Ends the recording and returns it.
+    Q_INVOKABLE QStringList takePrints();
 };

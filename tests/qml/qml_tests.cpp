@@ -1,4 +1,5 @@
 #include "backend.h"
+#include "gui.h"
 
 #include <pybind11/embed.h>
 
@@ -23,6 +24,8 @@ int main(int argc, char **argv)
     QQuickStyle::setStyle(QStringLiteral("Material"));
     const pybind11::scoped_interpreter interpreter(false);
     const pybind11::gil_scoped_release withoutGil;
+    // The program says so when the main screen is loaded; messages then arrive at once.
+    Gui::instance().deliverPending();
     Backend backend;
     qmlRegisterSingletonInstance("kubelor.test", 1, 0, "Backend", &backend);
     Setup setup;

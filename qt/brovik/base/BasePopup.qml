@@ -79,13 +79,8 @@ Popup {
 
         // The key event must not reach the backend as a value.
         function acceptByKey() {
-            if (privat.closing) {
-                return;
-            }
-            if (root["customAccept"]) {
-                root["customAccept"]();
-            } else {
-                root.accept();
+            if (!privat.closing) {
+                Dialogs.acceptDialog(root);
             }
         }
     }

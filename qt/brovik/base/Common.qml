@@ -37,6 +37,7 @@ Item {
     readonly property int textPiece: 1000
     readonly property int dialogTitlePadding: 3
     readonly property int dialogTitleSize: 16
+    readonly property int toastMargin: 10
 
     // Height and width of the window, and the width inside its margins.
     property int h

@@ -141,7 +141,14 @@ Item {
         const dialog = privat.current();
         if (!dialog) {
             console.warn("Dialogs.acceptCurrent() --> kein Dialog offen");
-        } else if (dialog.customAccept) {
+        } else {
+            acceptDialog(dialog);
+        }
+    }
+
+    // What Enter does in a dialog or popup.
+    function acceptDialog(dialog) {
+        if (dialog.customAccept) {
             dialog.customAccept();
         } else if (dialog.accept) {
             dialog.accept();

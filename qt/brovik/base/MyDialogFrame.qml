@@ -29,7 +29,7 @@ Popup {
     focus: true
     closePolicy: Popup.NoAutoClose
 
-    contentItem: ColumnLayout {
+    contentItem: ColumnLayout { // qmllint disable deferred-property-id
         id: column
 
         spacing: Common.spacing
@@ -49,7 +49,7 @@ Popup {
             Layout.fillWidth: true
             Layout.fillHeight: true
             Layout.minimumHeight: 0
-            Layout.preferredHeight: Math.max(minimumHeight, implicitHeight)
+            Layout.preferredHeight: implicitHeight
         }
     }
 

@@ -1,49 +1,49 @@
 // The main text of a dialog: rich text that scrolls if it is too high. What is too long to be laid out at once is
 // shown as plain text.
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Controls
 
 import brovik.base
 
-Loader {
+Item {
     id: root
 
     property string text
     property int minimumHeight: Common.dialogTextHeight
 
-    height: Math.max(minimumHeight, implicitHeight)
-    sourceComponent: text.length > Common.richTextLimit ? longText : richText
+    implicitHeight: Math.max(minimumHeight, privat.tooLong ? longText.implicitHeight : label.implicitHeight)
 
-    Component {
-        id: richText
+    Flickable {
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: label.implicitHeight
+        clip: true
+        interactive: contentHeight > height
+        boundsBehavior: Flickable.StopAtBounds
+        visible: !privat.tooLong
 
-        Flickable {
-            implicitHeight: label.implicitHeight
-            contentWidth: width
-            contentHeight: label.implicitHeight
-            clip: true
-            interactive: contentHeight > height
-            boundsBehavior: Flickable.StopAtBounds
+        ScrollBar.vertical: ScrollBar {}
 
-            ScrollBar.vertical: ScrollBar {}
+        Label {
+            id: label
 
-            Label {
-                id: label
-                width: parent.width
-                text: root.text
-                textFormat: Text.RichText
-                wrapMode: Text.Wrap
-            }
+            width: parent.width
+            text: privat.tooLong ? "" : root.text
+            textFormat: Text.RichText
+            wrapMode: Text.Wrap
         }
     }
 
-    Component {
+    MyTextList {
         id: longText
 
-        MyTextList {
-            texts: [root.text]
-        }
+        anchors.fill: parent
+        texts: privat.tooLong ? [root.text] : []
+        visible: privat.tooLong
+    }
+
+    QtObject {
+        id: privat
+        readonly property bool tooLong: root.text.length > Common.richTextLimit
     }
 }

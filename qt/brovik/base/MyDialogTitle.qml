@@ -7,7 +7,7 @@ import brovik.base
 Label {
     id: root
 
-    property alias barColor: bar.color
+    property color barColor: "grey"
 
     padding: Common.dialogTitlePadding
     text: "Titel"
@@ -17,7 +17,6 @@ Label {
     font.pointSize: Common.dialogTitleSize
 
     background: Rectangle {
-        id: bar
-        color: "grey"
+        color: root.barColor
     }
 }

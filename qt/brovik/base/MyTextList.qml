@@ -32,7 +32,11 @@ ListView {
         id: privat
 
         function pieces(texts) {
-            return [].concat(...texts.map(text => Common.splitText(text)));
+            let pieces = [];
+            for (const text of texts) {
+                pieces = pieces.concat(Common.splitText(text));
+            }
+            return pieces;
         }
     }
 }

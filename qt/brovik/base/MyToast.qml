@@ -26,33 +26,33 @@ Popup {
     }
 
     padding: 0
+    contentWidth: row.implicitWidth
+    contentHeight: label.implicitHeight
 
-    contentItem: Rectangle {
+    Rectangle {
         id: background
+        anchors.fill: parent
+    }
 
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
+    RowLayout {
+        id: row
 
-        RowLayout {
-            id: row
+        anchors.fill: parent
+        spacing: Common.spacing
 
-            anchors.fill: parent
-            spacing: Common.spacing
+        MyIcon {
+            Layout.leftMargin: Common.toastMargin
+            source: root.imgUrl
+            size: Qt.size(root.height * 2 / 3, root.height * 2 / 3)
+        }
 
-            MyIcon {
-                Layout.leftMargin: 10
-                source: root.imgUrl
-                size: Qt.size(root.height * 2 / 3, root.height * 2 / 3)
-            }
+        Label {
+            id: label
 
-            Label {
-                id: label
-
-                Layout.fillWidth: true
-                Layout.rightMargin: 10
-                textFormat: Text.PlainText
-                elide: Text.ElideRight
-            }
+            Layout.fillWidth: true
+            Layout.rightMargin: Common.toastMargin
+            textFormat: Text.PlainText
+            elide: Text.ElideRight
         }
     }
 

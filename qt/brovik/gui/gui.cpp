@@ -9,8 +9,7 @@
 
 namespace {
 
-template <typename Size>
-Size scaled(Size size, double factor)
+template <typename Size> Size scaled(Size size, double factor)
 {
     if constexpr (std::is_integral_v<Size>) {
         return static_cast<Size>(std::lround(size * factor));
@@ -107,8 +106,7 @@ void Gui::showException(const QVariantMap &error)
     }
 }
 
-template <typename Queue>
-bool Gui::takeFirst(Queue &queue, typename Queue::value_type &first)
+template <typename Queue> bool Gui::takeFirst(Queue &queue, typename Queue::value_type &first)
 {
     const SharedLocker lock(&m_mutex);
     if (queue.empty()) {

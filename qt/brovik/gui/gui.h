@@ -175,8 +175,7 @@ private:
     void endMachine(const QString &command, const QString &title);
     void setItemsScaleFactor(double factor);
     bool keepUntilReady(const std::function<void()> &keep);
-    template <typename Queue>
-    bool takeFirst(Queue &queue, typename Queue::value_type &first);
+    template <typename Queue> bool takeFirst(Queue &queue, typename Queue::value_type &first);
 
     QString m_title;
     bool m_fullscreen = false;

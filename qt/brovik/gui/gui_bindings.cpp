@@ -43,8 +43,7 @@ void bindEnums(py::module_ &module)
         .value("Recovery", Gui::PopupRecovery);
 }
 
-template <typename Class>
-void bindProperties(Class &cls)
+template <typename Class> void bindProperties(Class &cls)
 {
     using Self = Gui;
     bindProperty(cls, "page", &Self::page, &Self::changePage, "The current page.");
@@ -53,8 +52,7 @@ void bindProperties(Class &cls)
     GUI_SIZES(BIND_PROPERTY)
 }
 
-template <typename Class>
-void bindFunctions(Class &cls)
+template <typename Class> void bindFunctions(Class &cls)
 {
     using namespace py::literals;
     cls.def("close_dialog", &Gui::closeDialog, "id_"_a, pythonArgument<bool>("accept") = false,
@@ -65,7 +63,8 @@ void bindFunctions(Class &cls)
             "duration"_a = 1000, "Shows a short note with an icon, for `duration` milliseconds.");
     cls.def("toast_warn", &Gui::toastWarn, "text"_a, "duration"_a = 1000,
             "Shows a short warning, for `duration` milliseconds.");
-    cls.def("set_warnings_dialog_data", &Gui::setWarningsDialogData, "count"_a, "title"_a, "text"_a, "yes_txt"_a);
+    cls.def("set_warnings_dialog_data", &Gui::setWarningsDialogData, "count"_a, "title"_a, "text"_a,
+            "yes_txt"_a);
     cls.def("set_pico_stdout", &Gui::setPicoStdout);
     cls.def("set_pico_stderr", &Gui::setPicoStderr);
     cls.def("set_pico_return_value", &Gui::setPicoReturnValue);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gpio_worker.h"
 #include "sensor_enums.h"
 #include "sensor_inputs.h"
 #include "shared_object.h"
@@ -7,13 +8,12 @@
 
 #include <QElapsedTimer>
 #include <QJSValue>
-#include <QMutex>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 #include <array>
 #include <atomic>
-#include <functional>
+#include <optional>
 
 // clang-format off
 /// Each: enumerator, QML name, Python name, name, number at start.
@@ -72,12 +72,66 @@ class Sensor : public SharedObject, public SharedSingleton<Sensor>
     SENSOR_VALUES(SHARED_PROPERTY)
     SENSOR_STATE(SHARED_PROPERTY)
 
+public:
+    using DIns = std::array<DIn *, 3>;
+
+    /// `start`, `stop`, `level`.
+    const DIns &allDins() const { return m_allDins; }
+    /// Null for a value that is no digital input.
+    DIn *dinFromEnum(SensorEnum input) const;
+    /// Null for a value that is no analogue input.
+    AIn *ainFromEnum(SensorEnum input);
+
+    // What the backend has measured. Each stores the value before and the value after the offset, and the
+    // functions that apply the offset return the latter.
+
+    double setLwAndApplyOffset(double raw);
+    double setPAndApplyOffset(double raw);
+    void setLwWithoutOffset(double value);
+    void setPWithoutOffset(double value);
+
+    /// Starts the measurement of conductivity; any thread. To be called once, or every second period finds no
+    /// pulses.
+    void initLwTimer() { Q_EMIT _initLwTimerSignal(); }
+    /// Counts the falling edges of a line from now on.
+    void setupLwEdgeDetect(uint channel);
+    /// What counts an edge: one lock and one increment, no allocation. The callback lives as long as this
+    /// object.
+    gpio_callback_func edgeCounter();
+    /// The edges since the last period. Takes no lock.
+    qint64 lwTicks() const { return m_lwTicks; }
+    /// Ends a period that took so many milliseconds: computes the conductivity from the edges counted in it.
+    /// GUI thread.
+    void calcLw(qint64 elapsedMs);
+
+    /// The pressure, bar, that a simulated sensor shows: sets the simulated input as well.
+    void pChangeFromSimulator(double bar);
+
+    /// A wish of the simulator's window. Start and stop take a truth value, SensorLw mS/cm, SensorP bar; the
+    /// level is switched over, whatever the value.
+    Q_INVOKABLE void requestValueChange(SensorEnums::SensorEnum input, const QJSValue &value);
+
 Q_SIGNALS:
     /// An operator asks the backend for another state of an input.
     void stateChangeRequested(SensorEnums::SensorEnum input, bool state);
     void _initLwTimerSignal();
 
+private Q_SLOTS:
+    void _calcLw();
+    void _initLwTimer();
+
 private:
     friend class SharedSingleton<Sensor>;
-    Sensor() = default;
+    Sensor();
+
+    std::optional<qint64> takeFrequency(qint64 elapsedMs);
+    void lwChangeFromSimulator(double value);
+
+    const DIns m_allDins{&m_start, &m_stop, &m_level};
+    std::atomic<qint64> m_lwTicks = 0;
+    /// Of the last period with edges, whole Hz.
+    qint64 m_frequency = 0;
+    InnerMutex m_tickMutex;
+    QElapsedTimer m_elapsed;
+    QTimer m_periodTimer;
 };

@@ -6,11 +6,11 @@
 #include "gpio_bindings.h"
 #include "gui_bindings.h"
 #include "log.h"
+#include "python_property.h"
 #include "sensor_bindings.h"
 #include "settings_bindings.h"
 #include "shell_bindings.h"
 #include "simulator_bindings.h"
-#include "types.h"
 #include "wifi_bindings.h"
 
 #include <pybind11/embed.h>
@@ -31,37 +31,44 @@ struct Submodule
 
 /// In the order in which Python sees them made.
 constexpr Submodule submodules[] = {
-    {"actuator", bindActuator},   {"auto", bindAuto},   {"gpio", bindGPIO},         {"gui", bindGui},
-    {"chart", bindChart},         {"config", bindConfig}, {"sensor", bindSensor},   {"shell", bindShell},
-    {"settings", bindSettings},   {"simulator", bindSimulator}, {"wifi", bindWifi},
+    {"actuator", bindActuator}, {"auto", bindAuto},           {"gpio", bindGPIO},     {"gui", bindGui},
+    {"chart", bindChart},       {"config", bindConfig},       {"sensor", bindSensor}, {"shell", bindShell},
+    {"settings", bindSettings}, {"simulator", bindSimulator}, {"wifi", bindWifi},
 };
 
 /// Scope of the static functions of `brovik.Logger`.
 struct Logger
-{
-};
+{};
 
-template <typename Log>
-void bindLogFunction(py::class_<Logger> &cls, const char *name, const Log &log)
+template <typename Log> void bindLogFunction(py::class_<Logger> &cls, const char *name, const Log &log)
 {
     const auto logText = [log](const py::str &message, bool /*withTrace*/) {
         const QString text = castPy2Qt<QString>(message);
         log(QMessageLogger(nullptr, 0, nullptr, pythonLogCategory),
             text.isNull() ? "Konnte die Python-Nachricht nicht konvertieren" : qUtf8Printable(text));
     };
-    cls.def_static(name, logText, py::arg("msg"), py::arg("w_trace") = false);
+    cls.def_static(name, logText, py::arg("msg"), pythonArgument<bool>("w_trace") = false);
 }
 
 void bindLogger(py::module_ &module)
 {
     py::class_<Logger> cls(module, "Logger", "Writes to the log of the program.");
-    bindLogFunction(cls, "debug", [](const QMessageLogger &logger, const char *text) { logger.debug("%s", text); });
-    bindLogFunction(cls, "info", [](const QMessageLogger &logger, const char *text) { logger.info("%s", text); });
+    bindLogFunction(cls, "debug",
+                    [](const QMessageLogger &logger, const char *text) { logger.debug("%s", text); });
+    bindLogFunction(cls, "info",
+                    [](const QMessageLogger &logger, const char *text) { logger.info("%s", text); });
     bindLogFunction(cls, "warning",
                     [](const QMessageLogger &logger, const char *text) { logger.warning("%s", text); });
     bindLogFunction(cls, "critical",
                     [](const QMessageLogger &logger, const char *text) { logger.critical("%s", text); });
-    bindLogFunction(cls, "fatal", [](const QMessageLogger &logger, const char *text) { logger.fatal("%s", text); });
+    bindLogFunction(cls, "fatal",
+                    [](const QMessageLogger &logger, const char *text) { logger.fatal("%s", text); });
+}
+
+/// UTF-8; what has none is escaped as Python's own stderr does it, so that no print fails.
+std::string printable(const py::str &text)
+{
+    return text.attr("encode")("utf-8", "backslashreplace").cast<std::string>();
 }
 
 void forwardException()
@@ -81,8 +88,8 @@ void forwardException()
 
 PYBIND11_EMBEDDED_MODULE(_std_redirects, module)
 {
-    module.def("stdout_redirect", [](const std::string &text) { std::cout << text << std::flush; });
-    module.def("stderr_redirect", [](const std::string &text) { std::cerr << text << std::flush; });
+    module.def("stdout_redirect", [](const py::str &text) { std::cout << printable(text) << std::flush; });
+    module.def("stderr_redirect", [](const py::str &text) { std::cerr << printable(text) << std::flush; });
 }
 
 PYBIND11_EMBEDDED_MODULE(brovik, module)

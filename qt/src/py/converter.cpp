@@ -7,31 +7,29 @@
 #include <QJSValueIterator>
 #include <QMetaType>
 
+#include <algorithm>
+
 namespace py = pybind11;
 
 namespace {
 
-template <typename List, typename Convert>
-py::list listOf(const List &values, const Convert &convert)
+template <typename ElementAt> py::list listOf(qsizetype length, const ElementAt &elementAt)
 {
-    py::list result(static_cast<std::size_t>(values.size()));
-    for (qsizetype index = 0; index < values.size(); ++index) {
-        const auto position = static_cast<Py_ssize_t>(index);
-        if (PyList_SetItem(result.ptr(), position, convert(values.at(index)).release().ptr()) != 0) {
+    py::list result(static_cast<std::size_t>(length));
+    for (qsizetype index = 0; index < length; ++index) {
+        if (PyList_SetItem(result.ptr(), index, elementAt(index).release().ptr()) != 0) {
             throw py::error_already_set();
         }
     }
     return result;
 }
 
-template <typename List>
-py::list listOf(const List &values)
+template <typename List> py::list listOf(const List &values)
 {
-    return listOf(values, [](const auto &value) { return castQt2Py(value); });
+    return listOf(values.size(), [&](qsizetype index) { return castQt2Py(values.at(index)); });
 }
 
-template <typename Map>
-py::dict dictOf(const Map &values)
+template <typename Map> py::dict dictOf(const Map &values)
 {
     py::dict result;
     for (auto item = values.begin(); item != values.end(); ++item) {
@@ -40,20 +38,18 @@ py::dict dictOf(const Map &values)
     return result;
 }
 
-template <typename Pair>
-py::tuple pairOf(const Pair &pair)
+template <typename Number> py::list listOfPairs(const QList<std::pair<Number, Number>> &pairs)
 {
-    return py::make_tuple(pair.first, pair.second);
+    return listOf(pairs.size(), [&](qsizetype index) -> py::object {
+        return py::make_tuple(pairs.at(index).first, pairs.at(index).second);
+    });
 }
 
 py::list listOfScriptArray(const QJSValue &array)
 {
     const int length = array.property(QStringLiteral("length")).toInt();
-    py::list result;
-    for (int index = 0; index < length; ++index) {
-        result.append(castQt2Py(array.property(static_cast<quint32>(index))));
-    }
-    return result;
+    return listOf(std::max(length, 0),
+                  [&](qsizetype index) { return castQt2Py(array.property(static_cast<quint32>(index))); });
 }
 
 py::dict dictOfScriptObject(const QJSValue &object)
@@ -101,9 +97,10 @@ QString reprOf(const py::handle &object)
     const QString container =
         object.is(parent) ? QString() : QStringLiteral(" (enthalten in %1)").arg(reprOf(parent));
     const QString text =
-        QStringLiteral("Das an callback() übergebene Object darf nur einfache Typen wie int, float, str, bytes, "
-                       "bytearray, bool, None, dict und einfache Iterables wie tuple, list, set aus diesen Typen "
-                       "enthalten. Es wurde %1 übergeben%2.")
+        QStringLiteral(
+            "Das an callback() übergebene Object darf nur einfache Typen wie int, float, str, bytes, "
+            "bytearray, bool, None, dict und einfache Iterables wie tuple, list, set aus diesen Typen "
+            "enthalten. Es wurde %1 übergeben%2.")
             .arg(reprOf(object), container);
     throw py::type_error(text.toStdString());
 }
@@ -117,11 +114,7 @@ struct VariantBuilder
     static QVariant null() { return QVariant::fromValue(nullptr); }
     static QVariant bytes(const QByteArray &value) { return value; }
 
-    template <typename Plain>
-    static QVariant plain(Plain value)
-    {
-        return value;
-    }
+    template <typename Plain> static QVariant plain(Plain value) { return value; }
 
     static QVariant dict(const py::handle &object) { return castPy2Qt<QVariantMap>(object); }
 
@@ -137,13 +130,7 @@ struct VariantBuilder
     }
 };
 
-QString keyOf(const py::handle &key)
-{
-    return castPy2Qt<QString>(PyUnicode_Check(key.ptr()) ? py::reinterpret_borrow<py::object>(key) : py::str(key));
-}
-
-template <typename Insert>
-void forEachItem(const py::handle &dict, const Insert &insert)
+template <typename Insert> void forEachItem(const py::handle &dict, const Insert &insert)
 {
     PyObject *key = nullptr;
     PyObject *value = nullptr;
@@ -152,7 +139,7 @@ void forEachItem(const py::handle &dict, const Insert &insert)
         // str() of a key may run Python that changes the dict.
         const auto keptKey = py::reinterpret_borrow<py::object>(key);
         const auto keptValue = py::reinterpret_borrow<py::object>(value);
-        insert(keyOf(keptKey), keptValue);
+        insert(textOf(keptKey), keptValue);
     }
 }
 
@@ -168,11 +155,7 @@ struct ScriptBuilder
     static QJSValue null() { return QJSValue::NullValue; }
     static QJSValue bytes(const QByteArray &value) { return QString::fromUtf8(value); }
 
-    template <typename Plain>
-    static QJSValue plain(Plain value)
-    {
-        return value;
-    }
+    template <typename Plain> static QJSValue plain(Plain value) { return value; }
 
     static QJSValue dict(const py::handle &object)
     {
@@ -236,9 +219,27 @@ typename Builder::Value unguardedFromPython(const py::handle &object, const py::
                          [&](const py::handle &element) { return fromPython<Builder>(element, object); });
 }
 
+/// One level of nesting, counted as Python counts its own calls. The type error ends the whole conversion: a
+/// container that holds itself twice would otherwise be walked for ever.
+class NestingLevel
+{
+public:
+    NestingLevel()
+    {
+        if (Py_EnterRecursiveCall("") != 0) {
+            PyErr_Clear();
+            throw py::type_error("Das Objekt ist zu tief verschachtelt oder enthält sich selbst.");
+        }
+    }
+    ~NestingLevel() { Py_LeaveRecursiveCall(); }
+    NestingLevel(const NestingLevel &) = delete;
+    NestingLevel &operator=(const NestingLevel &) = delete;
+};
+
 template <typename Builder>
 typename Builder::Value fromPython(const py::handle &object, const py::handle &parent)
 {
+    const NestingLevel level;
     typename Builder::Value result;
     guarded([&] { result = unguardedFromPython<Builder>(object, parent); });
     return result;
@@ -257,8 +258,7 @@ QList<Element> fromSequence(const py::handle &object, const Convert &convert)
     return result;
 }
 
-template <typename Pair>
-Pair pairFrom(const py::handle &object)
+template <typename Pair> Pair pairFrom(const py::handle &object)
 {
     const py::tuple pair(py::reinterpret_borrow<py::object>(object));
     return {pair[0].cast<typename Pair::first_type>(), pair[1].cast<typename Pair::second_type>()};
@@ -308,12 +308,12 @@ py::object castQt2Py(const QPointF &value)
 
 py::object castQt2Py(const QList<std::pair<int, int>> &value)
 {
-    return listOf(value, pairOf<std::pair<int, int>>);
+    return listOfPairs(value);
 }
 
 py::object castQt2Py(const QList<std::pair<double, double>> &value)
 {
-    return listOf(value, pairOf<std::pair<double, double>>);
+    return listOfPairs(value);
 }
 
 py::object castQt2Py(const QList<QPointF> &value)
@@ -451,8 +451,13 @@ py::object castQt2Py(const QJsonDocument &value)
     return py::none();
 }
 
-template <>
-QString castPy2Qt<QString>(const py::handle &object)
+QString textOf(const py::handle &object)
+{
+    return castPy2Qt<QString>(PyUnicode_Check(object.ptr()) ? py::reinterpret_borrow<py::object>(object)
+                                                            : py::str(object));
+}
+
+template <> QString castPy2Qt<QString>(const py::handle &object)
 {
     if (PyUnicode_Check(object.ptr())) {
         if (const auto utf8 = py::reinterpret_steal<py::object>(PyUnicode_AsUTF8String(object.ptr()))) {
@@ -463,20 +468,17 @@ QString castPy2Qt<QString>(const py::handle &object)
     return QString::fromUtf8(conversionErrorText);
 }
 
-template <>
-QVariant castPy2Qt<QVariant>(const py::handle &object)
+template <> QVariant castPy2Qt<QVariant>(const py::handle &object)
 {
     return fromPython<VariantBuilder>(object, object);
 }
 
-template <>
-QJSValue castPy2Qt<QJSValue>(const py::handle &object)
+template <> QJSValue castPy2Qt<QJSValue>(const py::handle &object)
 {
     return fromPython<ScriptBuilder>(object, object);
 }
 
-template <>
-QVariantMap castPy2Qt<QVariantMap>(const py::handle &object)
+template <> QVariantMap castPy2Qt<QVariantMap>(const py::handle &object)
 {
     QVariantMap result;
     forEachItem(object, [&](const QString &key, const py::handle &value) {
@@ -485,40 +487,34 @@ QVariantMap castPy2Qt<QVariantMap>(const py::handle &object)
     return result;
 }
 
-template <>
-QVariantList castPy2Qt<QVariantList>(const py::handle &object)
+template <> QVariantList castPy2Qt<QVariantList>(const py::handle &object)
 {
     return fromSequence<QVariant>(
         object, [&](const py::object &item) { return fromPython<VariantBuilder>(item, object); });
 }
 
-template <>
-QStringList castPy2Qt<QStringList>(const py::handle &object)
+template <> QStringList castPy2Qt<QStringList>(const py::handle &object)
 {
-    return fromSequence<QString>(object, [](const py::object &item) { return keyOf(item); });
+    return fromSequence<QString>(object, textOf);
 }
 
-template <>
-QList<QVariantMap> castPy2Qt<QList<QVariantMap>>(const py::handle &object)
+template <> QList<QVariantMap> castPy2Qt<QList<QVariantMap>>(const py::handle &object)
 {
     return fromSequence<QVariantMap>(object, mapFromAnything);
 }
 
-template <>
-QPointF castPy2Qt<QPointF>(const py::handle &object)
+template <> QPointF castPy2Qt<QPointF>(const py::handle &object)
 {
     const auto [x, y] = pairFrom<std::pair<double, double>>(object);
     return {x, y};
 }
 
-template <>
-QList<QPointF> castPy2Qt<QList<QPointF>>(const py::handle &object)
+template <> QList<QPointF> castPy2Qt<QList<QPointF>>(const py::handle &object)
 {
     return fromSequence<QPointF>(object, castPy2Qt<QPointF>);
 }
 
-template <>
-QList<std::pair<int, int>> castPy2Qt<QList<std::pair<int, int>>>(const py::handle &object)
+template <> QList<std::pair<int, int>> castPy2Qt<QList<std::pair<int, int>>>(const py::handle &object)
 {
     return fromSequence<std::pair<int, int>>(object, pairFrom<std::pair<int, int>>);
 }

@@ -28,8 +28,7 @@ template <typename Number>
 concept PlainNumber = std::integral<Number> || std::floating_point<Number>;
 
 /// bool, int and float.
-template <PlainNumber Number>
-pybind11::object castQt2Py(Number value)
+template <PlainNumber Number> pybind11::object castQt2Py(Number value)
 {
     return pybind11::cast(value);
 }
@@ -58,34 +57,26 @@ pybind11::object castQt2Py(const QJsonObject &value);
 pybind11::object castQt2Py(const QJsonArray &value);
 pybind11::object castQt2Py(const QJsonDocument &value);
 
-/// The way back, to: QString (of a str), QVariant, QJSValue, QVariantMap (of a dict), QVariantList, QStringList,
-/// QList<QVariantMap>, QPointF, QList<QPointF>, QList<std::pair<int, int>>, QList<std::pair<double, double>>
-/// (of sequences).
+/// The way back, to: QString (of a str), QVariant, QJSValue, QVariantMap (of a dict), QVariantList,
+/// QStringList, QList<QVariantMap>, QPointF, QList<QPointF>, QList<std::pair<int, int>>,
+/// QList<std::pair<double, double>> (of sequences).
 ///
-/// QVariant and QJSValue throw a type error for an object that has no Qt counterpart; all else that fails is
-/// reported and gives an invalid or undefined value.
-template <typename Target>
-Target castPy2Qt(const pybind11::handle &object) = delete;
+/// QVariant and QJSValue throw a type error for an object that has no Qt counterpart or is nested deeper than
+/// Python's recursion limit; all else that fails is reported and gives an invalid or undefined value.
+template <typename Target> Target castPy2Qt(const pybind11::handle &object) = delete;
 
-template <>
-QString castPy2Qt<QString>(const pybind11::handle &object);
-template <>
-QVariant castPy2Qt<QVariant>(const pybind11::handle &object);
-template <>
-QJSValue castPy2Qt<QJSValue>(const pybind11::handle &object);
-template <>
-QVariantMap castPy2Qt<QVariantMap>(const pybind11::handle &object);
-template <>
-QVariantList castPy2Qt<QVariantList>(const pybind11::handle &object);
-template <>
-QStringList castPy2Qt<QStringList>(const pybind11::handle &object);
-template <>
-QList<QVariantMap> castPy2Qt<QList<QVariantMap>>(const pybind11::handle &object);
-template <>
-QPointF castPy2Qt<QPointF>(const pybind11::handle &object);
-template <>
-QList<QPointF> castPy2Qt<QList<QPointF>>(const pybind11::handle &object);
-template <>
-QList<std::pair<int, int>> castPy2Qt<QList<std::pair<int, int>>>(const pybind11::handle &object);
+/// The text of any object: of a str as it is, of all else through str().
+QString textOf(const pybind11::handle &object);
+
+template <> QString castPy2Qt<QString>(const pybind11::handle &object);
+template <> QVariant castPy2Qt<QVariant>(const pybind11::handle &object);
+template <> QJSValue castPy2Qt<QJSValue>(const pybind11::handle &object);
+template <> QVariantMap castPy2Qt<QVariantMap>(const pybind11::handle &object);
+template <> QVariantList castPy2Qt<QVariantList>(const pybind11::handle &object);
+template <> QStringList castPy2Qt<QStringList>(const pybind11::handle &object);
+template <> QList<QVariantMap> castPy2Qt<QList<QVariantMap>>(const pybind11::handle &object);
+template <> QPointF castPy2Qt<QPointF>(const pybind11::handle &object);
+template <> QList<QPointF> castPy2Qt<QList<QPointF>>(const pybind11::handle &object);
+template <> QList<std::pair<int, int>> castPy2Qt<QList<std::pair<int, int>>>(const pybind11::handle &object);
 template <>
 QList<std::pair<double, double>> castPy2Qt<QList<std::pair<double, double>>>(const pybind11::handle &object);

@@ -41,8 +41,9 @@ QVariantMap frameRecord(const py::handle &frame)
     const QDir current = QDir::current();
     const QString pathAbs = QDir(castPy2Qt<QString>(frame.attr("filename"))).absolutePath();
     const QString pathRel = current.relativeFilePath(pathAbs);
+    const py::object lineNo = frame.attr("lineno"); // None for code without a source line
     return {
-        {QStringLiteral("lineNo"), frame.attr("lineno").cast<int>()},
+        {QStringLiteral("lineNo"), lineNo.is_none() ? 0 : lineNo.cast<int>()},
         {QStringLiteral("lineStr"), castPy2Qt<QString>(frame.attr("line"))},
         {QStringLiteral("func"), castPy2Qt<QString>(frame.attr("name"))},
         {QStringLiteral("pathAbs"), pathAbs},
@@ -63,8 +64,8 @@ QVariantList traceRecord(const py::object &trace)
 QString exceptionText(const py::object &value)
 {
     try {
-        const py::object first = value.attr("args").cast<py::tuple>()[0];
-        return castPy2Qt<QString>(py::str(first));
+        const py::object first = py::tuple(value.attr("args"))[0];
+        return textOf(first);
     } catch (const std::exception &error) {
         logWarning("Konnte den Fehlertext nicht aus args[0] bekommen: %s", error.what());
         return castPy2Qt<QString>(py::str(value));
@@ -89,7 +90,8 @@ void handle_py_exception(py::error_already_set *error, int line, const char *fil
     }
     QString text = exceptionText(raised.value);
     if (file != nullptr) {
-        text += QStringLiteral("\nZeile %1 in %2").arg(line).arg(QFileInfo(QString::fromUtf8(file)).fileName());
+        text +=
+            QStringLiteral("\nZeile %1 in %2").arg(line).arg(QFileInfo(QString::fromUtf8(file)).fileName());
     }
     record.insert(QStringLiteral("withTraceback"), withTraceback);
     record.insert(QStringLiteral("root"), QDir(QDir::currentPath()).absolutePath());

@@ -7,8 +7,8 @@
 
 // How Python exceptions reach the operator. Everything here runs with the GIL held, on the caller's thread.
 
-/// Reports a Python exception through Gui. Without `error` it takes the exception that the calling Python code
-/// is handling; `file` and `line` are appended to the text if `file` is not null.
+/// Reports a Python exception through Gui. Without `error` it takes the exception that the calling Python
+/// code is handling; `file` and `line` are appended to the text if `file` is not null.
 void handle_py_exception(pybind11::error_already_set *error, int line, const char *file);
 
 namespace guard_detail {
@@ -18,8 +18,8 @@ void reportStandardError(const std::exception &error);
 void reportUnknownError();
 } // namespace guard_detail
 
-/// Runs a risky Python operation outside a bound call. Reports what it throws, but for a type error, which goes
-/// on to the caller. Returns whether the operation ran to its end.
+/// Runs a risky Python operation outside a bound call. Reports what it throws, but for a type error, which
+/// goes on to the caller. Returns whether the operation ran to its end.
 template <typename Operation>
 bool guarded(Operation &&operation, const std::source_location &where = std::source_location::current())
 {

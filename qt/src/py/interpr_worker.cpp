@@ -39,8 +39,7 @@ constexpr char streamCatcher[] = R"(
 )";
 
 /// An argument of a Python call. Enums and what pybind11 knows by itself; all else by the conversion's rules.
-template <typename Value>
-py::object pythonArgumentOf(const Value &value)
+template <typename Value> py::object pythonArgumentOf(const Value &value)
 {
     if constexpr (std::is_enum_v<Value>) {
         return py::cast(value, py::return_value_policy::copy);
@@ -66,6 +65,13 @@ const char *printable(bool value)
     return value ? "true" : "false";
 }
 
+/// What is queued when the interpreter is told to stop is dropped, even if the event loop has already taken
+/// it.
+bool isStopping()
+{
+    return QThread::currentThread()->isInterruptionRequested();
+}
+
 template <typename Enum, typename... Printed>
 void logMissing(const char *function, const char *slot, Enum action, const Printed &...printed)
 {
@@ -79,14 +85,10 @@ void logMissing(const char *function, const char *slot, Enum action, const Print
 } // namespace
 
 const std::vector<PyWorker::EntryFunction> PyWorker::entryFunctions = {
-    {"actuator_toggle_from_cpp", &PyWorker::actuatorFn},
-    {"auto_value_from_cpp", &PyWorker::autoFn},
-    {"chart_action_from_cpp", &PyWorker::chartFn},
-    {"gui_value_from_cpp", &PyWorker::guiFn},
-    {"sensor_value_from_cpp", &PyWorker::sensorFn},
-    {"shell_action_from_cpp", &PyWorker::shellFn},
-    {"simulator_value_from_cpp", &PyWorker::simulatorFn},
-    {"settings_from_cpp", &PyWorker::settingsFn},
+    {"actuator_toggle_from_cpp", &PyWorker::actuatorFn},  {"auto_value_from_cpp", &PyWorker::autoFn},
+    {"chart_action_from_cpp", &PyWorker::chartFn},        {"gui_value_from_cpp", &PyWorker::guiFn},
+    {"sensor_value_from_cpp", &PyWorker::sensorFn},       {"shell_action_from_cpp", &PyWorker::shellFn},
+    {"simulator_value_from_cpp", &PyWorker::simulatorFn}, {"settings_from_cpp", &PyWorker::settingsFn},
     {"wifi_action_from_cpp", &PyWorker::wifiFn},
 };
 
@@ -136,23 +138,28 @@ void PyWorker::connectFamilies()
 }
 
 template <typename... Arguments>
-void PyWorker::call(const py::object &function, const Arguments &...arguments)
+bool PyWorker::call(const py::object &function, const Arguments &...arguments)
 {
+    if (isStopping()) {
+        return true;
+    }
+    if (!function) {
+        return false;
+    }
     const py::gil_scoped_acquire gil;
     const py::tuple tuple = py::make_tuple(pythonArgumentOf(arguments)...);
     const auto result = py::reinterpret_steal<py::object>(PyObject_CallObject(function.ptr(), tuple.ptr()));
     if (!result) {
         throw py::error_already_set();
     }
+    return true;
 }
 
 template <typename Enum, typename... Values>
 void PyWorker::callOrLog(const py::object &function, const char *name, const char *slot, Enum action,
                          const Values &...values)
 {
-    if (function) {
-        call(function, action, values...);
-    } else {
+    if (!call(function, action, values...)) {
         logMissing(name, slot, action, printable(values)...);
     }
 }
@@ -170,9 +177,7 @@ void PyWorker::pyAutoValueQJs(Auto::AutoEnum action, const QJSValue &value)
 void PyWorker::pyChartActionQJs(Chart::ChartEnum action, const QJSValue &value)
 {
     // A chart's value may be a whole record: the log goes without it.
-    if (chartFn) {
-        call(chartFn, action, value);
-    } else {
+    if (!call(chartFn, action, value)) {
         logMissing("chart_action_from_cpp", "pyChartActionQJs", action);
     }
 }
@@ -220,7 +225,13 @@ void PyWorker::startInterpreter()
         kept.append(argument.toUtf8());
         arguments.push_back(kept.constLast().isNull() ? "" : kept.constLast().constData());
     }
-    py::initialize_interpreter(true, static_cast<int>(arguments.size()), arguments.data(), true);
+    // Not the library's own configuration: that one is isolated from the locale and would read file names as
+    // ASCII.
+    PyConfig config;
+    PyConfig_InitPythonConfig(&config);
+    config.parse_argv = 0;
+    config.install_signal_handlers = 1;
+    py::initialize_interpreter(&config, static_cast<int>(arguments.size()), arguments.data(), true);
     PyDateTime_IMPORT;
 }
 
@@ -238,8 +249,7 @@ void PyWorker::extendSysPath()
 bool PyWorker::bringUpBackend()
 {
     const bool prepared = guarded([this] { extendSysPath(); }) && guarded([] { py::exec(streamCatcher); });
-    const bool imported =
-        prepared && guarded([this] { module = py::module_::import(moduleName.c_str()); });
+    const bool imported = prepared && guarded([this] { module = py::module_::import(moduleName.c_str()); });
     if (!imported || _bridge->stubMode()) {
         return imported;
     }

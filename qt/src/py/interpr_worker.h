@@ -26,9 +26,9 @@ class Bridge;
 
 /// Holds the interpreter and carries every action of the operator into the backend.
 ///
-/// Lives on the interpreter thread, which is Python's main thread. All slots run there, one after the other in
-/// the order of posting; each takes the GIL for its call. Exceptions of an entry function leave the slot and
-/// end the process: the backend catches everything itself.
+/// Lives on the interpreter thread, which is Python's main thread. All slots run there, one after the other
+/// in the order of posting; each takes the GIL for its call. Exceptions of an entry function leave the slot
+/// and end the process: the backend catches everything itself.
 class PyWorker : public QObject
 {
     Q_OBJECT
@@ -75,8 +75,9 @@ private:
     bool bringUpBackend();
     void extendSysPath();
     void findEntryFunctions();
+    /// Calls an entry function, unless the interpreter is being stopped. False if the function is missing.
     template <typename... Arguments>
-    void call(const pybind11::object &function, const Arguments &...arguments);
+    bool call(const pybind11::object &function, const Arguments &...arguments);
     template <typename Enum, typename... Values>
     void callOrLog(const pybind11::object &function, const char *name, const char *slot, Enum action,
                    const Values &...values);

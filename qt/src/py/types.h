@@ -5,29 +5,26 @@
 
 #include <pybind11/pybind11.h>
 
-// Adapters that let bound functions take and return Qt types. Include in every file that binds such a function.
+// Adapters that let bound functions take and return Qt types. Include in every file that binds such a
+// function.
 
 namespace adapter_detail {
 
 namespace py = pybind11;
 
-template <typename Target>
-struct Loader;
+template <typename Target> struct Loader;
 
-template <>
-struct Loader<QString>
+template <> struct Loader<QString>
 {
-    static QString load(const py::handle &object) { return castPy2Qt<QString>(py::str(object)); }
+    static QString load(const py::handle &object) { return textOf(object); }
 };
 
-template <>
-struct Loader<QColor>
+template <> struct Loader<QColor>
 {
     static QColor load(const py::handle &object) { return QColor::fromString(Loader<QString>::load(object)); }
 };
 
-template <>
-struct Loader<QVariantMap>
+template <> struct Loader<QVariantMap>
 {
     static QVariantMap load(const py::handle &object)
     {
@@ -35,8 +32,7 @@ struct Loader<QVariantMap>
     }
 };
 
-template <>
-struct Loader<QList<QVariantMap>>
+template <> struct Loader<QList<QVariantMap>>
 {
     static QList<QVariantMap> load(const py::handle &object)
     {
@@ -45,16 +41,14 @@ struct Loader<QList<QVariantMap>>
 };
 
 /// The other types are loaded as the conversion does it.
-template <typename Target>
-struct Loader
+template <typename Target> struct Loader
 {
     static Target load(const py::handle &object) { return castPy2Qt<Target>(object); }
 };
 
 /// Loads within the guard: what fails there is reported and gives the default value, a type error goes on to
 /// the caller, and a pending Python error counts as no match.
-template <typename Target>
-bool loadGuarded(Target &target, const py::handle &object)
+template <typename Target> bool loadGuarded(Target &target, const py::handle &object)
 {
     guarded([&] { target = Loader<Target>::load(object); });
     if (PyErr_Occurred() == nullptr) {
@@ -68,8 +62,7 @@ bool loadGuarded(Target &target, const py::handle &object)
 
 namespace pybind11::detail {
 
-template <typename Target>
-struct qt_adapter
+template <typename Target> struct qt_adapter
 {
     bool load(handle source, bool /*convert*/) { return adapter_detail::loadGuarded(value, source); }
 
@@ -78,8 +71,7 @@ struct qt_adapter
         return castQt2Py(source).release();
     }
 
-    template <typename T>
-    using cast_op_type = movable_cast_op_type<T>;
+    template <typename T> using cast_op_type = movable_cast_op_type<T>;
 
     explicit operator Target *() { return &value; }
     explicit operator Target &() { return value; }
@@ -89,44 +81,37 @@ private:
     Target value;
 };
 
-template <>
-struct type_caster<QString> : qt_adapter<QString>
+template <> struct type_caster<QString> : qt_adapter<QString>
 {
     static constexpr auto name = const_name("str");
 };
 
-template <>
-struct type_caster<QColor> : qt_adapter<QColor>
+template <> struct type_caster<QColor> : qt_adapter<QColor>
 {
     static constexpr auto name = const_name("str");
 };
 
-template <>
-struct type_caster<QPointF> : qt_adapter<QPointF>
+template <> struct type_caster<QPointF> : qt_adapter<QPointF>
 {
     static constexpr auto name = const_name("tuple[float, float]");
 };
 
-template <>
-struct type_caster<QVariantMap> : qt_adapter<QVariantMap>
+template <> struct type_caster<QVariantMap> : qt_adapter<QVariantMap>
 {
     static constexpr auto name = const_name("dict[str, object]");
 };
 
-template <>
-struct type_caster<QStringList> : qt_adapter<QStringList>
+template <> struct type_caster<QStringList> : qt_adapter<QStringList>
 {
     static constexpr auto name = const_name("list[str]");
 };
 
-template <>
-struct type_caster<QList<QPointF>> : qt_adapter<QList<QPointF>>
+template <> struct type_caster<QList<QPointF>> : qt_adapter<QList<QPointF>>
 {
     static constexpr auto name = const_name("list[tuple[float, float]]");
 };
 
-template <>
-struct type_caster<QList<QVariantMap>> : qt_adapter<QList<QVariantMap>>
+template <> struct type_caster<QList<QVariantMap>> : qt_adapter<QList<QVariantMap>>
 {
     static constexpr auto name = const_name("list[dict[str, typing.Any]]");
 };

@@ -1,0 +1,91 @@
+"""The backend as a whole: made in `init`, ended with the interpreter."""
+
+import os
+import signal
+from collections.abc import Set
+from functools import partial
+from pathlib import Path
+from typing import Final, Self
+
+from brovik import Logger, forward_exception
+from brovik.gui import Gui
+from brovik.sensor import Sensor
+
+from . import configuration, settings
+from .board import Board
+from .interrupted import RunNote
+from .jobs import READY_STATUS
+from .machine_thread import MachineThread
+from .operation import Operation
+from .process.plant import Fault, Plant
+from .storage import MACHINE, RUN, SETTINGS, Change, StorageWriter, open_storage
+
+CONFIG_DIR: Final = "BROVIK_CONFIG_DIR"
+TIME_FACTOR: Final = "BROVIK_DEMO_TIME_FACTOR"
+FAULT: Final = "BROVIK_DEMO_FAULT"
+
+
+class Backend:
+    """Holds what the entry functions need.
+
+    They run on the interpreter thread; `operation` belongs to the machine thread, and `machine`
+    carries calls there. The storage belongs to the thread of its writer.
+    """
+
+    def __init__(self, directory: Path | None, time_factor: float, faults: Set[Fault]) -> None:
+        storage = open_storage(directory, lambda text: Gui.message("Einstellungen", text, "error"))
+        stored = storage.read(MACHINE)
+        equipment = configuration.apply(stored)
+        settings.load(storage.read(SETTINGS))
+        self._note = RunNote.read(storage.read(RUN))
+
+        self._writer = StorageWriter(storage, forward_exception)
+        self._writer.submit(Change(MACHINE, configuration.missing(stored)))
+        self.settings = settings.SettingsKeeper(self._writer)
+
+        Sensor.lw_sensor_defective = Fault.SENSOR in faults
+        self._board = Board(equipment.steam_valve)
+        self.operation = Operation(self._board, Plant(faults), equipment, self._writer)
+        self.machine = MachineThread(self.operation, time_factor)
+
+    @classmethod
+    def from_environment(cls) -> Self:
+        """The backend that the environment asks for."""
+        # Ctrl-C ends the program, rather than raising in whichever entry function comes next.
+        signal.signal(signal.SIGINT, signal.SIG_DFL)
+        directory = os.environ.get(CONFIG_DIR)
+        return cls(Path(directory) if directory else None, _time_factor(), _faults())
+
+    def screens_ready(self) -> None:
+        """The screens can take questions now."""
+        Gui.status = READY_STATUS
+        if self._note is not None:
+            self.machine.post(partial(self.operation.offer_to_continue, self._note))
+            self._note = None
+
+    def stop(self) -> None:
+        """Leaves the machine with all outputs off. A run in progress stays noted as interrupted."""
+        self.machine.stop()
+        self._board.all_off()
+        self._writer.stop()
+
+
+def _time_factor() -> float:
+    text = os.environ.get(TIME_FACTOR, "1")
+    try:
+        factor = float(text)
+        if 0 < factor <= 1e4:
+            return factor
+    except ValueError:
+        pass
+    Logger.warning(f"{TIME_FACTOR}={text} ist kein Zeitfaktor")
+    return 1.0
+
+
+def _faults() -> Set[Fault]:
+    known = {fault.value: fault for fault in Fault}
+    names = [name.strip() for name in os.environ.get(FAULT, "").split(",") if name.strip()]
+    for name in names:
+        if name not in known:
+            Logger.warning(f"{FAULT}: {name!r} ist keines von {', '.join(known)}")
+    return {known[name] for name in names if name in known}

@@ -1,0 +1,94 @@
+"""The thread that everything of the machine happens on."""
+
+import threading
+from collections.abc import Callable
+from queue import Empty, SimpleQueue
+from time import monotonic
+from typing import Final, Protocol, TypeAlias
+
+from brovik import forward_exception
+
+Command: TypeAlias = Callable[[], None]
+
+STEP_SECS: Final = 0.1  # of the machine's time
+TICK_SECS: Final = 0.1  # of real time
+
+
+class Driven(Protocol):
+    """What the thread drives."""
+
+    def advance(self, dt: float) -> None:
+        """Lets `dt` seconds of the machine's time pass."""
+
+    def publish(self) -> None:
+        """Shows the present state. Once per tick, however much time has passed in it."""
+
+
+class MachineThread:
+    """The thread "demo-machine". It alone touches plant and process, so neither needs a lock.
+
+    Everybody else hands it commands through a queue, which `post` may do from any thread.
+    """
+
+    def __init__(self, driven: Driven, time_factor: float) -> None:
+        """`time_factor` is the speed of the machine's time against real time."""
+        self._driven = driven
+        self._time_factor = time_factor
+        self._due = 0.0
+        self._commands: SimpleQueue[Command | None] = SimpleQueue()
+        self._thread = threading.Thread(target=self._run, name="demo-machine", daemon=True)
+        self._stopping = False
+
+    def start(self) -> None:
+        """Starts the thread."""
+        self._thread.start()
+
+    def post(self, command: Command) -> None:
+        """Has a command run on the thread, soon and after all earlier ones."""
+        self._commands.put(command)
+
+    def stop(self) -> None:
+        """Ends the thread and waits for its end. What is still in the queue is dropped."""
+        self._stopping = True
+        self._commands.put(None)
+        if self._thread.is_alive():
+            self._thread.join()
+
+    def _run(self) -> None:
+        next_tick = monotonic()
+        while not self._stopping:
+            next_tick = max(next_tick + TICK_SECS, monotonic())
+            self._guarded(self._tick)
+            self._wait_until(next_tick)
+
+    def _tick(self) -> None:
+        self._due += TICK_SECS * self._time_factor
+        while self._due >= STEP_SECS and not self._stopping:
+            self._due -= STEP_SECS
+            self._run_waiting_commands()
+            self._driven.advance(STEP_SECS)
+        self._driven.publish()
+
+    def _run_waiting_commands(self) -> None:
+        while not self._commands.empty():
+            self._run_command(self._commands.get())
+
+    def _wait_until(self, moment: float) -> None:
+        """Runs commands as they come in, until the next tick is due."""
+        while not self._stopping and (left := moment - monotonic()) > 0:
+            try:
+                self._run_command(self._commands.get(timeout=left))
+            except Empty:
+                return
+
+    def _run_command(self, command: Command | None) -> None:
+        if command is not None:
+            self._guarded(command)
+
+    @staticmethod
+    def _guarded(action: Command) -> None:
+        """A fault in one action must not end the thread, and the machine with it."""
+        try:
+            action()
+        except Exception:  # pylint: disable=broad-exception-caught
+            forward_exception()

@@ -1,0 +1,206 @@
+"""The machine in operation: the operator's presses, the job that runs, and the plant."""
+
+from typing import Final
+
+from brovik import Logger
+from brovik.actuator import Actuator, ActuatorEnum
+from brovik.auto import AutoEnum
+from brovik.gui import Gui
+from brovik.sensor import Sensor, SensorEnum
+from brovik.settings import SettingsValues
+
+from . import hand
+from .board import Board
+from .dialogs import DialogId, Questions
+from .interrupted import NO_RUN, RunNote
+from .jobs import BATH_VIEWS, AutomaticRun, BathTest, Job
+from .process import heating, interlocks
+from .process.outputs import Output
+from .process.plant import Plant
+from .process.recipe import Electrolyte, Equipment, Limits, Recipe
+from .process.sequence import StepKind, steps_for
+from .storage import StorageWriter
+
+BATH_TESTS: Final = {
+    AutoEnum.ToggleLwTestSaure: Electrolyte.ACID,
+    AutoEnum.ToggleLwTestLauge: Electrolyte.LYE,
+}
+#: How far above its set point a bath gets dosed that is being refreshed, mS/cm.
+DOSING_MARGIN: Final = 1.5
+
+
+class Operation:
+    """All that happens on the machine thread. From another thread, a call of it is posted."""
+
+    def __init__(
+        self, board: Board, plant: Plant, equipment: Equipment, writer: StorageWriter
+    ) -> None:
+        self.questions = Questions(Gui.question, Gui.close_dialog)
+        self._board = board
+        self._plant = plant
+        self._equipment = equipment
+        self._writer = writer
+        self._job: Job | None = None
+
+    # What the thread calls.
+
+    def advance(self, dt: float) -> None:
+        """Lets `dt` seconds pass: first for the plant, then for the job."""
+        self._board.take_over_simulated_inputs(self._plant)
+        self._plant.advance(dt, self._board.on)
+        self._board.measure(self._plant)
+        if self._job is not None and not self._job.advance(dt):
+            self._end_job()
+        self._heat()
+        self._update_blocking()
+
+    def publish(self) -> None:
+        """Shows what changes slowly."""
+        self._board.show_analogue_inputs(self._plant)
+        heater = ", Heizung ein" if Actuator.heat_1.state else ""
+        level = "erreicht" if Sensor.level.state else "unterschritten"
+        Gui.status2 = f"Laugebecken {self._plant.lye_temperature:.0f} °C{heater}\nFüllstand {level}"
+
+    # What the operator does.
+
+    def toggle(self, enum: AutoEnum) -> None:
+        """Starts, aborts or finishes the run or the test of a bath."""
+        if enum == AutoEnum.Toggle:
+            self._toggle_run()
+        else:
+            self._toggle_bath_test(BATH_TESTS[enum])
+
+    def toggle_output(self, enum: ActuatorEnum) -> None:
+        """Switches an output by hand."""
+        hand.toggle(enum, self._job is not None)
+        self._update_blocking()
+
+    def change_input(self, enum: SensorEnum, state: bool) -> None:
+        """A push button of the machine or the level switch, as the simulator plays them."""
+        if enum == SensorEnum.Level:
+            self._plant.level_override = state
+            return
+        din = Sensor.din_from_enum(enum)
+        if din is None:
+            Logger.warning(f"Der Eingang {enum.name} lässt sich nicht setzen")
+            return
+        pushed = state and not din.state
+        din.state = state
+        if pushed and (self._job is None) == (enum == SensorEnum.Start):
+            self._start_or_abort()
+
+    def offer_to_continue(self, note: RunNote) -> None:
+        """Asks whether to go on with a run that was interrupted."""
+        kinds = {kind.key: kind for kind in steps_for(self._recipe(note.lengthening, note.steam))}
+        if note.step not in kinds or self._job is not None:
+            Logger.warning(f"Unterbrochener Schritt {note.step!r} lässt sich nicht fortsetzen")
+            self._writer.submit(NO_RUN)
+            return
+        self.questions.ask(
+            DialogId.CONTINUE_RUN,
+            "Automatikbetrieb unterbrochen",
+            f"Ein Lauf wurde im Schritt „{kinds[note.step].title}“ unterbrochen. Fortsetzen?",
+            "Fortsetzen",
+            "Verwerfen",
+            lambda yes: self._continue(note) if yes else self._writer.submit(NO_RUN),
+        )
+
+    # Jobs.
+
+    def _toggle_run(self) -> None:
+        if self._job is None or isinstance(self._job, AutomaticRun):
+            self._start_or_abort()
+        else:
+            Gui.toast_warn("Zuerst die Leitwertprüfung beenden")
+
+    def _start_or_abort(self) -> None:
+        if self._job is not None:
+            self._abort()
+        elif self._may_start():
+            intense = SettingsValues.intense_cleaning
+            steam = self._equipment.steam_valve and SettingsValues.do_steam_step
+            note = RunNote("", SettingsValues.intense_factor if intense else 1.0, steam)
+            self._plant.connect_new_barrel()
+            self._start_run(note)
+
+    def _continue(self, note: RunNote) -> None:
+        if self._may_start():
+            self._start_run(note)
+
+    def _start_run(self, note: RunNote) -> None:
+        def remember(kind: StepKind | None) -> None:
+            if kind is None:
+                self._writer.submit(NO_RUN)
+            else:
+                self._writer.submit(RunNote(kind.key, note.lengthening, note.steam).change())
+
+        self._prepare()
+        recipe = self._recipe(note.lengthening, note.steam)
+        self._job = AutomaticRun(self._board, recipe, remember, note.step)
+
+    def _toggle_bath_test(self, electrolyte: Electrolyte) -> None:
+        job = self._job
+        if job is None:
+            self._start_bath_test(electrolyte)
+        elif not isinstance(job, BathTest) or job.electrolyte is not electrolyte:
+            Gui.toast_warn(f"{job.title} läuft bereits")
+        elif job.can_finish:
+            job.finish()
+        else:
+            self._abort()
+
+    def _start_bath_test(self, electrolyte: Electrolyte) -> None:
+        if self._may_start():
+            self._prepare()
+            recipe = self._recipe(1.0, steam=False)
+            bath = self._plant.baths[electrolyte]
+            bath.refresh_to = recipe.limits[electrolyte].set_point + DOSING_MARGIN
+            self._job = BathTest(self._board, recipe, electrolyte)
+
+    def _may_start(self) -> bool:
+        if Sensor.lw_sensor_defective:
+            Gui.toast_warn("Es wird kein Signal vom Leitwertsensor erkannt")
+        return not Sensor.lw_sensor_defective
+
+    def _prepare(self) -> None:
+        """Leaves nothing behind of what was before the job."""
+        self.questions.withdraw(DialogId.CONTINUE_RUN)
+        Actuator.manual_heating_enabled = False
+        self._board.all_off()
+
+    def _abort(self) -> None:
+        if self._job is not None:
+            self._job.abort()
+            self._end_job()
+
+    def _end_job(self) -> None:
+        self._job = None
+        for bath in self._plant.baths.values():
+            bath.refresh_to = 0.0
+        self._update_blocking()
+
+    def _recipe(self, lengthening: float, steam: bool) -> Recipe:
+        limits = {
+            electrolyte: Limits(
+                getattr(SettingsValues, view.minimum), getattr(SettingsValues, view.set_point)
+            )
+            for electrolyte, view in BATH_VIEWS.items()
+        }
+        return Recipe(self._equipment, steam, lengthening, limits)
+
+    # What goes on beside the jobs.
+
+    def _heat(self) -> None:
+        """Heats the lye during a run, or as the operator wants, but never a tank run dry."""
+        heater = self._board.dout(Output.HEAT_1)
+        checked = self._equipment.level_switch and SettingsValues.test_lauge_level
+        if checked and not self._board.level_reached:
+            heater.state = False
+        elif not Actuator.manual_heating_enabled:
+            automatic = isinstance(self._job, AutomaticRun)
+            heater.state = automatic and heating.heater_wanted(
+                self._plant.lye_temperature, heater.state
+            )
+
+    def _update_blocking(self) -> None:
+        self._board.block(interlocks.blocked(self._board.on, self._job is not None))

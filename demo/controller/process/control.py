@@ -1,0 +1,131 @@
+"""What a step works with: time, outputs, measured values, and the operator who watches.
+
+A step is a generator. It yields whenever it is content to wait for the next period, and closing it
+at any yield leaves the outputs off that it has switched on.
+"""
+
+import math
+from collections.abc import Callable, Generator, Iterator
+from contextlib import contextmanager
+from enum import Enum
+from typing import TYPE_CHECKING, Final, Protocol, TypeAlias
+
+from .outputs import Output
+from .recipe import Electrolyte, Recipe
+
+if TYPE_CHECKING:
+    from brovik.settings import SettingsClass
+
+# Sums of time steps may be off by this much, seconds.
+ROUNDING: Final = 1e-6
+
+Step: TypeAlias = Generator[None, None, None]
+
+
+class StepFailed(Exception):
+    """A check of the process has failed; the text is for the operator."""
+
+
+class Medium(Enum):
+    """What flows past the sensor, as the conductivity tells. The value is the word for it."""
+
+    AIR = "Luft"
+    FOAM = "Schaum"
+    WATER = "Wasser"
+    ELECTROLYTE = "Lauge oder Säure"
+
+
+class Board(Protocol):
+    """Outputs and inputs. Pressure in bar, conductivity in mS/cm, both after the offset."""
+
+    @property
+    def pressure(self) -> float:
+        """Pressure in the barrel."""
+
+    @property
+    def conductivity(self) -> float:
+        """Conductivity of what flows past the sensor."""
+
+    @property
+    def level_reached(self) -> bool:
+        """The level switch of the lye bath."""
+
+    @property
+    def sensor_defective(self) -> bool:
+        """The conductivity sensor gives no signal."""
+
+    def switch(self, output: Output, on: bool) -> None:
+        """Switches one output, whether or not it is blocked for the operator."""
+
+
+class Watcher(Protocol):
+    """Whoever is told how the process gets on."""
+
+    def detail(self, text: str) -> None:
+        """What the step is doing just now."""
+
+    def peak(self, electrolyte: Electrolyte, conductivity: float) -> None:
+        """Highest conductivity of this electrolyte so far."""
+
+    def too_low(self, electrolyte: Electrolyte) -> None:
+        """The electrolyte stays below its minimum. The process goes on."""
+
+    def set_point_reached(self) -> None:
+        """The set point has been held long enough."""
+
+
+class Control:
+    """The process as a step sees it. Belongs to the thread that advances the steps."""
+
+    def __init__(
+        self, board: Board, watcher: Watcher, settings: "SettingsClass", recipe: Recipe
+    ) -> None:
+        self.board = board
+        self.watcher = watcher
+        self.settings = settings
+        self.recipe = recipe
+        self.now = 0.0
+
+    @property
+    def medium(self) -> Medium:
+        """What the sensor stands in."""
+        conductivity = self.board.conductivity
+        if conductivity < self.settings.threshold_lw_empty:
+            return Medium.AIR
+        if conductivity >= self.settings.threshold_lw_electrolyte:
+            return Medium.ELECTROLYTE
+        return Medium.WATER if conductivity >= self.settings.threshold_lw_water else Medium.FOAM
+
+    @contextmanager
+    def outputs(self, *outputs: Output) -> Iterator[None]:
+        """Has these outputs on, and off again however the block is left."""
+        try:
+            for output in outputs:
+                self.board.switch(output, True)
+            yield
+        finally:
+            for output in reversed(outputs):
+                self.board.switch(output, False)
+
+    def wait(self, secs: float, text: str) -> Step:
+        """Waits, and tells the seconds that are left."""
+        end = self.now + secs
+        while self.now < end - ROUNDING:
+            self.watcher.detail(f"{text}, noch {math.ceil(end - self.now - ROUNDING)} s")
+            yield
+
+    def until(self, reached: Callable[[], bool], limit_secs: float, failure: str) -> Step:
+        """Waits for a condition, and fails if it does not come about in time."""
+        end = self.now + limit_secs
+        while not reached():
+            if self.now >= end - ROUNDING:
+                raise StepFailed(failure)
+            yield
+
+    def require(self, medium: Medium, wanted: str) -> None:
+        """Fails if another medium flows than the one wanted."""
+        if self.medium is not medium:
+            raise StepFailed(
+                f"Falsches Medium: {self.medium.value} statt {wanted} "
+                f"({self.board.conductivity:.2f} mS/cm)."
+            )

@@ -1,0 +1,205 @@
+"""The order of the steps, and what depends on the machine in it."""
+
+from collections.abc import Callable
+from dataclasses import dataclass
+from functools import partial
+from typing import Final
+
+from . import steps
+from .control import Control, Step
+from .outputs import Output
+from .recipe import Electrolyte, Recipe
+
+
+@dataclass(frozen=True)
+class StepKind:
+    """One line of the sequence. The key is what a stored run is found again by."""
+
+    key: str
+    title: str
+    run: Callable[[Control], Step]
+    #: Expected length in seconds; weighs the step in the progress.
+    secs: Callable[[Control], float]
+    legacy_only: bool = False
+    steam_only: bool = False
+
+    def applies(self, recipe: Recipe) -> bool:
+        """Whether a run with this recipe has the step."""
+        if self.steam_only and not recipe.steam:
+            return False
+        return recipe.equipment.legacy or not self.legacy_only
+
+
+def _rinse_hot(control: Control, passes: int) -> Step:
+    return steps.rinse(control, Output.MV_HEISS, passes)
+
+
+def _rinse_cold(control: Control, passes: int) -> Step:
+    return steps.rinse(control, Output.MV_KALT, passes)
+
+
+def _hot_circuit(control: Control) -> Step:
+    settings = control.settings
+    return steps.rinse_circuit(
+        control,
+        Output.MV_HEISS,
+        settings.hot_kreis_fill_secs_legacy,
+        settings.hot_kreis_clean_secs_legacy,
+    )
+
+
+def _cold_circuit(control: Control) -> Step:
+    settings = control.settings
+    return steps.rinse_circuit(
+        control,
+        Output.MV_KALT,
+        settings.cold_kreis_fill_secs_legacy,
+        settings.cold_kreis_clean_secs_legacy,
+    )
+
+
+def _leak_secs(control: Control) -> float:
+    settings = control.settings
+    if not settings.test_leakage_p:
+        return 0.0
+    return 2.0 + settings.leakage_p_fill / EXPECTED_RISE + settings.leakage_p_hold_secs
+
+
+def _blow_secs(control: Control) -> float:
+    return control.settings.secs_blow_min + 2.0
+
+
+def _rinse_secs(control: Control, passes: int) -> float:
+    return passes * float(control.settings.secs_pump + control.settings.secs_blow_after_pump)
+
+
+def _steam_secs(control: Control) -> float:
+    return float(control.settings.steam_sterilization_secs + control.settings.steam_co2_blow_secs)
+
+
+#: Rise of the pressure that the weights reckon with, bar/s.
+EXPECTED_RISE: Final = 0.05
+
+LYE, ACID = Electrolyte.LYE, Electrolyte.ACID
+
+SEQUENCE: Final = (
+    StepKind("leak_test", "Dichtheitsprobe", steps.leak_test, _leak_secs),
+    StepKind(
+        "empty",
+        "Fass in den Kanal entleeren",
+        steps.empty_into_channel,
+        lambda c: _blow_secs(c) + c.settings.blow_after_empty_secs,
+    ),
+    StepKind(
+        "rinse_hot",
+        "Spülen mit Heißwasser",
+        partial(_rinse_hot, passes=3),
+        partial(_rinse_secs, passes=3),
+    ),
+    StepKind(
+        "lye",
+        "Reinigen mit Lauge",
+        partial(steps.clean, electrolyte=LYE),
+        partial(steps.circuit_secs, electrolyte=LYE),
+    ),
+    StepKind(
+        "lye_back",
+        "Lauge zurückfördern",
+        partial(steps.give_back, electrolyte=LYE),
+        _blow_secs,
+    ),
+    StepKind(
+        "rinse_lye",
+        "Laugereste in den Kanal spülen",
+        partial(_rinse_hot, passes=1),
+        partial(_rinse_secs, passes=1),
+    ),
+    StepKind(
+        "circuit_hot",
+        "Kreislauf mit Heißwasser spülen",
+        _hot_circuit,
+        lambda c: float(
+            c.settings.hot_kreis_fill_secs_legacy + c.settings.hot_kreis_clean_secs_legacy
+        ),
+        legacy_only=True,
+    ),
+    StepKind(
+        "rinse_hot_again",
+        "Nachspülen mit Heißwasser",
+        partial(_rinse_hot, passes=1),
+        partial(_rinse_secs, passes=1),
+        legacy_only=True,
+    ),
+    StepKind(
+        "acid",
+        "Reinigen mit Säure",
+        partial(steps.clean, electrolyte=ACID),
+        partial(steps.circuit_secs, electrolyte=ACID),
+    ),
+    StepKind(
+        "acid_back",
+        "Säure zurückfördern",
+        partial(steps.give_back, electrolyte=ACID),
+        _blow_secs,
+    ),
+    StepKind(
+        "rinse_cold",
+        "Spülen mit Kaltwasser",
+        partial(_rinse_cold, passes=3),
+        partial(_rinse_secs, passes=3),
+    ),
+    StepKind(
+        "circuit_cold",
+        "Kreislauf mit Kaltwasser spülen",
+        _cold_circuit,
+        lambda c: float(
+            c.settings.cold_kreis_fill_secs_legacy + c.settings.cold_kreis_clean_secs_legacy
+        ),
+        legacy_only=True,
+    ),
+    StepKind(
+        "rinse_cold_again",
+        "Nachspülen mit Kaltwasser",
+        partial(_rinse_cold, passes=1),
+        partial(_rinse_secs, passes=1),
+        legacy_only=True,
+    ),
+    StepKind("steam", "Sterilisieren mit Dampf", steps.steam, _steam_secs, steam_only=True),
+    StepKind(
+        "air_out",
+        "Luft mit CO2 austreiben",
+        steps.drive_air_out,
+        lambda c: _blow_secs(c) + c.settings.co2_blow_after_empty_secs,
+    ),
+    StepKind(
+        "prestress",
+        "Vorspannen mit CO2",
+        steps.prestress,
+        lambda c: c.settings.vorspannen_p / EXPECTED_RISE,
+    ),
+)
+
+
+def steps_for(recipe: Recipe) -> tuple[StepKind, ...]:
+    """The steps of a run, in order. Their place, counted from 1, is the number on the screens."""
+    return tuple(kind for kind in SEQUENCE if kind.applies(recipe))
+
+
+class Progress:
+    """How far a run is, by the expected length of its steps."""
+
+    def __init__(self, control: Control, kinds: tuple[StepKind, ...]) -> None:
+        self._control = control
+        # A step that is switched off still counts for something, so that the total is never 0.
+        self._weights = [max(kind.secs(control), 0.1) for kind in kinds]
+        self._started = control.now
+
+    def start_step(self) -> None:
+        """Marks the moment from which the present step's time counts."""
+        self._started = self._control.now
+
+    def percent(self, index: int) -> int:
+        """Percentage during the step of this index; 100 only after the last one."""
+        elapsed = min(self._control.now - self._started, self._weights[index])
+        done = sum(self._weights[:index]) + elapsed
+        return min(99, int(100 * done / sum(self._weights)))

@@ -1,0 +1,87 @@
+"""The process parameters: what the operator wishes, what is stored, what holds."""
+
+from collections.abc import Mapping
+from typing import Any, Final
+
+from brovik import Logger
+from brovik.gui import Gui
+from brovik.sensor import Sensor
+from brovik.settings import SettingsEnum, SettingsKeys, SettingsValues
+
+from . import storage
+from .storage import Change, StorageWriter
+from .values import Value, fitting
+
+OFFSET_ACTIONS: Final = (
+    SettingsEnum.POffsetSet,
+    SettingsEnum.POffsetReset,
+    SettingsEnum.LwOffsetSet,
+    SettingsEnum.LwOffsetReset,
+)
+
+
+def load(stored: Mapping[str, object]) -> None:
+    """Writes stored parameters to the host. What is unknown or out of range stays in the file."""
+    defaults = SettingsValues.get_default_values()
+    for key, value in stored.items():
+        if key not in defaults:
+            Logger.warning(f"Gespeicherte Einstellung {key!r} ist unbekannt und wird ignoriert")
+            continue
+        try:
+            wanted = fitting(value, defaults[key])
+            _check_bounds(key, wanted)
+        except ValueError as error:
+            Logger.warning(f"Gespeicherte Einstellung {key!r} wird ignoriert: {error}")
+        else:
+            setattr(SettingsValues, key, wanted)
+
+
+def _check_bounds(key: str, value: Value) -> None:
+    """Raises ValueError outside the bounds; names and switches have none."""
+    lowest: Any = getattr(SettingsValues, f"{key}_min", value)
+    highest: Any = getattr(SettingsValues, f"{key}_max", value)
+    if not lowest <= value <= highest:
+        raise ValueError(f"{value!r} liegt nicht zwischen {lowest!r} und {highest!r}")
+
+
+class SettingsKeeper:
+    """Takes the operator's wishes. Runs on the interpreter thread.
+
+    The host clamps; what it has made of a wish is what gets stored.
+    """
+
+    def __init__(self, writer: StorageWriter) -> None:
+        self._writer = writer
+
+    def wish(self, enum: SettingsEnum, value: object) -> None:
+        """Sets a parameter, or does one of the actions on the offsets."""
+        if enum in OFFSET_ACTIONS:
+            self._change_offset(enum)
+        else:
+            self._set(enum.name, value)
+
+    def _set(self, key: str, value: object) -> None:
+        defaults = SettingsValues.get_default_values()
+        if key not in defaults:
+            Logger.warning(f"Es gibt keine Einstellung {key!r}")
+            return
+        try:
+            self._store(key, fitting(value, defaults[key]))
+        except ValueError as error:
+            Logger.warning(f"Einstellung {key!r} bleibt unverändert: {error}")
+
+    def _change_offset(self, action: SettingsEnum) -> None:
+        if action == SettingsEnum.POffsetSet:
+            self._store(SettingsKeys.p_offset, Sensor.raw_druck)
+        elif action == SettingsEnum.POffsetReset:
+            self._store(SettingsKeys.p_offset, SettingsValues.p_offset_default)
+        elif action == SettingsEnum.LwOffsetSet:
+            self._store(SettingsKeys.lw_offset, Sensor.raw_leitwert)
+        else:
+            self._store(SettingsKeys.lw_offset, SettingsValues.lw_offset_default)
+        Gui.toast_warn("Sensor kalibriert")
+
+    def _store(self, key: str, value: Value) -> None:
+        setattr(SettingsValues, key, value)
+        stored = getattr(SettingsValues, key)
+        self._writer.submit(Change(storage.SETTINGS, {key: stored}))

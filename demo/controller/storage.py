@@ -1,0 +1,191 @@
+"""The one file in which the machine keeps what has to survive: an SQLite database.
+
+It has sections of keys with values. A change that has been applied survives the sudden end of the
+process; one that has not is lost as a whole.
+"""
+
+import json
+import sqlite3
+import threading
+from collections.abc import Callable, Iterable, Mapping
+from dataclasses import dataclass
+from datetime import datetime
+from pathlib import Path
+from queue import Empty, SimpleQueue
+from typing import Final
+
+FILE_NAME: Final = "kubelor-demo.sqlite3"
+SETTINGS: Final = "settings"
+MACHINE: Final = "machine"
+RUN: Final = "run"
+
+_COMPANIONS: Final = ("", "-wal", "-shm")
+_SCHEMA: Final = """
+CREATE TABLE IF NOT EXISTS entry (
+    section TEXT NOT NULL,
+    key TEXT NOT NULL,
+    value TEXT NOT NULL,  -- JSON
+    PRIMARY KEY (section, key)
+) WITHOUT ROWID
+"""
+#: Errors that say that the file is not, or no longer, what this module has written.
+_DAMAGE: Final = frozenset({sqlite3.SQLITE_CORRUPT, sqlite3.SQLITE_NOTADB, sqlite3.SQLITE_ERROR})
+
+
+@dataclass(frozen=True)
+class Change:
+    """New values of a section. With `replace` they take the place of all that it holds."""
+
+    section: str
+    values: Mapping[str, object]
+    replace: bool = False
+
+
+class Storage:
+    """An open database. May be handed from thread to thread, but not shared between them."""
+
+    def __init__(self, path: Path | str) -> None:
+        """Opens the file, or makes it. Raises sqlite3.Error if it cannot be used."""
+        self._connection = sqlite3.connect(path, check_same_thread=False)
+        try:
+            self._prepare()
+        except BaseException:
+            self._connection.close()
+            raise
+
+    def _prepare(self) -> None:
+        self._connection.execute("PRAGMA journal_mode = WAL")
+        self._connection.execute("PRAGMA synchronous = FULL")
+        (verdict,) = self._connection.execute("PRAGMA quick_check(1)").fetchone()
+        if verdict != "ok":
+            raise _damage(str(verdict))
+        with self._connection:
+            self._connection.execute(_SCHEMA)
+        self._connection.execute("SELECT section, key, value FROM entry LIMIT 1").fetchone()
+
+    def read(self, section: str) -> dict[str, object]:
+        """All values of a section. One that is no JSON comes as the text that it is."""
+        rows = self._connection.execute(
+            "SELECT key, value FROM entry WHERE section = ? ORDER BY key", (section,)
+        )
+        return {str(key): _parsed(value) for key, value in rows}
+
+    def apply(self, changes: Iterable[Change]) -> None:
+        """Makes all changes in one transaction."""
+        with self._connection:
+            for change in changes:
+                if change.replace:
+                    self._connection.execute(
+                        "DELETE FROM entry WHERE section = ?", (change.section,)
+                    )
+                self._connection.executemany(
+                    "INSERT OR REPLACE INTO entry VALUES (?, ?, ?)",
+                    [(change.section, key, json.dumps(v)) for key, v in change.values.items()],
+                )
+
+    def close(self) -> None:
+        """Closes the file."""
+        self._connection.close()
+
+
+def _parsed(value: object) -> object:
+    try:
+        return json.loads(str(value))
+    except ValueError:
+        return value
+
+
+def _damage(text: str) -> sqlite3.DatabaseError:
+    error = sqlite3.DatabaseError(text)
+    error.sqlite_errorcode = sqlite3.SQLITE_CORRUPT
+    return error
+
+
+def open_storage(directory: Path | None, report: Callable[[str], None]) -> Storage:
+    """Opens the file in this directory.
+
+    A damaged file is moved aside and a new one begun. If there is no way to keep anything, the
+    storage lives in memory. Both is told through `report`, in words for the operator.
+    """
+    if directory is None:
+        report("Es ist kein Verzeichnis für die Einstellungen bekannt. Sie gelten bis zum Beenden.")
+        return Storage(":memory:")
+    path = directory / FILE_NAME
+    try:
+        directory.mkdir(parents=True, exist_ok=True)
+        return _open_or_renew(path, report)
+    except (sqlite3.Error, OSError) as error:
+        report(
+            f"Die Datei {path} ist nicht benutzbar: {error}. Einstellungen gelten bis zum Beenden."
+        )
+        return Storage(":memory:")
+
+
+def _open_or_renew(path: Path, report: Callable[[str], None]) -> Storage:
+    try:
+        return Storage(path)
+    except sqlite3.DatabaseError as error:
+        if error.sqlite_errorcode & 0xFF not in _DAMAGE:
+            raise
+        moved = _move_aside(path)
+        report(
+            f"Die Datei {path} war beschädigt ({error}) und liegt jetzt als {moved.name} daneben. "
+            "Es gelten die Vorgaben."
+        )
+        return Storage(path)
+
+
+def _move_aside(path: Path) -> Path:
+    stamp = datetime.now().strftime("%Y%m%d-%H%M%S-%f")
+    target = path.with_name(f"{path.name}.damaged-{stamp}")
+    for companion in _COMPANIONS:
+        source = path.with_name(path.name + companion)
+        if source.exists():
+            source.rename(target.with_name(target.name + companion))
+    return target
+
+
+class StorageWriter:
+    """Applies changes on the thread "demo-storage", as many as are waiting in one transaction.
+
+    `submit` may be called from any thread and returns at once. The storage belongs to the writer.
+    """
+
+    def __init__(self, storage: Storage, on_error: Callable[[], None]) -> None:
+        """`on_error` is called inside the `except` block of a transaction that failed."""
+        self._storage = storage
+        self._on_error = on_error
+        self._queue: SimpleQueue[Change | None] = SimpleQueue()
+        self._thread = threading.Thread(target=self._run, name="demo-storage", daemon=True)
+        self._thread.start()
+
+    def submit(self, change: Change) -> None:
+        """Takes a change on."""
+        self._queue.put(change)
+
+    def stop(self) -> None:
+        """Writes what is waiting and closes the file."""
+        self._queue.put(None)
+        self._thread.join()
+
+    def _run(self) -> None:
+        open_ = True
+        while open_:
+            changes = self._waiting()
+            open_ = None not in changes
+            self._apply([change for change in changes if change is not None])
+        self._storage.close()
+
+    def _waiting(self) -> list[Change | None]:
+        changes = [self._queue.get()]
+        try:
+            while True:
+                changes.append(self._queue.get_nowait())
+        except Empty:
+            return changes
+
+    def _apply(self, changes: list[Change]) -> None:
+        try:
+            self._storage.apply(changes)
+        except Exception:  # pylint: disable=broad-exception-caught
+            self._on_error()

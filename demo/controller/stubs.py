@@ -1,0 +1,117 @@
+"""Writes stub files of the host's module `brovik` for editors and type checkers.
+
+The host's functions carry their signatures in their docstrings; the files repeat them as Python.
+"""
+
+import inspect
+import re
+from collections.abc import Iterator
+from pathlib import Path
+from types import ModuleType
+from typing import Final
+
+DIRECTORY: Final = Path(__file__).resolve().parents[1] / "stubs"
+
+_HEADER: Final = """\
+# Written by the program's option --make-stubs.
+import typing
+from collections.abc import Iterable
+from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
+"""
+_ENUM_DEFAULT: Final = re.compile(r"<(\w+\.\w+): -?\d+>")
+_BARE: Final = re.compile(r"(?<=[:>] )(Iterable|dict|list|set)(?![\w\[])")
+_PARAMETERS: Final = {"dict": "[Any, Any]"}
+_OPERATORS: Final = ("__getitem__", "__iter__", "__len__", "__repr__")
+_ENUM_BODY: Final = """\
+    __members__: ClassVar[dict[str, {name}]]
+{members}
+    def __init__(self, value: int) -> None: ...
+    def __int__(self) -> int: ...
+    def __index__(self) -> int: ...
+    def __eq__(self, other: object) -> bool: ...
+    def __hash__(self) -> int: ...
+    @property
+    def name(self) -> str: ...
+    @property
+    def value(self) -> int: ...
+"""
+
+
+def write_stubs(package: ModuleType, directory: Path = DIRECTORY) -> None:
+    """Writes one file for the package and one for each of its modules."""
+    target = directory / package.__name__
+    target.mkdir(parents=True, exist_ok=True)
+    (target / "__init__.pyi").write_text(_module_text(package), encoding="utf-8")
+    for name, module in inspect.getmembers(package, inspect.ismodule):
+        (target / f"{name}.pyi").write_text(_module_text(module), encoding="utf-8")
+
+
+def _module_text(module: ModuleType) -> str:
+    body = "\n".join(_definitions(module))
+    own = f"{module.__name__}."
+    body = body.replace(own, "") if "." in module.__name__ else body
+    imports = sorted({f"import {found}\n" for found in re.findall(r"brovik\.[a-z]\w*", body)})
+    return f"{_HEADER}{''.join(imports)}\n{body}"
+
+
+def _definitions(module: ModuleType) -> Iterator[str]:
+    for name, value in vars(module).items():
+        if name.startswith("__") or inspect.ismodule(value):
+            continue
+        if inspect.isclass(value):
+            yield _class_text(value)
+        elif inspect.isroutine(value):
+            yield _function_text(name, value.__doc__, "")
+        else:
+            yield f"{name}: {type(value).__name__}\n"
+
+
+def _class_text(cls: type) -> str:
+    doc = (cls.__doc__ or "").split("\n\nMembers:")[0]
+    head = f"class {cls.__name__}:\n{_doc_text(doc, '    ')}"
+    if "__members__" in vars(cls):
+        members = (f"    {name}: ClassVar[{cls.__name__}]" for name in getattr(cls, "__members__"))
+        return head + _ENUM_BODY.format(name=cls.__name__, members="\n".join(members))
+    body = "".join(_member_text(cls, name, value) for name, value in vars(cls).items())
+    return head + (body if body or doc else "    ...\n")
+
+
+def _member_text(cls: type, name: str, value: object) -> str:
+    if name.startswith("__") and name not in _OPERATORS:
+        return ""
+    if type(value).__name__ == "pybind11_static_property":
+        return f"    {name}: ClassVar[{type(getattr(cls, name)).__name__}]\n"
+    if isinstance(value, property):
+        return _property_text(name, value)
+    if isinstance(value, staticmethod):
+        return "    @staticmethod\n" + _function_text(name, value.__func__.__doc__, "    ")
+    return _function_text(name, value.__doc__, "    ")
+
+
+def _property_text(name: str, value: property) -> str:
+    type_ = str(getattr(value.fget, "__doc__", "")).rpartition("-> ")[2].strip()
+    text = f"    @property\n    def {name}(self) -> {type_}:"
+    text += f"\n{_doc_text(value.__doc__, '        ')}" if value.__doc__ else " ...\n"
+    if value.fset is not None:
+        text += f"    @{name}.setter\n    def {name}(self, value: {type_}) -> None: ...\n"
+    return text
+
+
+def _function_text(name: str, doc: str | None, indent: str) -> str:
+    """A function whose docstring begins with its signature."""
+    signature, _, doc = (doc or "").partition("\n")
+    signature = _BARE.sub(_parametrised, _ENUM_DEFAULT.sub(r"\1", signature))
+    _, opening, arguments = signature.partition("(")
+    arguments = re.sub(r"^self: [\w.]+", "self", arguments)
+    if not opening:
+        return f"{indent}def {name}(*args: Any) -> Any: ...\n"
+    head = f"{indent}def {name}({arguments}:"
+    return f"{head}\n{_doc_text(doc, indent + '    ')}" if doc.strip() else f"{head} ...\n"
+
+
+def _parametrised(container: re.Match[str]) -> str:
+    return container[0] + _PARAMETERS.get(container[0], "[Any]")
+
+
+def _doc_text(doc: str | None, indent: str) -> str:
+    return f'{indent}"""{doc.strip()}"""\n' if doc and doc.strip() else ""

@@ -1,0 +1,136 @@
+"""What the tests of the demo machine's backend have in common."""
+
+import os
+import sys
+import tempfile
+import threading
+import time
+import unittest
+from collections.abc import Callable
+from pathlib import Path
+from typing import Any
+
+import _probe
+from brovik.actuator import Actuator, ActuatorEnum
+from brovik.auto import Auto
+from brovik.config import Config, MachineVersion
+from brovik.gui import Gui
+from brovik.sensor import Sensor
+from brovik.settings import SettingsValues
+from brovik.simulator import Simulator
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "demo"))
+sys.dont_write_bytecode = True
+
+import controller  # pylint: disable=wrong-import-position
+from controller.backend import Backend  # pylint: disable=wrong-import-position
+from controller.process.plant import Fault  # pylint: disable=wrong-import-position
+from controller.storage import MACHINE, Change, Storage, FILE_NAME  # pylint: disable=wrong-import-position
+
+DEADLINE_SECS = 60.0
+#: Longest simulated time that any job may take.
+LIMIT_SECS = 3600.0
+STEP_SECS = 0.1
+
+
+def reset_host() -> None:
+    """Puts the host's objects back to what they are at the start of the program."""
+    for key, value in SettingsValues.get_default_values().items():
+        setattr(SettingsValues, key, value)
+    Config.machine_version = MachineVersion._2024  # pylint: disable=protected-access
+    Config.has_steam_valve = False
+    Config.has_level_switch = True
+    Config.steam_pressure_sterilization = False
+    Sensor.lw_sensor_defective = False
+    Simulator.enabled = False
+    Actuator.manual_heating_enabled = False
+    Actuator.unblock_all_except_of(set())
+    for dout in Actuator.all_douts:
+        dout.state = False
+
+
+def outputs_on() -> set[str]:
+    """Names of the outputs that are on."""
+    return {ActuatorEnum(int(dout.enum)).name for dout in Actuator.active_douts}
+
+
+class DemoCase(unittest.TestCase):
+    """A directory for the file, and a host as at the start of the program."""
+
+    def setUp(self) -> None:
+        directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
+        self.addCleanup(directory.cleanup)
+        self.directory = Path(directory.name)
+        self.gui = _probe.SignalLog("Gui", ["message", "question", "toastWarn", "exception"])
+        reset_host()
+
+    def configure(self, **values: object) -> None:
+        """Stores a configuration of the machine."""
+        storage = Storage(self.directory / FILE_NAME)
+        storage.apply([Change(MACHINE, values)])
+        storage.close()
+
+    def until(self, condition: Callable[[], Any], what: str = "condition") -> None:
+        """Waits for a condition that another thread brings about."""
+        deadline = time.monotonic() + DEADLINE_SECS
+        pause = threading.Event()
+        while not condition():
+            self.assertLess(time.monotonic(), deadline, f"{what} did not come about")
+            pause.wait(0.002)
+
+    def signals(self, name: str) -> list[list[Any]]:
+        """Arguments of the signals of this name that `Gui` has raised."""
+        return [values for signal, _, values in self.gui.emissions if signal == name]
+
+
+class SteppedCase(DemoCase):
+    """A backend whose machine thread does not run: the test lets the time pass."""
+
+    def make(self, *faults: Fault) -> Backend:
+        """Makes the backend. It is stopped at the end of the test."""
+        backend = Backend(self.directory, 1.0, frozenset(faults))
+        self.addCleanup(backend.stop)
+        self.backend = backend
+        self.operation = backend.operation
+        return backend
+
+    def run_until(self, condition: Callable[[], Any], what: str = "condition") -> float:
+        """Lets time pass until the condition holds. Returns the seconds."""
+        passed = 0.0
+        while not condition():
+            self.assertLess(passed, LIMIT_SECS, f"{what} did not come about: {Gui.status3}")
+            self.operation.advance(STEP_SECS)
+            passed += STEP_SECS
+        return passed
+
+    def assert_clean(self) -> None:
+        """Nothing runs, nothing is on, nothing is blocked."""
+        self.assertEqual(outputs_on(), set())
+        self.assertFalse(Auto.active or Auto.lw_saure_active or Auto.lw_lauge_active)
+        self.assertFalse(any(dout.blocked for dout in Actuator.all_douts))
+        self.assertEqual(Gui.status, "Bereit")
+
+
+class RunningCase(DemoCase):
+    """The backend as the host starts it, with its threads, through the entry functions."""
+
+    def start(self, factor: float = 500.0, fault: str = "") -> None:
+        """Calls `init` with this environment. The backend is stopped at the end of the test."""
+        os.environ["BROVIK_CONFIG_DIR"] = str(self.directory)
+        os.environ["BROVIK_DEMO_TIME_FACTOR"] = str(factor)
+        os.environ["BROVIK_DEMO_FAULT"] = fault
+        controller.init(False)
+        self.addCleanup(self.stop)
+
+    def stop(self) -> None:
+        """What the end of the interpreter does. Does nothing the second time."""
+        if controller.backend.cache_info().currsize:
+            controller.backend().stop()
+            controller.atexit.unregister(controller.backend().stop)
+            controller.backend.cache_clear()
+
+    def handled(self) -> None:
+        """Waits until the machine thread has run all that was posted to it."""
+        done = threading.Event()
+        controller.backend().machine.post(done.set)
+        self.assertTrue(done.wait(DEADLINE_SECS))

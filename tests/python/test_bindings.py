@@ -1,0 +1,142 @@
+"""What holds for all that the program shows to Python."""
+
+import types
+import unittest
+from collections.abc import Iterator
+from typing import Any
+
+import _probe
+import brovik
+
+# Submodule: its object, that object's class, the name by which the probe knows it.
+SINGLETONS = {
+    "actuator": ("Actuator", "ActuatorClass", "Actuator"),
+    "auto": ("Auto", "AutoClass", "Auto"),
+    "gpio": ("GPIO", "GPIOClass", "GPIO"),
+    "gui": ("Gui", "GuiClass", "Gui"),
+    "chart": ("Chart", "ChartClass", "Chart"),
+    "config": ("Config", "ConfigClass", "Config"),
+    "sensor": ("Sensor", "SensorClass", "Sensor"),
+    "shell": ("Shell", "ShellClass", "Shell"),
+    "settings": ("SettingsValues", "SettingsClass", "Settings"),
+    "simulator": ("Simulator", "SimulatorClass", "Simulator"),
+    "wifi": ("Wifi", "WifiClass", "Wifi"),
+}
+
+# What an attribute refuses, by the type that it has. A text takes any object.
+WRONG_VALUES: dict[type, list[Any]] = {
+    bool: [0, 1, 1.0, "True", None, [], brovik],
+    int: ["1", 1.5, None, [], brovik, 2**40],
+    float: ["1.0", None, [], brovik, 1j],
+    str: [],
+    list: [5, None, True, brovik],
+}
+WRONG_FOR_OTHERS: list[Any] = [99, 1.5, "x", None, [], brovik]
+
+
+def submodules() -> dict[str, types.ModuleType]:
+    """The submodules in the order in which they were made."""
+    return {name: value for name, value in vars(brovik).items() if isinstance(value, types.ModuleType)}
+
+
+def classes() -> Iterator[type]:
+    """All bound classes."""
+    for module in (brovik, *submodules().values()):
+        yield from (value for value in vars(module).values() if isinstance(value, type))
+
+
+def properties(cls: type) -> dict[str, property]:
+    """The attributes that a class binds."""
+    return {name: value for name, value in vars(cls).items() if isinstance(value, property)}
+
+
+def singletons() -> Iterator[tuple[str, Any]]:
+    """Each singleton with the probe's name for it."""
+    for module, (name, _, path) in SINGLETONS.items():
+        yield path, getattr(getattr(brovik, module), name)
+
+
+class ModuleTest(unittest.TestCase):
+    """Content of the modules."""
+
+    def test_order_of_the_content(self) -> None:
+        """What brovik holds, in its order."""
+        names = [name for name in vars(brovik) if not name.startswith("__")]
+        self.assertEqual(names, ["forward_exception", "Logger", *SINGLETONS])
+
+    def test_singletons(self) -> None:
+        """Each submodule has its one object and its class."""
+        for module, (name, cls, _) in SINGLETONS.items():
+            with self.subTest(module):
+                shared = getattr(getattr(brovik, module), name)
+                self.assertIs(type(shared), getattr(getattr(brovik, module), cls))
+
+    def test_enum_numbers_of_the_skeletons(self) -> None:
+        """Enumerations of the objects that hold nothing else yet."""
+        self.assertEqual(
+            {name: int(value) for name, value in brovik.chart.ChartEnum.__members__.items()},
+            {"Invalid": 0, "Save": 1, "Load": 2, "Delete": 3, "Rename": 4, "Hand": 5},
+        )
+        self.assertEqual(
+            {name: int(value) for name, value in brovik.wifi.WifiActionEnum.__members__.items()},
+            {"Scan": 0, "IPData": 1, "Connect": 2, "Disconnect": 3, "Login": 4, "RestartWireguard": 5},
+        )
+
+
+class ClassTest(unittest.TestCase):
+    """Classes and attributes, whatever they are."""
+
+    def test_documented(self) -> None:
+        """Every class and every attribute says what it is."""
+        for cls in classes():
+            with self.subTest(cls=cls.__qualname__):
+                self.assertTrue(cls.__doc__)
+            if hasattr(cls, "__members__"):
+                continue
+            for name, value in properties(cls).items():
+                with self.subTest(cls=cls.__qualname__, name=name):
+                    self.assertTrue(value.__doc__)
+
+    def test_no_second_object(self) -> None:
+        """Python cannot make a second object of a singleton's class."""
+        for path, shared in singletons():
+            with self.subTest(path), self.assertRaises(TypeError):
+                type(shared)()
+
+    def test_unknown_names(self) -> None:
+        """A name that is not there raises AttributeError, read or written."""
+        for path, shared in singletons():
+            with self.subTest(path):
+                with self.assertRaises(AttributeError):
+                    shared.no_such_attribute = 1
+                with self.assertRaises(AttributeError):
+                    _ = shared.no_such_attribute
+                with self.assertRaises(AttributeError):
+                    del shared.no_such_attribute
+
+    def test_wrong_types(self) -> None:
+        """A wrong type raises TypeError, changes nothing and notifies nobody."""
+        for path, shared in singletons():
+            log = _probe.SignalLog(path)
+            for name, value in properties(type(shared)).items():
+                before = getattr(shared, name)
+                if value.fset is None:
+                    continue
+                for wrong in WRONG_VALUES.get(type(before), WRONG_FOR_OTHERS):
+                    with self.subTest(path, name=name, wrong=wrong):
+                        with self.assertRaises(TypeError):
+                            setattr(shared, name, wrong)
+                        self.assertEqual(getattr(shared, name), before)
+            self.assertEqual(log.names, [])
+
+    def test_read_only_attributes(self) -> None:
+        """What cannot be written raises AttributeError."""
+        for path, shared in singletons():
+            for name, value in properties(type(shared)).items():
+                if value.fset is None:
+                    with self.subTest(path, name=name), self.assertRaises(AttributeError):
+                        setattr(shared, name, getattr(shared, name))
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,93 @@
+"""The state of the update facility as the backend sees it."""
+
+import unittest
+
+import _probe
+from brovik import shell
+from shared_properties import Attribute, check_initial_values, check_writes
+
+PACKAGE = {"name": "a", "version": "1.0", "arch": "arm64", "description": "ä", "name2": ""}
+UPGRADE = {"name": "a", "versionNew": "1.1", "versionOld": "1.0", "urgency": "low", "lastChange": ["x", "y"]}
+
+STATE = [
+    Attribute("testing_repo_enabled", "testingRepoEnabled", False, True),
+    Attribute("locked", "locked", False, True),
+    Attribute("upgrade_in_progress_or_finished", "upgradeInProgressOrFinished", False, True),
+    Attribute("installed", "installed", [], [PACKAGE]),
+    Attribute("upgradables", "upgradables", [], [UPGRADE, UPGRADE]),
+]
+COLORS = ["low", "medium", "high", "other"]
+
+
+class ShellTest(unittest.TestCase):
+    """Attributes and functions of brovik.shell.Shell."""
+
+    def test_initial_values(self) -> None:
+        """Every attribute starts as documented."""
+        check_initial_values(self, shell.Shell, STATE)
+
+    def test_writes(self) -> None:
+        """Every attribute can be written and notifies once."""
+        check_writes(self, "Shell", shell.Shell, STATE)
+
+    def test_colors(self) -> None:
+        """A colour is written by its name and read as #rrggbb; the same colour by another name is no change."""
+        for urgency in COLORS:
+            with self.subTest(urgency):
+                name = f"color_urgency_{urgency}"
+                log = _probe.SignalLog("Shell")
+                setattr(shell.Shell, name, "red")
+                setattr(shell.Shell, name, "#ff0000")
+                self.assertEqual(getattr(shell.Shell, name), "#ff0000")
+                self.assertEqual(log.emissions, [(f"colorUrgency{urgency.capitalize()}Changed", False, [])])
+
+    def test_equal_list_notifies_nothing(self) -> None:
+        """Lists are compared in depth."""
+        shell.Shell.upgradables = [UPGRADE]
+        log = _probe.SignalLog("Shell")
+        shell.Shell.upgradables = [dict(UPGRADE, lastChange=["x", "y"])]
+        self.assertEqual(log.names, [])
+        shell.Shell.upgradables = [dict(UPGRADE, lastChange=["x", "z"])]
+        self.assertEqual(log.names, ["upgradablesChanged"])
+        shell.Shell.upgradables = []
+
+    def test_list_that_is_none(self) -> None:
+        """Something that is no sequence raises TypeError and changes nothing."""
+        for wrong in (5, None, True):
+            with self.subTest(wrong=wrong), self.assertRaises(TypeError):
+                shell.Shell.installed = wrong
+        self.assertEqual(shell.Shell.installed, [])
+
+    def test_console_output(self) -> None:
+        """Output goes out at once, piece by piece, on the writer's thread."""
+        log = _probe.SignalLog("Shell")
+        shell.Shell.append_stdout("a\n")
+        shell.Shell.append_stderr("<b>")
+        shell.Shell.append_stdout("a\n")
+        self.assertEqual(
+            log.emissions,
+            [
+                ("appendStdout", False, ["a\n"]),
+                ("appendStderr", False, ["<b>"]),
+                ("appendStdout", False, ["a\n"]),
+            ],
+        )
+
+    def test_enum(self) -> None:
+        """Names and numbers of the enumeration."""
+        self.assertEqual(
+            {name: int(value) for name, value in shell.ShellActionEnum.__members__.items()},
+            {
+                "Update": 0,
+                "Upgrade": 1,
+                "Changelog": 2,
+                "LocalChangelog": 3,
+                "ClearCache": 4,
+                "TestConsole": 5,
+                "ToggleTesting": 6,
+            },
+        )
+
+
+if __name__ == "__main__":
+    unittest.main()

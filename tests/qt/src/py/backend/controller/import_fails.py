@@ -1,0 +1,3 @@
+"""Cannot be imported."""
+
+raise RuntimeError("kein Import")

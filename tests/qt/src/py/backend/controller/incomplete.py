@@ -1,0 +1,6 @@
+"""Lacks an entry function."""
+
+# pylint: disable=wildcard-import,unused-wildcard-import
+from controller.recording import *
+
+del wifi_action_from_cpp

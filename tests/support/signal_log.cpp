@@ -1,0 +1,89 @@
+#include "signal_log.h"
+
+#include <QCoreApplication>
+#include <QMutexLocker>
+#include <QThread>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+QMetaMethod signalNamed(const QMetaObject &meta, const std::string &name)
+{
+    for (int index = 0; index < meta.methodCount(); ++index) {
+        const QMetaMethod method = meta.method(index);
+        if (method.methodType() == QMetaMethod::Signal && method.name() == name.c_str()) {
+            return method;
+        }
+    }
+    throw std::out_of_range(name);
+}
+
+QVariant argument(const QMetaType &type, const void *value)
+{
+    const bool isVariant = type == QMetaType::fromType<QVariant>();
+    return isVariant ? *static_cast<const QVariant *>(value) : QVariant(type, value);
+}
+
+} // namespace
+
+SignalLog::SignalLog(QObject &object, const std::vector<std::string> &names)
+{
+    for (const std::string &name : names) {
+        watch(object, signalNamed(*object.metaObject(), name));
+    }
+}
+
+SignalLog::SignalLog(QObject &object)
+{
+    const QMetaObject &meta = *object.metaObject();
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        if (meta.method(index).methodType() == QMetaMethod::Signal) {
+            watch(object, meta.method(index));
+        }
+    }
+}
+
+void SignalLog::watch(QObject &object, const QMetaMethod &signal)
+{
+    const int slot = QObject::staticMetaObject.methodCount() + static_cast<int>(m_signals.size());
+    m_signals.push_back(signal);
+    QMetaObject::connect(&object, signal.methodIndex(), this, slot, Qt::DirectConnection);
+}
+
+int SignalLog::qt_metacall(QMetaObject::Call call, int id, void **arguments)
+{
+    const int slot = QObject::qt_metacall(call, id, arguments);
+    if (call != QMetaObject::InvokeMetaMethod || slot < 0) {
+        return slot;
+    }
+    const QMetaMethod &signal = m_signals.at(static_cast<std::size_t>(slot));
+    QVariantList values;
+    for (int index = 0; index < signal.parameterCount(); ++index) {
+        values.append(argument(signal.parameterMetaType(index), arguments[index + 1]));
+    }
+    const QMutexLocker lock(&m_mutex);
+    const bool onGuiThread = QThread::currentThread() == QCoreApplication::instance()->thread();
+    m_emissions.push_back({signal.name().toStdString(), onGuiThread, values});
+    return -1;
+}
+
+std::vector<SignalLog::Emission> SignalLog::emissions() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_emissions;
+}
+
+std::vector<std::string> SignalLog::names() const
+{
+    std::vector<std::string> result;
+    std::ranges::transform(emissions(), std::back_inserter(result), &Emission::name);
+    return result;
+}
+
+void SignalLog::clear()
+{
+    const QMutexLocker lock(&m_mutex);
+    m_emissions.clear();
+}

@@ -1,0 +1,113 @@
+"""The program's screens as the accessibility bus shows them."""
+
+from collections.abc import Callable, Iterator
+from typing import Any, NamedTuple
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # pylint: disable=wrong-import-position
+
+_CALL_TIMEOUT_MS = 20_000
+
+
+class Box(NamedTuple):
+    """A rectangle on the screen, in pixels."""
+
+    x: int
+    y: int
+    width: int
+    height: int
+
+    @property
+    def middle(self) -> tuple[int, int]:
+        """The point to click on."""
+        return self.x + self.width // 2, self.y + self.height // 2
+
+    @property
+    def bottom(self) -> int:
+        """The first row below it."""
+        return self.y + self.height
+
+
+class Node:
+    """One accessible thing of a screen. Ask again after the screen has changed: it may be gone."""
+
+    def __init__(self, accessible: Any) -> None:
+        self._accessible = accessible
+
+    @property
+    def name(self) -> str:
+        """The text of a label or button, the name of anything else."""
+        return str(self._accessible.get_name() or "")
+
+    @property
+    def role(self) -> str:
+        """Its role, such as `push button`, `label`, `check box`."""
+        return str(self._accessible.get_role_name())
+
+    @property
+    def box(self) -> Box:
+        """Where it stands on the screen."""
+        extents = self._accessible.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+        return Box(extents.x, extents.y, extents.width, extents.height)
+
+    @property
+    def text(self) -> str:
+        """What stands in a text field."""
+        content = self._accessible.get_text_iface()
+        return str(content.get_text(0, content.get_character_count()))
+
+    @property
+    def value(self) -> float:
+        """The number of a progress bar, slider or spin box."""
+        return float(self._accessible.get_value_iface().get_current_value())
+
+    def has(self, state: Any) -> bool:
+        """Whether that state of Atspi.StateType is set."""
+        return bool(self._accessible.get_state_set().contains(state))
+
+    @property
+    def checked(self) -> bool:
+        """Whether a switch is on."""
+        return self.has(Atspi.StateType.CHECKED)
+
+    def walk(self) -> Iterator["Node"]:
+        """This and all that shows below it, in the order of the screen's tree."""
+        yield self
+        for index in range(self._accessible.get_child_count()):
+            child = self._accessible.get_child_at_index(index)
+            if child is not None and child.get_state_set().contains(Atspi.StateType.SHOWING):
+                yield from Node(child).walk()
+
+
+def application(pid: int) -> Node | None:
+    """The program with that process id, if it has come to the bus."""
+    desktop = Atspi.get_desktop(0)
+    desktop.set_cache_mask(Atspi.Cache.NONE)
+    for index in range(desktop.get_child_count()):
+        child = desktop.get_child_at_index(index)
+        if child is not None and child.get_process_id() == pid:
+            return Node(child)
+    return None
+
+
+def find(pid: int, matches: Callable[[Node], bool]) -> Node | None:
+    """The first thing that shows in the program and matches; what vanishes meanwhile is not there."""
+    try:
+        root = application(pid)
+        return next((node for node in root.walk() if matches(node)), None) if root else None
+    except GLib.Error:
+        return None
+
+
+def names(pid: int) -> list[str]:
+    """The texts that show in the program, in the order of the tree; none while the screen is changing."""
+    try:
+        root = application(pid)
+        return [node.name for node in root.walk()] if root else []
+    except GLib.Error:
+        return []
+
+
+Atspi.set_timeout(_CALL_TIMEOUT_MS, _CALL_TIMEOUT_MS)

@@ -1,0 +1,88 @@
+#!/usr/bin/python3
+"""A whole cleaning on the demo machine by an operator who takes pictures: demo_run.py <folder>."""
+
+import re
+import sys
+from pathlib import Path
+
+import panel
+from desktop import Desktop
+from panel import Panel
+from waiting import wait_for
+
+START = "Automatikbetrieb starten"
+ABORT = "Automatikbetrieb abbrechen"
+TO_LIGHT = "Helles Design"
+TO_DARK = "Dunkles Design"
+
+# A cleaning takes about half an hour.
+_TIME_FACTOR = 60
+_RUN_DEADLINE_SECS = 300.0
+_STOPS = (5, 30, 60, 90)
+
+
+class Album:
+    """Numbered pictures of the program's window in a folder, which starts empty."""
+
+    def __init__(self, desktop: Desktop, program: Panel, folder: Path) -> None:
+        self._desktop = desktop
+        self._program = program
+        self._folder = folder
+        self._count = 0
+        folder.mkdir(parents=True, exist_ok=True)
+        for old in folder.glob("[0-9][0-9]-*.png"):
+            old.unlink()
+
+    def take(self, name: str) -> None:
+        """Takes the next picture."""
+        self._count += 1
+        path = self._folder / f"{self._count:02}-{name}.png"
+        self._desktop.screenshot(path, self._program.window)
+        print(path, flush=True)
+
+    def take_both_themes(self, name: str) -> None:
+        """Takes a picture in the dark theme, which is in force, and one in the light theme."""
+        self.take(f"{name}-dunkel")
+        self._program.click(TO_LIGHT)
+        self._program.wait_until_shown(TO_DARK)
+        self.take(f"{name}-hell")
+        self._program.click(TO_DARK)
+        self._program.wait_until_shown(TO_LIGHT)
+
+
+def progress(program: Panel) -> int:
+    """The percentage that the page shows; -1 while it shows none."""
+    for name in program.names():
+        if match := re.fullmatch(r"(\d+) %", name):
+            return int(match[1])
+    return -1
+
+
+def run_cleaning(program: Panel, album: Album) -> None:
+    """Starts a run by hand and stays with it to its end. AssertionError if it does not reach 100 %."""
+    album.take_both_themes("bereit")
+    program.press_and_hold(START)
+    program.wait_until_shown(ABORT)
+    for stop in _STOPS:
+        wait_for(f"{stop} %", lambda: progress(program) >= stop, _RUN_DEADLINE_SECS)
+        album.take_both_themes("reinigung")
+    program.wait_until_shown("100 %", deadline=_RUN_DEADLINE_SECS)
+    program.wait_until_shown(START)
+    album.take_both_themes("fertig")
+
+
+def main() -> int:
+    """Gives the exit code."""
+    with Desktop() as desktop, panel.demo(_TIME_FACTOR) as program:
+        program.wait_until_shown(START)
+        try:
+            run_cleaning(program, Album(desktop, program, Path(sys.argv[1])))
+        except AssertionError as error:
+            print(f"The run did not reach its end: {error}", file=sys.stderr)
+            return 1
+        print("The run reached 100 %.")
+        return program.close()
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,14 @@
+#!/usr/bin/python3
+"""Runs whole-program tests on a desktop of their own: run.py <module> [unittest options].
+
+KUBELOR_DEMO in the environment is the program's path.
+"""
+
+import sys
+import unittest
+
+from desktop import Desktop
+
+if __name__ == "__main__":
+    with Desktop():
+        unittest.main(module=None, argv=["run.py", "-v", *sys.argv[1:]])
