@@ -1,20 +1,214 @@
+// The one window of the program: header, tabs, pages, on-screen keyboard.
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import QtQuick.VirtualKeyboard
+import QtQuick.VirtualKeyboard.Settings
 
+import brovik.base
 import brovik.gui
+import brovik.sensor
+import main
 
-ApplicationWindow {
+BaseTemplate {
     id: root
 
-    visible: true
-    title: Gui.title
     width: 800
     height: 1200
+    font.pointSize: Gui.fSizeS
+    // The style would write buttons and tabs in capitals.
+    font.capitalization: Font.MixedCase
 
-    Component.onCompleted: Gui.toPy(Gui.Ready, null)
+    MyToast {
+        id: toast
 
-    Label {
-        anchors.centerIn: parent
-        text: Gui.status
+        height: header.height
+    }
+
+    ColumnLayout {
+        anchors {
+            top: parent.top
+            left: parent.left
+            right: parent.right
+            bottom: inputPanel.top
+        }
+        spacing: Common.spacing
+
+        RowLayout {
+            id: header
+
+            Layout.fillHeight: false
+            Layout.preferredHeight: privat.headerHeight
+            spacing: Common.spacing
+
+            HeaderBox {
+                Layout.preferredWidth: privat.pressureWidth
+                Layout.fillHeight: true
+                horizontalAlignment: Text.AlignHCenter
+                text: `Druck:\n${Sensor.druck.toFixed(2)} bar`
+            }
+
+            HeaderBox {
+                Layout.preferredWidth: privat.conductivityWidth
+                Layout.fillHeight: true
+                horizontalAlignment: Text.AlignHCenter
+                text: `Leitwert:\n${Sensor.leitwert.toFixed(2)} mS/cm`
+            }
+
+            HeaderBox {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                text: Gui.status2
+            }
+        }
+
+        HeaderBox {
+            Layout.fillWidth: true
+            Layout.preferredHeight: privat.statusHeight
+            text: Gui.status
+        }
+
+        RowLayout {
+            spacing: 0
+
+            HeaderToolButton {
+                Layout.preferredHeight: tabs.height
+                Accessible.name: "Herunterfahren oder neu starten"
+                icon.source: "img/power.svg"
+
+                onClicked: powerPopup.open()
+            }
+
+            TabBar {
+                id: tabs
+
+                Layout.fillWidth: true
+                font.pointSize: Gui.fSizeM
+
+                TabButton {
+                    text: "Automatik"
+                }
+
+                TabButton {
+                    text: "Chart"
+                }
+
+                TabButton {
+                    text: "Settings"
+                }
+            }
+
+            HeaderToolButton {
+                Layout.preferredHeight: tabs.height
+                Accessible.name: Common.isDarkTheme ? "Helles Design" : "Dunkles Design"
+                icon.source: Common.isDarkTheme ? "img/sun.svg" : "img/moon.svg"
+
+                onClicked: root.setTheme(Common.isDarkTheme ? Material.Light : Material.Dark)
+            }
+        }
+
+        StackLayout {
+            Layout.leftMargin: Common.spacing
+            Layout.rightMargin: Common.spacing
+            currentIndex: tabs.currentIndex
+
+            AutoOverview {}
+
+            ChartsOverview {
+                id: charts
+            }
+
+            SettingsOverview {
+                id: settings
+            }
+        }
+    }
+
+    PowerPopup {
+        id: powerPopup
+    }
+
+    InputPanel {
+        id: inputPanel
+
+        x: 0
+        y: root.height
+        z: 99
+        width: root.width
+        externalLanguageSwitchEnabled: true
+
+        states: State {
+            name: "visible"
+            when: inputPanel.active
+
+            PropertyChanges {
+                inputPanel.y: root.height - inputPanel.height
+            }
+        }
+
+        transitions: Transition {
+            to: "visible"
+            reversible: true
+
+            NumberAnimation {
+                properties: "y"
+                duration: 250
+                easing.type: Easing.InOutQuad
+            }
+        }
+    }
+
+    QtObject {
+        id: privat
+
+        readonly property real headerHeight: 80 * Gui.itemsScaleFactor
+        readonly property real pressureWidth: 95 * Gui.itemsScaleFactor
+        readonly property real conductivityWidth: 125 * Gui.itemsScaleFactor
+        readonly property real statusHeight: 40 * Gui.itemsScaleFactor
+
+        function showSettings(index: int) {
+            tabs.currentIndex = Common.settingsOverviewIndex;
+            settings.changeIndex(index);
+        }
+
+        function followPage() {
+            switch (Gui.page) {
+            case Gui.PageAuto:
+                tabs.currentIndex = Common.autoOverviewIndex;
+                break;
+            case Gui.PageChart:
+                tabs.currentIndex = Common.chartsOverviewIndex;
+                charts.currentIndex = 0;
+                break;
+            case Gui.PageSettingsAuto:
+                privat.showSettings(Common.settingsAutoIndex);
+                break;
+            case Gui.PageHandOp:
+                privat.showSettings(Common.handOpIndex);
+                break;
+            case Gui.PageUpdatesOverview:
+            case Gui.PageUpdatesShell:
+                tabs.currentIndex = Common.settingsOverviewIndex;
+                break;
+            }
+        }
+    }
+
+    Connections {
+        target: Gui
+
+        function onPageChanged() {
+            privat.followPage();
+        }
+
+        function onShowPoweroffDialog() {
+            powerPopup.open();
+        }
+    }
+
+    Component.onCompleted: {
+        VirtualKeyboardSettings.locale = "de_DE";
+        Common.mainHeight = Qt.binding(() => inputPanel.y);
     }
 }

@@ -1,0 +1,278 @@
+// The page on which the operator starts, stops and follows the automatic run and the tests of the baths.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+
+import brovik.auto
+import brovik.base
+import brovik.components
+import brovik.config
+import brovik.gui
+import brovik.sensor
+import brovik.settings
+import brovik.shell
+
+BrovikFlickable {
+    id: root
+
+    readonly property bool isCurrent: StackLayout.isCurrentItem
+    readonly property bool intenseCleaning: Auto_.active ? Auto_.intenseCleaning : BrovikSettings.intenseCleaning
+
+    Label {
+        objectName: "information"
+
+        Layout.fillWidth: true
+        Layout.topMargin: privat.informationMargin
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.WordWrap
+        color: privat.warning ? Common.colorWarning : Material.foreground
+        text: privat.warning || `Button eine Sekunde zum ${Auto_.active ? "Abbrechen" : "Starten"} gedrückt halten und dann loslassen`
+    }
+
+    BrovikDelayButton {
+        objectName: "start"
+
+        Layout.preferredHeight: privat.startHeight
+        enabled: !Auto_.lwSaureActive && !Auto_.lwLaugeActive && !Sensor.lwSensorDefective && !Shell.upgradeInProgressOrFinished
+        font.pointSize: privat.startPointSize
+        delay: privat.holdTime
+        text: `${root.intenseCleaning ? "Intensivreinigung" : "Automatikbetrieb"} ${Auto_.active ? "abbrechen" : "starten"}`
+
+        onMyActivated: Auto_.toPy(Auto_.ToggleAuto, null)
+    }
+
+    Switch {
+        id: intenseSwitch
+
+        objectName: "intense"
+
+        Layout.alignment: Qt.AlignHCenter
+        enabled: !Auto_.active
+        text: "Intensivreinigung durchführen"
+
+        MyStoredValue {
+            target: intenseSwitch
+            name: "checked"
+            value: BrovikSettings.intenseCleaning
+        }
+
+        onToggled: BrovikSettings.toPy(BrovikSettings.IntenseCleaning, checked)
+    }
+
+    Switch {
+        id: steamSwitch
+
+        objectName: "steam"
+
+        Layout.alignment: Qt.AlignHCenter
+        enabled: !Auto_.active
+        visible: Config.hasSteamValve
+        text: `Dampf${Config.steamPressureSterilization ? "druck" : ""}sterilisation durchführen`
+
+        MyStoredValue {
+            target: steamSwitch
+            name: "checked"
+            value: BrovikSettings.doSteamStep
+        }
+
+        onToggled: BrovikSettings.toPy(BrovikSettings.DoSteamStep, checked)
+    }
+
+    Rectangle {
+        objectName: "steamWarning"
+
+        Layout.fillWidth: true
+        Layout.preferredHeight: steamWarning.implicitHeight + 2 * privat.steamWarningMargin
+        color: Common.colorWarning
+        visible: Config.hasSteamValve && BrovikSettings.doSteamStep
+
+        RowLayout {
+            id: steamWarning
+
+            anchors.fill: parent
+            anchors.margins: privat.steamWarningMargin
+            spacing: privat.steamWarningMargin
+
+            MyIcon {
+                source: "qrc:/brovik/base/img/exclamation-triangle.svg"
+            }
+
+            Label {
+                objectName: "text"
+
+                Layout.fillWidth: true
+                wrapMode: Text.WordWrap
+                text: "Das Fass und Teile der Maschine werden durch die Dampfsterilisation sehr heiß! Persönliche Schutzausrüstung tragen!"
+            }
+        }
+    }
+
+    Label {
+        objectName: "progressText"
+
+        Layout.fillWidth: true
+        horizontalAlignment: Text.AlignHCenter
+        font.pointSize: privat.progressPointSize
+        fontSizeMode: Text.HorizontalFit
+        minimumPointSize: Gui.fSizeS
+        textFormat: Text.PlainText
+        color: privat.progressColor
+        text: Auto_.progressStr
+    }
+
+    ProgressBar {
+        objectName: "progressBar"
+
+        Layout.fillWidth: true
+        Accessible.name: "Fortschritt"
+        from: 0
+        to: 100
+        value: Auto_.progress
+        indeterminate: Auto_.progress < 0
+    }
+
+    Label {
+        objectName: "status3"
+
+        Layout.fillWidth: true
+        Layout.topMargin: privat.statusMargin
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        text: Gui.status3
+        visible: text !== ""
+    }
+
+    RowLayout {
+        Layout.alignment: Qt.AlignHCenter
+        Layout.topMargin: privat.groupMargin
+
+        Label {
+            font.bold: true
+            font.pointSize: Gui.fSizeL
+            text: "Vorspanndruck:"
+        }
+
+        MyFloatingPointSpinBox {
+            id: prestress
+
+            objectName: "prestress"
+
+            Accessible.name: "Vorspanndruck"
+            precision: 1
+            from: Math.round(BrovikSettings.vorspannenPMin * factor)
+            to: Math.round(BrovikSettings.vorspannenPMax * factor)
+
+            MyStoredValue {
+                id: storedPrestress
+
+                target: prestress
+                name: "value"
+                value: Math.round(BrovikSettings.vorspannenP * prestress.factor)
+            }
+
+            // Connected late, so that the first value is not sent.
+            Component.onCompleted: realValueChanged.connect(privat.sendPrestress)
+        }
+    }
+
+    RowLayout {
+        Layout.fillWidth: true
+        Layout.topMargin: privat.groupMargin
+
+        ElectrolyteBox {
+            objectName: "saure"
+
+            Layout.preferredWidth: privat.equalWidth
+
+            color: Auto_.lwSaureTooLow ? Common.colorWarning : Common.bg2
+            what: "Säure"
+            active: Auto_.lwSaureActive
+            product: BrovikSettings.lwSaureName
+            lwActualMax: Auto_.lwSaureMax
+            minimum: Auto_.active ? Auto_.lwSaureMin : BrovikSettings.lwSaureMin
+            setpoint: Auto_.active ? Auto_.lwSaureSp : BrovikSettings.lwSaureSp
+            sbMinimum.from: BrovikSettings.lwSaureMinMin
+            sbMinimum.to: BrovikSettings.lwSaureMinMax
+            sbSetpoint.to: BrovikSettings.lwSaureSpMax
+            btnStart.enabled: privat.testAllowed && !Auto_.lwLaugeActive
+
+            sbMinimum.onValueModified: BrovikSettings.toPy(BrovikSettings.LwSaureMin, sbMinimum.value)
+            sbSetpoint.onValueModified: BrovikSettings.toPy(BrovikSettings.LwSaureSp, sbSetpoint.value)
+            btnStart.onMyActivated: Auto_.toPy(Auto_.ToggleLwTestSaure, null)
+        }
+
+        ElectrolyteBox {
+            objectName: "lauge"
+
+            Layout.preferredWidth: privat.equalWidth
+
+            color: Auto_.lwLaugeTooLow ? Common.colorWarning : Common.bg2
+            what: "Lauge"
+            active: Auto_.lwLaugeActive
+            product: BrovikSettings.lwLaugeName
+            lwActualMax: Auto_.lwLaugeMax
+            minimum: Auto_.active ? Auto_.lwLaugeMin : BrovikSettings.lwLaugeMin
+            setpoint: Auto_.active ? Auto_.lwLaugeSp : BrovikSettings.lwLaugeSp
+            sbMinimum.from: BrovikSettings.lwLaugeMinMin
+            sbMinimum.to: BrovikSettings.lwLaugeMinMax
+            sbSetpoint.to: BrovikSettings.lwLaugeSpMax
+            btnStart.enabled: privat.testAllowed && !Auto_.lwSaureActive
+
+            sbMinimum.onValueModified: BrovikSettings.toPy(BrovikSettings.LwLaugeMin, sbMinimum.value)
+            sbSetpoint.onValueModified: BrovikSettings.toPy(BrovikSettings.LwLaugeSp, sbSetpoint.value)
+            btnStart.onMyActivated: Auto_.toPy(Auto_.ToggleLwTestLauge, null)
+        }
+    }
+
+    QtObject {
+        id: privat
+
+        readonly property int informationMargin: 30
+        readonly property int startHeight: 75
+        readonly property int startPointSize: 20
+        readonly property int holdTime: 1000
+        readonly property int steamWarningMargin: 10
+        readonly property int progressPointSize: 100
+        readonly property int statusMargin: 10
+        readonly property int groupMargin: 20
+        // The same preference for both boxes; both fill the row.
+        readonly property int equalWidth: 1
+
+        readonly property bool testAllowed: !Auto_.active && !Sensor.lwSensorDefective
+        readonly property string warning: {
+            if (Shell.upgradeInProgressOrFinished) {
+                return "Es wird/wurde ein Upgrade durchgeführt. Bitte die Maschine nach dem Upgrade neu starten.";
+            }
+            return Sensor.lwSensorDefective ? "Es wird kein Signal vom Leitwertsensor erkannt" : "";
+        }
+        readonly property color progressColor: {
+            switch (Auto_.progressColor) {
+            case Auto_.ProgressSuccess:
+                return Material.color(Material.Green);
+            case Auto_.ProgressError:
+                return Material.color(Material.Red);
+            case Auto_.ProgressWarning:
+                return Material.color(Material.Orange);
+            default:
+                return root.Material.foreground;
+            }
+        }
+
+        // What the backend has written itself comes back to it once; a wish that it has refused does not.
+        function sendPrestress() {
+            if (!storedPrestress.rereading) {
+                BrovikSettings.toPy(BrovikSettings.VorspannenP, prestress.realValue);
+            }
+        }
+    }
+
+    onIsCurrentChanged: {
+        if (isCurrent) {
+            Gui.changePage(Gui.PageAuto);
+        }
+    }
+
+    Component.onCompleted: Common.autoOverviewIndex = StackLayout.index
+}

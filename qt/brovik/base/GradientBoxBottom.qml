@@ -1,0 +1,4 @@
+// The short name of MyGradientBoxBottom.
+import brovik.base
+
+MyGradientBoxBottom {}

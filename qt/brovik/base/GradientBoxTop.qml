@@ -1,0 +1,4 @@
+// The short name of MyGradientBoxTop.
+import brovik.base
+
+MyGradientBoxTop {}

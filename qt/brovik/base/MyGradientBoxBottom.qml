@@ -1,0 +1,6 @@
+// The shadow at the lower edge of a scrollable area.
+import brovik.base
+
+MyGradientBox {
+    atTop: false
+}

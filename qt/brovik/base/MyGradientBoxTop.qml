@@ -1,0 +1,6 @@
+// The shadow at the upper edge of a scrollable area.
+import brovik.base
+
+MyGradientBox {
+    atTop: true
+}

@@ -1,0 +1,14 @@
+// A button that is green and checked while what it stands for is active.
+import QtQuick.Controls
+import QtQuick.Controls.Material
+
+Button {
+    id: root
+
+    property bool active: false
+
+    Material.background: root.active ? Material.color(Material.Green) : undefined
+    Material.accent: root.active ? "green" : undefined
+    display: root.active ? AbstractButton.TextBesideIcon : AbstractButton.TextOnly
+    icon.source: "qrc:/brovik/base/img/check.svg"
+}

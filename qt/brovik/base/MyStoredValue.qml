@@ -1,0 +1,57 @@
+// Keeps a property of a control at a value that is stored elsewhere.
+//
+// A control changes its property by itself when the operator uses it. Once the handlers of that change have run,
+// and with them the backend and its change signals, the control shows again what is stored. So a wish that was not
+// taken disappears, and one that was taken stays.
+import QtQml
+
+QtObject {
+    id: root
+
+    required property QtObject target
+    required property string name
+    required property var value
+    // True while the target is put back: what is connected to its changes need not report this one.
+    readonly property bool rereading: privat.rereading
+
+    // A QtObject has no place for children.
+    readonly property QtObject inner: QtObject {
+        id: privat
+
+        property bool rereading: false
+        readonly property Binding binding: Binding {
+            target: root.target
+            property: root.name
+            value: root.value
+            restoreMode: Binding.RestoreNone
+        }
+
+        // A range that has changed may let through what it has cut off before.
+        function follow() {
+            for (const name of [root.name, "from", "to"]) {
+                root.target[name + "Changed"]?.connect(privat.afterHandlers);
+            }
+        }
+
+        function afterHandlers() {
+            Qt.callLater(privat.afterNotifications); // qmllint disable type
+        }
+
+        // The change signals that other threads have sent meanwhile stand in the event queue before this call.
+        function afterNotifications() {
+            Qt.callLater(privat.reread); // qmllint disable type
+        }
+
+        function reread() {
+            if (root.target[root.name] === root.value) {
+                return;
+            }
+            privat.rereading = true;
+            privat.binding.when = false;
+            privat.binding.when = true;
+            privat.rereading = false;
+        }
+    }
+
+    Component.onCompleted: privat.follow()
+}

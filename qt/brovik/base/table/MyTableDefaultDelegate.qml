@@ -1,0 +1,17 @@
+// A cell that shows a text.
+import QtQuick
+import QtQuick.Controls
+
+import brovik.base
+
+MyTableDelegateContainer {
+    id: root
+
+    required property var model
+
+    Label {
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        text: root.model.display
+    }
+}

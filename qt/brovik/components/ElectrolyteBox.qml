@@ -1,0 +1,141 @@
+// The state of one bath, its limits, and the start of its conductivity test.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+import brovik.auto
+import brovik.base
+import brovik.components
+import brovik.gui
+
+BrovikBox {
+    id: root
+
+    property real lwActualMax
+    // "Säure" or "Lauge".
+    property string what
+    property string unit: "mS/cm"
+    property bool active: false
+    property string product
+    // What is stored, in `unit`; the spin boxes show it as far as their ranges let them.
+    property int minimum
+    property int setpoint
+    property alias sbMinimum: sbMinimum
+    property alias sbSetpoint: sbSetpoint
+    property alias btnStart: btnStart
+
+    Label {
+        Layout.fillWidth: true
+        horizontalAlignment: Text.AlignHCenter
+        font.bold: true
+        font.pointSize: Gui.fSizeL
+        text: root.what
+    }
+
+    Label {
+        Layout.fillWidth: true
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        text: root.product
+    }
+
+    BrovikBoxSeparatorLine {}
+
+    RowLayout {
+        Item {
+            Layout.fillWidth: true
+        }
+
+        GridLayout {
+            columns: 2
+            columnSpacing: 0
+
+            Label {
+                Layout.alignment: Qt.AlignRight
+                text: "Aktueller Höchstwert: "
+            }
+            Label {
+                text: `${root.lwActualMax.toFixed(2)} ${root.unit}`
+            }
+            Label {
+                Layout.alignment: Qt.AlignRight
+                text: `Sollwert ${root.what}: `
+            }
+            Label {
+                text: `${sbSetpoint.value} ${root.unit}`
+            }
+            Label {
+                Layout.alignment: Qt.AlignRight
+                text: `Mindestwert ${root.what}: `
+            }
+            Label {
+                text: `${sbMinimum.value} ${root.unit}`
+            }
+        }
+
+        Item {
+            Layout.fillWidth: true
+        }
+    }
+
+    BrovikBoxSeparatorLine {}
+
+    GridLayout {
+        columns: 2
+        columnSpacing: Common.spacing
+
+        Label {
+            Layout.alignment: Qt.AlignHCenter
+            text: "Minimum"
+        }
+
+        Label {
+            Layout.alignment: Qt.AlignHCenter
+            text: "Sollwert"
+        }
+
+        MyFloatingPointSpinBox {
+            id: sbMinimum
+
+            Layout.fillWidth: true
+            Accessible.name: `Minimum ${root.what}`
+            enabled: !Auto_.active
+            precision: 0
+            editable: true
+
+            MyStoredValue {
+                target: sbMinimum
+                name: "value"
+                value: root.minimum
+            }
+        }
+
+        MyFloatingPointSpinBox {
+            id: sbSetpoint
+
+            Layout.fillWidth: true
+            Accessible.name: `Sollwert ${root.what}`
+            enabled: !Auto_.active
+            precision: 0
+            editable: true
+            from: sbMinimum.value + 1
+
+            MyStoredValue {
+                target: sbSetpoint
+                name: "value"
+                value: root.setpoint
+            }
+        }
+    }
+
+    BrovikBoxSeparatorLine {}
+
+    BrovikDelayButton {
+        id: btnStart
+
+        enabled: false
+        delay: 1000
+        text: `Überprüfung ${!root.active ? "starten" : Auto_.lwSpReached ? "abschließen" : "abbrechen"}`
+    }
+}

@@ -1,0 +1,27 @@
+// A setting that is a text.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+RowLayout {
+    id: root
+
+    property alias text: label.text
+    property alias product: field.text
+    property alias field: field
+
+    spacing: 10
+
+    Label {
+        id: label
+
+        wrapMode: Text.WordWrap
+    }
+
+    TextField {
+        id: field
+
+        Layout.fillWidth: true
+        Accessible.name: root.text
+    }
+}
