@@ -79,7 +79,7 @@ py::object readAsQml(const std::string &path, const char *property)
     return castQt2Py(value);
 }
 
-/// Calls an invokable on the GUI thread, as a screen does.
+/// Calls a method on the GUI thread, as a screen does.
 void invoke(const std::string &path, const std::string &method, double argument)
 {
     QObject *object = objectOf(path);
