@@ -50,6 +50,7 @@ BaseTemplate {
                 Layout.preferredWidth: privat.pressureWidth
                 Layout.fillHeight: true
                 horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.NoWrap
                 text: "Druck:\n" + Sensor.druck.toFixed(2) + " bar"
             }
 
@@ -59,6 +60,7 @@ BaseTemplate {
                 Layout.preferredWidth: privat.conductivityWidth
                 Layout.fillHeight: true
                 horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.NoWrap
                 text: "Leitwert:\n" + Sensor.leitwert.toFixed(2) + " mS/cm"
             }
 
