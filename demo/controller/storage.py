@@ -54,14 +54,15 @@ class Storage:
             raise
 
     def _prepare(self) -> None:
-        self._connection.execute("PRAGMA journal_mode = WAL")
-        self._connection.execute("PRAGMA synchronous = FULL")
+        # All checks come before the first change: a file that is not ours stays as it is.
         (verdict,) = self._connection.execute("PRAGMA quick_check(1)").fetchone()
         if verdict != "ok":
             raise _damage(str(verdict))
         with self._connection:
             self._connection.execute(_SCHEMA)
         self._connection.execute("SELECT section, key, value FROM entry LIMIT 1").fetchone()
+        self._connection.execute("PRAGMA journal_mode = WAL")
+        self._connection.execute("PRAGMA synchronous = FULL")
 
     def read(self, section: str) -> dict[str, object]:
         """All values of a section. One that is no JSON comes as the text that it is."""

@@ -17,8 +17,7 @@ class QQmlEngine;
 #endif
 
 /// A mutex that tells the thread sanitizer what Qt's futex code hides from it.
-template <typename Mutex>
-class VisibleMutex
+template <typename Mutex> class VisibleMutex
 {
 public:
     void lock()
@@ -62,16 +61,14 @@ public:
 
 protected:
     /// A copy of a member, taken under the mutex.
-    template <typename T>
-    T read(const T &member) const
+    template <typename T> T read(const T &member) const
     {
         const SharedLocker lock(&m_mutex);
         return member;
     }
 
     /// The change pattern: lock, compare, store, notify. Returns whether the member changed.
-    template <typename T, typename Notify>
-    bool change(T &member, const T &value, const Notify &notify)
+    template <typename T, typename Notify> bool change(T &member, const T &value, const Notify &notify)
     {
         const SharedLocker lock(&m_mutex);
         if (member == value) {
@@ -82,8 +79,8 @@ protected:
         return true;
     }
 
-    /// As change(), but a value outside the bounds is logged and replaced by the bound. The comparison comes first:
-    /// who asks for too much once more is notified once more, and so reads again what is stored.
+    /// As change(), but a value outside the bounds is logged and replaced by the bound. The comparison comes
+    /// first: who asks for too much once more is notified once more, and so reads again what is stored.
     template <typename T, typename Notify>
     void changeWithin(T &member, T value, const T &lowest, const T &highest, const Notify &notify)
     {
@@ -99,8 +96,7 @@ protected:
 
 private:
     /// The nearest value within the bounds; the lower one decides if they cross. A NaN counts as too small.
-    template <typename T>
-    T within(T value, T lowest, T highest) const
+    template <typename T> T within(T value, T lowest, T highest) const
     {
         if (value < lowest || value != value) {
             logReplaced("KLEIN", value, lowest);
@@ -113,8 +109,7 @@ private:
         return value;
     }
 
-    template <typename T>
-    void logReplaced(const char *what, T value, T bound) const
+    template <typename T> void logReplaced(const char *what, T value, T bound) const
     {
         const QString title = QStringLiteral("[%1 WERT ZU %2]").arg(metaObject()->className(), what);
         criticalStream() << qUtf8Printable(title) << value << "wird zu" << bound << "geändert.";
@@ -123,8 +118,7 @@ private:
 
 /// Gives a class its one object: made on first use, alive until the process ends, owned neither by QML nor by
 /// Python. The class befriends it and keeps its constructor private, else QML would make a second object.
-template <typename Object>
-class SharedSingleton
+template <typename Object> class SharedSingleton
 {
 public:
     static Object &instance()

@@ -2,22 +2,27 @@
 
 #include <type_traits>
 
-// A shared property stands once, as a line of its class's table of (type, QML name, setter, Python name, initial
-// value, documentation). The class expands the table with SHARED_PROPERTY, the binding beside it with BIND_PROPERTY
-// (python_property.h). The order of the table is the declared order of properties and signals. For example:
+// A shared property stands once, as a line of its class's table of (type, QML name, setter, Python name,
+// initial value, documentation). The class expands the table with SHARED_PROPERTY, the binding beside it with
+// BIND_PROPERTY (python_property.h). The order of the table is the declared order of properties and signals.
+// For example:
 //
 //     #define EXAMPLE_PROPERTIES(P)
 //         P(int, progress, setProgress, "progress", 0, "Progress of the run, percent.")
 
 /// How a setter takes its argument: small values by value, others by reference.
 template <typename T>
-using SharedArgument = std::conditional_t<std::is_trivially_copyable_v<T> && sizeof(T) <= sizeof(void *), T, const T &>;
+using SharedArgument =
+    std::conditional_t<std::is_trivially_copyable_v<T> && sizeof(T) <= sizeof(void *), T, const T &>;
 
 /// Property, getter, setter, change signal and member of one line of a table, in the body of a SharedObject.
 #define SHARED_PROPERTY(type, name, setter, pyName, initial, doc)                                            \
 public:                                                                                                      \
     Q_PROPERTY(type name READ name NOTIFY name##Changed)                                                     \
-    type name() const { return read(m_##name); }                                                             \
+    type name() const                                                                                        \
+    {                                                                                                        \
+        return read(m_##name);                                                                               \
+    }                                                                                                        \
     void setter(SharedArgument<type> value)                                                                  \
     {                                                                                                        \
         change<type>(m_##name, value, [this] { Q_EMIT name##Changed(); });                                   \
@@ -32,7 +37,10 @@ private:                                                                        
 #define SHARED_CONSTANT(type, name, value)                                                                   \
 public:                                                                                                      \
     Q_PROPERTY(type name READ name CONSTANT)                                                                 \
-    type name() const { return m_##name; }                                                                   \
+    type name() const                                                                                        \
+    {                                                                                                        \
+        return m_##name;                                                                                     \
+    }                                                                                                        \
                                                                                                              \
 private:                                                                                                     \
     const type m_##name = value;
@@ -42,14 +50,17 @@ private:                                                                        
     SHARED_PROPERTY(type, name, setter, pyName, initial, doc)                                                \
     SHARED_CONSTANT(type, name##Default, initial)
 
-/// A number with its bounds and its default: `...Min`, `...Max`, the value itself, `...Default`. Writing a bound leaves
-/// the value alone; writing the value keeps it within the bounds of that moment.
+/// A number with its bounds and its default: `...Min`, `...Max`, the value itself, `...Default`. Writing a
+/// bound leaves the value alone; writing the value keeps it within the bounds of that moment.
 #define SHARED_RANGED(type, name, setter, pyName, lowest, highest, initial, doc)                             \
     SHARED_PROPERTY(type, name##Min, setter##Min, pyName "_min", lowest, doc)                                \
     SHARED_PROPERTY(type, name##Max, setter##Max, pyName "_max", highest, doc)                               \
 public:                                                                                                      \
     Q_PROPERTY(type name READ name NOTIFY name##Changed)                                                     \
-    type name() const { return read(m_##name); }                                                             \
+    type name() const                                                                                        \
+    {                                                                                                        \
+        return read(m_##name);                                                                               \
+    }                                                                                                        \
     void setter(type value)                                                                                  \
     {                                                                                                        \
         changeWithin(m_##name, value, m_##name##Min, m_##name##Max, [this] { Q_EMIT name##Changed(); });     \

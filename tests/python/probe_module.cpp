@@ -32,10 +32,11 @@ namespace {
 QObject *objectOf(const std::string &path)
 {
     static const std::map<std::string, QObject *> singletons = {
-        {"Actuator", &Actuator::instance()},   {"Auto", &Auto::instance()},     {"Chart", &Chart::instance()},
-        {"Config", &Config::instance()},       {"GPIO", &GPIO::instance()},     {"Gui", &Gui::instance()},
-        {"Sensor", &Sensor::instance()},       {"Settings", &Settings::instance()},
-        {"Shell", &Shell::instance()},         {"Simulator", &Simulator::instance()},
+        {"Actuator", &Actuator::instance()}, {"Auto", &Auto::instance()},
+        {"Chart", &Chart::instance()},       {"Config", &Config::instance()},
+        {"GPIO", &GPIO::instance()},         {"Gui", &Gui::instance()},
+        {"Sensor", &Sensor::instance()},     {"Settings", &Settings::instance()},
+        {"Shell", &Shell::instance()},       {"Simulator", &Simulator::instance()},
         {"Wifi", &Wifi::instance()},
     };
     const auto dot = path.find('.');
@@ -69,8 +70,13 @@ std::unique_ptr<SignalLog> watch(const std::string &path, const std::vector<std:
 py::object readAsQml(const std::string &path, const char *property)
 {
     const QVariant value = objectOf(path)->property(property);
-    const bool isEnumerator = value.metaType().flags().testFlag(QMetaType::IsEnumeration);
-    return castQt2Py(isEnumerator ? QVariant(value.toInt()) : value);
+    if (value.metaType().flags().testFlag(QMetaType::IsEnumeration)) {
+        return py::int_(value.toInt());
+    }
+    if (value.metaType() == QMetaType::fromType<QList<QVariantMap>>()) {
+        return castQt2Py(value.value<QList<QVariantMap>>());
+    }
+    return castQt2Py(value);
 }
 
 /// Calls an invokable on the GUI thread, as a screen does.
@@ -116,6 +122,7 @@ PYBIND11_EMBEDDED_MODULE(_probe, module)
     // Waits until the GUI thread has handled all that was posted to it before.
     module.def("settle", [] {
         const py::gil_scoped_release release;
-        QMetaObject::invokeMethod(QCoreApplication::instance(), [] {}, Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [] {}, Qt::BlockingQueuedConnection);
     });
 }

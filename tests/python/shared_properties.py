@@ -32,7 +32,7 @@ def check_initial_values(test: unittest.TestCase, shared: Any, attributes: list[
 
 
 def check_writes(test: unittest.TestCase, path: str, shared: Any, attributes: list[Attribute]) -> None:
-    """A write raises the one signal, once, on the writer's thread; both sides read it; an equal write is silent."""
+    """A write notifies once, on the writer's thread, and both sides read it; an equal write is silent."""
     for attribute in attributes:
         with test.subTest(attribute.name):
             log = _probe.SignalLog(path)

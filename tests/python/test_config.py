@@ -6,10 +6,10 @@ import _probe
 from brovik import config
 from shared_properties import Attribute, check_initial_values, check_read_only, check_writes
 
+# pylint: disable=protected-access  # names of enumerators that begin with a digit otherwise
+
 ATTRIBUTES = [
-    Attribute(
-        "machine_version", "machineVersion", config.MachineVersion._2024, config.MachineVersion.Legacy
-    ),  # pylint: disable=protected-access
+    Attribute("machine_version", "machineVersion", config.MachineVersion._2024, config.MachineVersion.Legacy),
     Attribute(
         "display_type",
         "displayType",

@@ -31,7 +31,7 @@ class ShellTest(unittest.TestCase):
         check_writes(self, "Shell", shell.Shell, STATE)
 
     def test_colors(self) -> None:
-        """A colour is written by its name and read as #rrggbb; the same colour by another name is no change."""
+        """A colour is written by name and read as #rrggbb; the same one by another name is no change."""
         for urgency in COLORS:
             with self.subTest(urgency):
                 name = f"color_urgency_{urgency}"

@@ -1,5 +1,7 @@
 #include "backend.h"
 
+#include "gui.h"
+
 #include <pybind11/embed.h>
 
 #include <QDebug>
@@ -46,6 +48,11 @@ void Backend::runOnThread(const QString &code)
     const std::unique_ptr<QThread> thread(QThread::create(execute, code));
     thread->start();
     thread->wait();
+}
+
+void Backend::setDarkTheme(bool dark)
+{
+    Gui::instance().setDarkThemeEnabled(dark);
 }
 
 void Backend::startRecordingPrints()

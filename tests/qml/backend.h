@@ -19,6 +19,9 @@ public:
     /// backend.
     Q_INVOKABLE void runOnThread(const QString &code);
 
+    /// Sets the theme that the program reads from its settings at start.
+    Q_INVOKABLE void setDarkTheme(bool dark);
+
     /// Begins to record what the code under test prints below the level of a warning.
     Q_INVOKABLE void startRecordingPrints();
     /// Ends the recording and returns it.

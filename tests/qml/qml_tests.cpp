@@ -20,6 +20,8 @@ public Q_SLOTS:
 /// Runs the tests of one file: qml_tests -input FILE.
 int main(int argc, char **argv)
 {
+    // No test may end the machine it runs on.
+    qputenv("PATH", QUICK_TEST_SOURCE_DIR "/bin");
     QApplication application(argc, argv);
     QQuickStyle::setStyle(QStringLiteral("Material"));
     const pybind11::scoped_interpreter interpreter(false);

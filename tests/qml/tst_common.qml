@@ -1,5 +1,7 @@
 import QtQuick
+import QtQuick.Controls
 import QtQuick.Controls.Material
+import QtQuick.Layouts
 import QtTest
 
 import brovik.base
@@ -87,5 +89,188 @@ TestCase {
         compare(Common[data.tag].toString(), data.light);
         Common.theme = Material.Dark;
         compare(Common[data.tag].toString(), data.dark);
+    }
+
+    function test_page_indexes_data() {
+        return [
+            {tag: "autoOverviewIndex"}, {tag: "chartsOverviewIndex"}, {tag: "settingsOverviewIndex"},
+            {tag: "settingsAutoIndex"}, {tag: "settingsElecrolyteIndex"}, {tag: "settingsMiscIndex"},
+            {tag: "settingsNetworkIndex"}, {tag: "settingsAppearanceIndex"}, {tag: "handOpIndex"}, {tag: "mainHeight"}
+        ];
+    }
+
+    function test_page_indexes(data) {
+        Common[data.tag] = 3;
+        compare(Common[data.tag], 3);
+        Common[data.tag] = 0;
+    }
+
+    function test_read_only_properties_data() {
+        return [
+            {tag: "windowSize"}, {tag: "minColWidth"}, {tag: "bg1"}, {tag: "bg2"}, {tag: "borderColor"},
+            {tag: "bgHeader"}, {tag: "fg1"}, {tag: "fg2"}
+        ];
+    }
+
+    function test_read_only_properties(data) {
+        const before = String(Common[data.tag]);
+        let message = "";
+        try {
+            Common[data.tag] = Common[data.tag];
+        } catch (error) {
+            message = error.message;
+        }
+        verify(message.includes("read-only"), message);
+        compare(String(Common[data.tag]), before);
+    }
+
+    function test_time_short_data() {
+        return [
+            {tag: "0", text: "0:00"},
+            {tag: "5", text: "0:05"},
+            {tag: "59", text: "0:59"},
+            {tag: "60", text: "1:00"},
+            {tag: "65", text: "1:05"},
+            {tag: "600", text: "10:00"},
+            {tag: "3661", text: "61:01"}
+        ];
+    }
+
+    function test_time_short(data) {
+        compare(Common.timeFromSecsShort(Number(data.tag)), data.text);
+    }
+
+    function test_time_long_data() {
+        return [
+            {tag: "0", text: "0 Sekunde"},
+            {tag: "1", text: "1 Sekunde"},
+            {tag: "2", text: "2 Sekunden"},
+            {tag: "60", text: "1 Minute"},
+            {tag: "61", text: "1 Minute und 1 Sekunde"},
+            {tag: "62", text: "1 Minute und 2 Sekunden"},
+            {tag: "120", text: "2 Minuten"},
+            {tag: "121", text: "2 Minuten und 1 Sekunde"},
+            {tag: "3725", text: "62 Minuten und 5 Sekunden"}
+        ];
+    }
+
+    function test_time_long(data) {
+        compare(Common.timeFromSecsLong(Number(data.tag)), data.text);
+    }
+
+    function test_default_suffixes() {
+        compare(Common.defaultSuffixBool(true, "red"), ' <i><font color="red">(Default: ein)</font></i>');
+        compare(Common.defaultSuffixBool(false, "red"), ' <i><font color="red">(Default: aus)</font></i>');
+        compare(Common.defaultSuffixNumber(1.5, "red"), ' <i><font color="red">(Default: 1.5)</font></i>');
+        compare(Common.defaultSuffixNumber(3, Qt.color("#6fa4ce")), ' <i><font color="#6fa4ce">(Default: 3)</font></i>');
+    }
+
+    function test_find_item_index() {
+        compare(Common.findItemIndex(repeater, repeater.itemAt(0)), 0);
+        compare(Common.findItemIndex(repeater, repeater.itemAt(2)), 2);
+        compare(Common.findItemIndex(repeater, root), -1);
+    }
+
+    function test_find_item_index_without_an_argument_data() {
+        return [
+            {tag: "container", container: null, item: root, text: /^\[findItemIndex\(container=null, item=.+\)\] falsche\/s Argument\/e$/},
+            {tag: "item", container: repeater, item: undefined, text: /^\[findItemIndex\(container=.+, item=undefined\)\] falsche\/s Argument\/e$/}
+        ];
+    }
+
+    function test_find_item_index_without_an_argument(data) {
+        Backend.startRecordingPrints();
+        compare(Common.findItemIndex(data.container, data.item), -1);
+        const prints = Backend.takePrints();
+        compare(prints.length, 1);
+        verify(data.text.test(prints[0]), prints[0]);
+    }
+
+    function test_prints() {
+        Backend.startRecordingPrints();
+        Common.printItemInfo(item, "a");
+        Common.printLayoutInfo(item, "b");
+        Common.printControlInfo(control, "c");
+        compare(Backend.takePrints(), [
+            "a: x=1 y=2 width=3 height=4",
+            "b: topMargin=5 rightMargin=6 bottomMargin=7 leftMargin=8",
+            "c: topInset=1 rightInset=2 bottomInset=3 leftInset=4 topPadding=5 rightPadding=6 bottomPadding=7 leftPadding=8"
+        ]);
+    }
+
+    function test_notify_forwards_to_the_toast_of_the_window() {
+        Common.window = toastWindow;
+        Common.notify("Text", {duration: 5});
+        Common.window = null;
+        compare(toastWindow.toast.calls, [["Text", "qrc:/brovik/base/img/info-circle.svg", {duration: 5}]]);
+    }
+
+    function test_short_text() {
+        const limit = Common.shortTextLimit;
+        compare(Common.shortText("x".repeat(limit)), "x".repeat(limit));
+        const text = "x".repeat(limit + 1);
+        Backend.startRecordingPrints();
+        compare(Common.shortText(text), "x".repeat(limit) + "…");
+        compare(Backend.takePrints(), [text]);
+    }
+
+    function test_split_text_data() {
+        const limit = Common.textPiece;
+        return [
+            {tag: "empty", text: "", pieces: [""]},
+            {tag: "short", text: "a b\nc", pieces: ["a b\nc"]},
+            {tag: "without a gap", text: "x".repeat(limit + 1), pieces: ["x".repeat(limit), "x"]},
+            {tag: "word", text: "a " + "x".repeat(limit), pieces: ["a ", "x".repeat(limit)]},
+            {tag: "line", text: "a b\nc d" + "x".repeat(limit), pieces: ["a b", "c ", "d" + "x".repeat(limit - 1), "x"]}
+        ];
+    }
+
+    function test_split_text(data) {
+        compare(Common.splitText(data.text), data.pieces);
+    }
+
+    Repeater {
+        id: repeater
+        model: 3
+
+        Item {}
+    }
+
+    Item {
+        id: item
+
+        x: 1
+        y: 2
+        width: 3
+        height: 4
+        Layout.topMargin: 5
+        Layout.rightMargin: 6
+        Layout.bottomMargin: 7
+        Layout.leftMargin: 8
+    }
+
+    Control {
+        id: control
+
+        topInset: 1
+        rightInset: 2
+        bottomInset: 3
+        leftInset: 4
+        topPadding: 5
+        rightPadding: 6
+        bottomPadding: 7
+        leftPadding: 8
+    }
+
+    ApplicationWindow {
+        id: toastWindow
+
+        readonly property QtObject toast: QtObject {
+            property var calls: []
+
+            function notify(text, iconUrl, options) {
+                calls.push([text, iconUrl, options]);
+            }
+        }
     }
 }

@@ -20,7 +20,8 @@ std::string describe(const QMetaProperty &property)
 }
 
 template <typename Accept, typename Describe>
-std::vector<std::string> describeMethods(const QMetaObject &meta, const Accept &accept, const Describe &describe)
+std::vector<std::string> describeMethods(const QMetaObject &meta, const Accept &accept,
+                                         const Describe &describe)
 {
     std::vector<std::string> result;
     for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
@@ -49,14 +50,17 @@ std::vector<std::string> declaredProperties(const QMetaObject &meta)
 
 std::vector<std::string> declaredSignals(const QMetaObject &meta)
 {
-    return describeMethods(meta, isSignal, [](const QMetaMethod &method) { return method.methodSignature(); });
+    return describeMethods(meta, isSignal,
+                           [](const QMetaMethod &method) { return method.methodSignature(); });
 }
 
 std::vector<std::string> declaredInvokables(const QMetaObject &meta)
 {
     return describeMethods(
         meta, [](const QMetaMethod &method) { return !isSignal(method); },
-        [](const QMetaMethod &method) { return QByteArray(method.typeName()) + ' ' + method.methodSignature(); });
+        [](const QMetaMethod &method) {
+            return QByteArray(method.typeName()) + ' ' + method.methodSignature();
+        });
 }
 
 std::vector<std::string> declaredEnumerators(const QMetaObject &meta, const char *name)
@@ -64,7 +68,8 @@ std::vector<std::string> declaredEnumerators(const QMetaObject &meta, const char
     std::vector<std::string> result;
     const QMetaEnum enumeration = meta.enumerator(meta.indexOfEnumerator(name));
     for (int index = 0; index < enumeration.keyCount(); ++index) {
-        result.push_back(std::string(enumeration.key(index)) + " = " + std::to_string(enumeration.value(index)));
+        result.push_back(std::string(enumeration.key(index)) + " = " +
+                         std::to_string(enumeration.value(index)));
     }
     return result;
 }

@@ -7,7 +7,8 @@
 
 // What a class itself declares, in its order, one readable line each.
 
-/// "int progress -> progressChanged()"; ends in "constant" for a constant; begins with "writable" if QML may write it.
+/// "int progress -> progressChanged()"; ends in "constant" for a constant; begins with "writable" if QML may
+/// write it.
 std::vector<std::string> declaredProperties(const QMetaObject &meta);
 /// "toPy(Auto::AutoEnum,QJSValue)"
 std::vector<std::string> declaredSignals(const QMetaObject &meta);

@@ -90,11 +90,11 @@ class Control:
     def medium(self) -> Medium:
         """What the sensor stands in."""
         conductivity = self.board.conductivity
-        if conductivity < self.settings.threshold_lw_empty:
-            return Medium.AIR
         if conductivity >= self.settings.threshold_lw_electrolyte:
             return Medium.ELECTROLYTE
-        return Medium.WATER if conductivity >= self.settings.threshold_lw_water else Medium.FOAM
+        if conductivity >= self.settings.threshold_lw_water:
+            return Medium.WATER
+        return Medium.AIR if conductivity < self.settings.threshold_lw_empty else Medium.FOAM
 
     @contextmanager
     def outputs(self, *outputs: Output) -> Iterator[None]:

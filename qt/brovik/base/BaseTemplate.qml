@@ -11,6 +11,8 @@ ApplicationWindow {
 
     visible: true
     title: Gui.title
+    // The style would show the texts of buttons in capitals.
+    font.capitalization: Font.MixedCase
 
     function setTheme(newTheme) {
         Material.theme = newTheme;

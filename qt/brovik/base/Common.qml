@@ -32,7 +32,8 @@ Item {
     readonly property int dialogWidth: Math.min(dialogMaxWidth, w1)
     readonly property int dialogTextHeight: 100
     readonly property int dialogDetailsHeight: 200
-    // Characters: what a dialog lays out as rich text, and the pieces in which it lays out more.
+    // Characters: a title or toast, what a dialog lays out as rich text, the pieces in which it lays out more.
+    readonly property int shortTextLimit: 200
     readonly property int richTextLimit: 20000
     readonly property int textPiece: 1000
     readonly property int dialogTitlePadding: 3
@@ -94,16 +95,24 @@ Item {
         return ` <i><font color="${color}">(Default: ${defaultValue})</font></i>`;
     }
 
+    // A text for a place that has no room for a long one. What is cut goes to the log.
+    function shortText(text) {
+        if (text.length <= shortTextLimit) {
+            return text;
+        }
+        console.log(text);
+        return text.slice(0, shortTextLimit) + "…";
+    }
+
     // The text in pieces of at most `textPiece` characters, cut at the ends of lines or words where there are any.
     function splitText(text) {
         const pieces = [];
         let start = 0;
-        while (text.length - start > textPiece) {
-            const end = privat.cut(text, start);
-            pieces.push(text.slice(start, end));
-            start = end;
-        }
-        pieces.push(text.slice(start));
+        do {
+            const piece = privat.firstPiece(text.slice(start, start + textPiece + 1));
+            pieces.push(piece.replace(/\n$/, ""));
+            start += piece.length;
+        } while (start < text.length);
         return pieces;
     }
 
@@ -168,16 +177,13 @@ Item {
 
         property int windowSize: Common.WindowSize.Sm
 
-        // Where the piece that begins at `start` ends.
-        function cut(text, start) {
-            const end = start + root.textPiece;
-            for (const separator of ["\n", " "]) {
-                const index = text.lastIndexOf(separator, end - 1);
-                if (index > start) {
-                    return index + 1;
-                }
+        function firstPiece(text) {
+            if (text.length <= root.textPiece) {
+                return text;
             }
-            return end;
+            const piece = text.slice(0, root.textPiece);
+            const end = piece.lastIndexOf("\n") + 1 || piece.lastIndexOf(" ") + 1 || piece.length;
+            return piece.slice(0, end);
         }
 
         function counted(number, unit) {

@@ -8,7 +8,7 @@ import brovik.base
 Popup {
     id: root
 
-    property alias title: titleBar.text
+    property alias title: titleBar.title
     property alias color: titleBar.barColor
     property alias text: mainText.text
     property alias textMinimumHeight: mainText.minimumHeight

@@ -14,6 +14,8 @@ Item {
     implicitHeight: Math.max(minimumHeight, privat.tooLong ? longText.implicitHeight : label.implicitHeight)
 
     Flickable {
+        id: flickable
+
         anchors.fill: parent
         contentWidth: width
         contentHeight: label.implicitHeight
@@ -22,7 +24,9 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         visible: !privat.tooLong
 
-        ScrollBar.vertical: ScrollBar {}
+        ScrollBar.vertical: ScrollBar {
+            policy: flickable.interactive ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+        }
 
         Label {
             id: label

@@ -7,10 +7,11 @@ import brovik.base
 Label {
     id: root
 
+    property string title: "Titel"
     property color barColor: "grey"
 
     padding: Common.dialogTitlePadding
-    text: "Titel"
+    text: Common.shortText(title)
     textFormat: Text.PlainText
     wrapMode: Text.Wrap
     color: "white"

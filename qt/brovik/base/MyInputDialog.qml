@@ -72,7 +72,13 @@ Rectangle {
     parent: Dialogs.overlay
     width: parent ? parent.width : 0
     height: Common.mainHeight
+    // The colour of the title bar. The rectangle itself is a grey veil in every category.
     color: stdColor
+    gradient: Gradient {
+        GradientStop {
+            color: root.stdColor
+        }
+    }
     opacity: 0.5
     visible: popup.visible
 

@@ -11,13 +11,16 @@ ListView {
 
     property var texts: []
 
-    implicitHeight: contentHeight
+    // Never higher than the window, or all of a long text would be laid out.
+    implicitHeight: Math.min(contentHeight, Common.h)
     clip: true
     interactive: contentHeight > height
     boundsBehavior: Flickable.StopAtBounds
     model: privat.pieces(texts)
 
-    ScrollBar.vertical: ScrollBar {}
+    ScrollBar.vertical: ScrollBar {
+        policy: root.interactive ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
+    }
 
     delegate: Label {
         required property string modelData

@@ -25,6 +25,7 @@ Popup {
         privat.show(text, Common.colorWarning, duration);
     }
 
+    width: Math.min(implicitWidth, Common.w1)
     padding: 0
     contentWidth: row.implicitWidth
     contentHeight: label.implicitHeight
@@ -50,8 +51,11 @@ Popup {
             id: label
 
             Layout.fillWidth: true
+            Layout.fillHeight: true
             Layout.rightMargin: Common.toastMargin
+            verticalAlignment: Text.AlignVCenter
             textFormat: Text.PlainText
+            wrapMode: Text.Wrap
             elide: Text.ElideRight
         }
     }
@@ -80,7 +84,7 @@ Popup {
         readonly property int stdDuration: 1000
 
         function show(text, color, duration) {
-            label.text = text;
+            label.text = Common.shortText(text);
             background.color = color;
             root.open();
             timer.interval = duration;

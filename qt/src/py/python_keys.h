@@ -22,7 +22,6 @@ template <auto build> auto keptForever()
 template <typename Class> void bindKeyNames(Class &cls, std::initializer_list<const char *> names)
 {
     for (const char *name : names) {
-        cls.def_property_readonly_static(
-            name, [name](const pybind11::object & /*cls*/) { return name; }, "The name of the attribute.");
+        cls.def_property_readonly_static(name, [name](const pybind11::object & /*cls*/) { return name; });
     }
 }

@@ -13,26 +13,24 @@
 template <typename Object, typename... Options>
 auto sharedClass(const pybind11::handle &scope, const char *name, const char *doc)
 {
-    return pybind11::class_<Object, std::unique_ptr<Object, pybind11::nodelete>, Options...>(scope, name, doc);
+    return pybind11::class_<Object, std::unique_ptr<Object, pybind11::nodelete>, Options...>(scope, name,
+                                                                                             doc);
 }
 
 /// Makes the one object an attribute of its module, by reference.
-template <typename Object>
-void publishSingleton(pybind11::module_ &module, const char *name)
+template <typename Object> void publishSingleton(pybind11::module_ &module, const char *name)
 {
     module.attr(name) = pybind11::cast(&Object::instance(), pybind11::return_value_policy::reference);
 }
 
 namespace property_detail {
 
-template <typename Class, typename Value>
-std::remove_cvref_t<Value> setterValue(void (Class::*)(Value));
+template <typename Class, typename Value> std::remove_cvref_t<Value> setterValue(void (Class::*)(Value));
 
 } // namespace property_detail
 
 /// An argument by name; a bool takes nothing but True and False.
-template <typename Value>
-pybind11::arg pythonArgument(const char *name)
+template <typename Value> pybind11::arg pythonArgument(const char *name)
 {
     pybind11::arg argument(name);
     argument.noconvert(std::is_same_v<Value, bool>);
@@ -45,7 +43,8 @@ void bindProperty(Class &cls, const char *name, Get get, Set set, const char *do
 {
     using Value = decltype(property_detail::setterValue(set));
     cls.def_property(name, get,
-                     pybind11::cpp_function(set, pybind11::is_method(cls), pythonArgument<Value>("value")), doc);
+                     pybind11::cpp_function(set, pybind11::is_method(cls), pythonArgument<Value>("value")),
+                     doc);
 }
 
 /// The attribute of one line of a property table. Needs `cls` and `Self` where the table is expanded.

@@ -36,6 +36,10 @@ template <> struct Loader<QList<QVariantMap>>
 {
     static QList<QVariantMap> load(const py::handle &object)
     {
+        // Else it would be reported and taken for an empty list.
+        if (!py::isinstance<py::iterable>(object)) {
+            throw py::type_error("Das Objekt ist keine Liste.");
+        }
         return castPy2Qt<QList<QVariantMap>>(py::list(py::reinterpret_borrow<py::object>(object)));
     }
 };

@@ -29,18 +29,22 @@ struct Singleton
     QObject &(*instance)();
 };
 
-template <typename Object>
-QObject &instanceOf()
+template <typename Object> QObject &instanceOf()
 {
     return Object::instance();
 }
 
 const Singleton singletons[] = {
-    {"actuator", "Actuator", instanceOf<Actuator>}, {"auto", "Auto_", instanceOf<Auto>},
-    {"chart", "Chart", instanceOf<Chart>},          {"config", "Config", instanceOf<Config>},
-    {"gpio", "GPIO", instanceOf<GPIO>},             {"gui", "Gui", instanceOf<Gui>},
-    {"sensor", "Sensor", instanceOf<Sensor>},       {"settings", "BrovikSettings", instanceOf<Settings>},
-    {"shell", "Shell", instanceOf<Shell>},          {"simulator", "Simulator", instanceOf<Simulator>},
+    {"actuator", "Actuator", instanceOf<Actuator>},
+    {"auto", "Auto_", instanceOf<Auto>},
+    {"chart", "Chart", instanceOf<Chart>},
+    {"config", "Config", instanceOf<Config>},
+    {"gpio", "GPIO", instanceOf<GPIO>},
+    {"gui", "Gui", instanceOf<Gui>},
+    {"sensor", "Sensor", instanceOf<Sensor>},
+    {"settings", "BrovikSettings", instanceOf<Settings>},
+    {"shell", "Shell", instanceOf<Shell>},
+    {"simulator", "Simulator", instanceOf<Simulator>},
     {"wifi", "Wifi", instanceOf<Wifi>},
 };
 
@@ -90,7 +94,9 @@ TEST_P(Singletons, LivesOnTheGuiThread)
 TEST_P(Singletons, IsMarkedForQml)
 {
     const QMetaObject &meta = *GetParam().instance().metaObject();
-    const auto info = [&](const char *name) { return QByteArray(meta.classInfo(meta.indexOfClassInfo(name)).value()); };
+    const auto info = [&](const char *name) {
+        return QByteArray(meta.classInfo(meta.indexOfClassInfo(name)).value());
+    };
     EXPECT_EQ(info("QML.Singleton"), "true");
     EXPECT_THAT(info("QML.Element"), testing::AnyOf(QByteArray("auto"), QByteArray(GetParam().qmlName)));
 }

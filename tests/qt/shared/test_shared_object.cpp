@@ -53,15 +53,34 @@ const ClampRow clampRows[] = {
     {"at_the_upper_bound", 1.5, 2.5, 2.5, {}, {"levelChanged"}},
     {"too_small", 1.5, 0.25, 0.5, {"[Sample WERT ZU KLEIN] 0.25 wird zu 0.5 geändert."}, {"levelChanged"}},
     {"too_great", 1.5, 3.0, 2.5, {"[Sample WERT ZU GROß] 3 wird zu 2.5 geändert."}, {"levelChanged"}},
-    {"too_small_again", 0.5, 0.25, 0.5, {"[Sample WERT ZU KLEIN] 0.25 wird zu 0.5 geändert."}, {"levelChanged"}},
-    {"digits_of_the_stream", 1.5, 3.123456789, 2.5, {"[Sample WERT ZU GROß] 3.12346 wird zu 2.5 geändert."},
+    {"too_small_again",
+     0.5,
+     0.25,
+     0.5,
+     {"[Sample WERT ZU KLEIN] 0.25 wird zu 0.5 geändert."},
      {"levelChanged"}},
-    {"infinite", 1.5, std::numeric_limits<double>::infinity(), 2.5,
-     {"[Sample WERT ZU GROß] inf wird zu 2.5 geändert."}, {"levelChanged"}},
-    {"not_a_number", 1.5, notANumber, 0.5, {"[Sample WERT ZU KLEIN] nan wird zu 0.5 geändert."}, {"levelChanged"}},
+    {"digits_of_the_stream",
+     1.5,
+     3.123456789,
+     2.5,
+     {"[Sample WERT ZU GROß] 3.12346 wird zu 2.5 geändert."},
+     {"levelChanged"}},
+    {"infinite",
+     1.5,
+     std::numeric_limits<double>::infinity(),
+     2.5,
+     {"[Sample WERT ZU GROß] inf wird zu 2.5 geändert."},
+     {"levelChanged"}},
+    {"not_a_number",
+     1.5,
+     notANumber,
+     0.5,
+     {"[Sample WERT ZU KLEIN] nan wird zu 0.5 geändert."},
+     {"levelChanged"}},
 };
 
-/// Writes its own texts, and counts how often a listener on the same thread reads another text than the one it wrote.
+/// Writes its own texts, and counts how often a listener on the same thread reads another text than the one
+/// it wrote.
 int foreignTextsSeen(Sample &sample, int writer)
 {
     constexpr int writes = 2000;

@@ -32,24 +32,19 @@ protected:
 
 TEST_F(AutoTest, DeclaredProperties)
 {
-    EXPECT_THAT(declaredProperties(Auto::staticMetaObject),
-                ElementsAre("bool active -> activeChanged()",
-                            "bool lwSaureActive -> lwSaureActiveChanged()",
-                            "bool lwLaugeActive -> lwLaugeActiveChanged()",
-                            "bool lwSaureTooLow -> lwSaureTooLowChanged()",
-                            "bool lwLaugeTooLow -> lwLaugeTooLowChanged()",
-                            "bool lwSpReached -> lwSpReachedChanged()",
-                            "double lwSaureMax -> lwSaureMaxChanged()",
-                            "int lwSaureMin -> lwSaureMinChanged()",
-                            "int lwSaureSp -> lwSaureSpChanged()",
-                            "double lwLaugeMax -> lwLaugeMaxChanged()",
-                            "int lwLaugeMin -> lwLaugeMinChanged()",
-                            "int lwLaugeSp -> lwLaugeSpChanged()",
-                            "double intenseFactor -> intenseFactorChanged()",
-                            "bool intenseCleaning -> intenseCleaningChanged()",
-                            "int progress -> progressChanged()",
-                            "QString progressStr -> progressStrChanged()",
-                            "Auto::ProgressColor progressColor -> progressColorChanged()"));
+    EXPECT_THAT(
+        declaredProperties(Auto::staticMetaObject),
+        ElementsAre("bool active -> activeChanged()", "bool lwSaureActive -> lwSaureActiveChanged()",
+                    "bool lwLaugeActive -> lwLaugeActiveChanged()",
+                    "bool lwSaureTooLow -> lwSaureTooLowChanged()",
+                    "bool lwLaugeTooLow -> lwLaugeTooLowChanged()",
+                    "bool lwSpReached -> lwSpReachedChanged()", "double lwSaureMax -> lwSaureMaxChanged()",
+                    "int lwSaureMin -> lwSaureMinChanged()", "int lwSaureSp -> lwSaureSpChanged()",
+                    "double lwLaugeMax -> lwLaugeMaxChanged()", "int lwLaugeMin -> lwLaugeMinChanged()",
+                    "int lwLaugeSp -> lwLaugeSpChanged()", "double intenseFactor -> intenseFactorChanged()",
+                    "bool intenseCleaning -> intenseCleaningChanged()", "int progress -> progressChanged()",
+                    "QString progressStr -> progressStrChanged()",
+                    "Auto::ProgressColor progressColor -> progressColorChanged()"));
 }
 
 TEST_F(AutoTest, DeclaredSignals)
@@ -60,13 +55,15 @@ TEST_F(AutoTest, DeclaredSignals)
                             "lwSaureMaxChanged()", "lwSaureMinChanged()", "lwSaureSpChanged()",
                             "lwLaugeMaxChanged()", "lwLaugeMinChanged()", "lwLaugeSpChanged()",
                             "intenseFactorChanged()", "intenseCleaningChanged()", "progressChanged()",
-                            "progressStrChanged()", "progressColorChanged()", "toPy(Auto::AutoEnum,QJSValue)"));
+                            "progressStrChanged()", "progressColorChanged()",
+                            "toPy(Auto::AutoEnum,QJSValue)"));
 }
 
 TEST_F(AutoTest, DeclaredEnumerators)
 {
-    EXPECT_THAT(declaredEnumerators(Auto::staticMetaObject, "ProgressColor"),
-                ElementsAre("ProgressNormal = 0", "ProgressSuccess = 1", "ProgressWarning = 2", "ProgressError = 3"));
+    EXPECT_THAT(
+        declaredEnumerators(Auto::staticMetaObject, "ProgressColor"),
+        ElementsAre("ProgressNormal = 0", "ProgressSuccess = 1", "ProgressWarning = 2", "ProgressError = 3"));
     EXPECT_THAT(declaredEnumerators(Auto::staticMetaObject, "AutoEnum"),
                 ElementsAre("ToggleAuto = 0", "ToggleLwTestSaure = 1", "ToggleLwTestLauge = 2"));
 }
@@ -114,8 +111,8 @@ TEST_F(AutoTest, HighestConductivityHasTwoDecimals)
 
 TEST_F(AutoTest, TheRunsMinimumStandsBesideTheSetting)
 {
-    const QmlBinding binding(
-        modules, QStringLiteral("Auto_.active ? Auto_.lwSaureMin : BrovikSettings.lwSaureMin"));
+    const QmlBinding binding(modules,
+                             QStringLiteral("Auto_.active ? Auto_.lwSaureMin : BrovikSettings.lwSaureMin"));
     EXPECT_EQ(binding.value(), 10);
     onForeignThread([this] {
         state.setActive(true);
@@ -128,7 +125,8 @@ TEST_F(AutoTest, TheRunsMinimumStandsBesideTheSetting)
 TEST_F(AutoTest, QmlCannotWrite)
 {
     const QmlBinding binding(
-        modules, QStringLiteral("{ try { Auto_.progress = 5; return 'written'; } catch (e) { return e.name; } }"));
+        modules,
+        QStringLiteral("{ try { Auto_.progress = 5; return 'written'; } catch (e) { return e.name; } }"));
     EXPECT_EQ(binding.value(), QStringLiteral("TypeError"));
     EXPECT_EQ(state.progress(), 0);
 }
@@ -136,7 +134,8 @@ TEST_F(AutoTest, QmlCannotWrite)
 TEST_F(AutoTest, ACommandCarriesItsNumberAndValue)
 {
     SignalLog log(state, {"toPy"});
-    const QmlBinding emitter(modules, QStringLiteral("{ Auto_.toPy(Auto_.ToggleLwTestLauge, null); return 1; }"));
+    const QmlBinding emitter(modules,
+                             QStringLiteral("{ Auto_.toPy(Auto_.ToggleLwTestLauge, null); return 1; }"));
     ASSERT_EQ(log.emissions().size(), 1U);
     EXPECT_EQ(log.emissions()[0].values[0].toInt(), 2);
     EXPECT_TRUE(log.emissions()[0].values[1].value<QJSValue>().isNull());

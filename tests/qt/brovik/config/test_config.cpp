@@ -28,17 +28,16 @@ protected:
 
 TEST_F(ConfigTest, DeclaredProperties)
 {
-    EXPECT_THAT(declaredProperties(Config::staticMetaObject),
-                ElementsAre("Config::MachineVersion machineVersion -> machineVersionChanged()",
-                            "Config::MachineVersion machineVersionDefault constant",
-                            "Config::DisplayType displayType -> displayTypeChanged()",
-                            "Config::DisplayType displayTypeDefault constant",
-                            "bool hasLevelSwitch -> hasLevelSwitchChanged()",
-                            "bool hasLevelSwitchDefault constant",
-                            "bool hasSteamValve -> hasSteamValveChanged()",
-                            "bool hasSteamValveDefault constant",
-                            "bool steamPressureSterilization -> steamPressureSterilizationChanged()",
-                            "bool steamPressureSterilizationDefault constant"));
+    EXPECT_THAT(
+        declaredProperties(Config::staticMetaObject),
+        ElementsAre("Config::MachineVersion machineVersion -> machineVersionChanged()",
+                    "Config::MachineVersion machineVersionDefault constant",
+                    "Config::DisplayType displayType -> displayTypeChanged()",
+                    "Config::DisplayType displayTypeDefault constant",
+                    "bool hasLevelSwitch -> hasLevelSwitchChanged()", "bool hasLevelSwitchDefault constant",
+                    "bool hasSteamValve -> hasSteamValveChanged()", "bool hasSteamValveDefault constant",
+                    "bool steamPressureSterilization -> steamPressureSterilizationChanged()",
+                    "bool steamPressureSterilizationDefault constant"));
 }
 
 TEST_F(ConfigTest, DeclaredSignals)
@@ -58,7 +57,8 @@ TEST_F(ConfigTest, DeclaredEnumerators)
 
 TEST_F(ConfigTest, AnotherGenerationReachesABindingOnTheGuiThread)
 {
-    const QmlBinding binding(modules, QStringLiteral("Config.machineVersion === Config.MachineVersionLegacy ? 9 : 7"));
+    const QmlBinding binding(modules,
+                             QStringLiteral("Config.machineVersion === Config.MachineVersionLegacy ? 9 : 7"));
     EXPECT_EQ(binding.value(), 7);
     onForeignThread([this] { config.setMachineVersion(Config::MachineVersionLegacy); });
     ASSERT_TRUE(binding.becomes(9));
@@ -67,7 +67,8 @@ TEST_F(ConfigTest, AnotherGenerationReachesABindingOnTheGuiThread)
 
 TEST_F(ConfigTest, TheScreensFollowTheWrittenLevelSwitch)
 {
-    const QmlBinding binding(modules, QStringLiteral("[Config.hasLevelSwitch, Config.hasLevelSwitchDefault].join()"));
+    const QmlBinding binding(modules,
+                             QStringLiteral("[Config.hasLevelSwitch, Config.hasLevelSwitchDefault].join()"));
     EXPECT_EQ(binding.value(), QStringLiteral("true,true"));
     onForeignThread([this] { config.setHasLevelSwitch(false); });
     binding.becomes(QStringLiteral("false,true"));

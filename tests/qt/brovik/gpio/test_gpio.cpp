@@ -17,8 +17,11 @@
 
 using brovik::Edge;
 using brovik::detail::GPIOWorker;
+using testing::AllOf;
 using testing::Each;
 using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
@@ -200,7 +203,8 @@ TEST(GpioDeclaration, SignalsAndProperties)
                             "_addEventDetect(uint,brovik::Edge,gpio_callback_func)",
                             "_removeEventDetect(uint)"));
     EXPECT_THAT(declaredProperties(GPIO::staticMetaObject),
-                ElementsAre("std::string consumerPrefix -> consumerPrefixChanged()"));
+                ElementsAre(AllOf(StartsWith("std::"), HasSubstr("string"),
+                                  EndsWith("consumerPrefix -> consumerPrefixChanged()"))));
     EXPECT_THAT(declaredInvokables(GPIOWorker::staticMetaObject), ElementsAre("void startLoop()"));
 }
 

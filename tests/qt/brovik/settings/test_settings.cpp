@@ -203,7 +203,9 @@ TEST(SettingsDeclarations, EnumeratorsHaveTheirNumbers)
 TEST_P(SettingsKeyTest, StartsWithItsBoundsAndDefault)
 {
     const Key &key = GetParam();
-    const auto field = [&](const char *suffix) { return Settings::instance().property((key.name + suffix).c_str()); };
+    const auto field = [&](const char *suffix) {
+        return Settings::instance().property((key.name + suffix).c_str());
+    };
     EXPECT_EQ(field(""), key.initial);
     EXPECT_EQ(field("Default"), key.initial);
     EXPECT_EQ(field("Min"), key.min);
@@ -219,7 +221,8 @@ TEST_F(SettingsTest, TooSmallIsLoggedAndBecomesTheBound)
     const SignalLog log(settings);
     settings.setIntenseFactor(0.5);
     EXPECT_EQ(settings.intenseFactor(), 1.5);
-    EXPECT_THAT(capture.texts(QtCriticalMsg), ElementsAre("[Settings WERT ZU KLEIN] 0.5 wird zu 1.5 geändert."));
+    EXPECT_THAT(capture.texts(QtCriticalMsg),
+                ElementsAre("[Settings WERT ZU KLEIN] 0.5 wird zu 1.5 geändert."));
     EXPECT_THAT(log.names(), ElementsAre("intenseFactorChanged"));
 }
 
@@ -229,7 +232,8 @@ TEST_F(SettingsTest, TooSmallOnceMoreIsLoggedAndNotifiedOnceMore)
     const SignalLog log(settings);
     settings.setIntenseFactor(0.5);
     EXPECT_EQ(settings.intenseFactor(), 1.5);
-    EXPECT_THAT(capture.texts(QtCriticalMsg), ElementsAre("[Settings WERT ZU KLEIN] 0.5 wird zu 1.5 geändert."));
+    EXPECT_THAT(capture.texts(QtCriticalMsg),
+                ElementsAre("[Settings WERT ZU KLEIN] 0.5 wird zu 1.5 geändert."));
     EXPECT_THAT(log.names(), ElementsAre("intenseFactorChanged"));
 }
 
@@ -271,9 +275,10 @@ TEST_F(SettingsTest, OffsetsHaveNoBounds)
 
 TEST_F(SettingsTest, ForeignWritesReachBindingsOnTheGuiThread)
 {
-    const QmlBinding binding(modules, QStringLiteral("[BrovikSettings.secsPumpMax, BrovikSettings.secsPump, "
-                                                     "BrovikSettings.lwSaureName, BrovikSettings.doSteamStep, "
-                                                     "BrovikSettings.pOffset].join()"));
+    const QmlBinding binding(modules,
+                             QStringLiteral("[BrovikSettings.secsPumpMax, BrovikSettings.secsPump, "
+                                            "BrovikSettings.lwSaureName, BrovikSettings.doSteamStep, "
+                                            "BrovikSettings.pOffset].join()"));
     EXPECT_EQ(binding.value(), QStringLiteral("20,5,SANAL®-SA 3,true,0"));
     onForeignThread([this] {
         settings.setSecsPumpMax(18);
@@ -288,11 +293,13 @@ TEST_F(SettingsTest, ForeignWritesReachBindingsOnTheGuiThread)
 
 TEST_F(SettingsTest, QmlKnowsTheEnumeratorsAndCannotWrite)
 {
-    const QmlBinding number(modules, QStringLiteral("BrovikSettings.SecsPump + 100 * BrovikSettings.LwOffsetReset"));
+    const QmlBinding number(modules,
+                            QStringLiteral("BrovikSettings.SecsPump + 100 * BrovikSettings.LwOffsetReset"));
     EXPECT_EQ(number.value(), 4208);
     const QmlBinding write(
         modules,
-        QStringLiteral("{ try { BrovikSettings.secsPump = 9; return 'written'; } catch (e) { return e.name; } }"));
+        QStringLiteral(
+            "{ try { BrovikSettings.secsPump = 9; return 'written'; } catch (e) { return e.name; } }"));
     EXPECT_EQ(write.value(), QStringLiteral("TypeError"));
     EXPECT_EQ(settings.secsPump(), 5);
 }

@@ -62,16 +62,18 @@ TEST_F(ShellTest, DeclaredSignalsAndInvokables)
 {
     const std::vector<std::string> declared = declaredSignals(Shell::staticMetaObject);
     ASSERT_GE(declared.size(), 12U);
-    EXPECT_THAT(std::vector(declared.begin(), declared.begin() + 9),
-                ElementsAre("colorUrgencyLowChanged()", "colorUrgencyMediumChanged()", "colorUrgencyHighChanged()",
-                            "colorUrgencyOtherChanged()", "testingRepoEnabledChanged()", "lockedChanged()",
-                            "upgradeInProgressOrFinishedChanged()", "installedChanged()", "upgradablesChanged()"));
-    EXPECT_THAT(std::vector(declared.end() - 3, declared.end()),
-                ElementsAre("appendStdout(QString)", "appendStderr(QString)", "toPy(Shell::ShellAction,QJSValue)"));
+    EXPECT_THAT(
+        std::vector(declared.begin(), declared.begin() + 9),
+        ElementsAre("colorUrgencyLowChanged()", "colorUrgencyMediumChanged()", "colorUrgencyHighChanged()",
+                    "colorUrgencyOtherChanged()", "testingRepoEnabledChanged()", "lockedChanged()",
+                    "upgradeInProgressOrFinishedChanged()", "installedChanged()", "upgradablesChanged()"));
+    EXPECT_THAT(
+        std::vector(declared.end() - 3, declared.end()),
+        ElementsAre("appendStdout(QString)", "appendStderr(QString)", "toPy(Shell::ShellAction,QJSValue)"));
     EXPECT_THAT(declaredInvokables(Shell::staticMetaObject), ElementsAre("QColor getUrgencyColor(QString)"));
     EXPECT_THAT(declaredEnumerators(Shell::staticMetaObject, "ShellAction"),
-                ElementsAre("Update = 0", "Upgrade = 1", "Changelog = 2", "LocalChangelog = 3", "ClearCache = 4",
-                            "TestConsole = 5", "ToggleTesting = 6"));
+                ElementsAre("Update = 0", "Upgrade = 1", "Changelog = 2", "LocalChangelog = 3",
+                            "ClearCache = 4", "TestConsole = 5", "ToggleTesting = 6"));
 }
 
 TEST_F(ShellTest, UrgencyWordsAreComparedExactly)
@@ -105,7 +107,8 @@ TEST_F(ShellTest, EqualRecordsNotifyNothing)
 TEST_F(ShellTest, ForeignWriteReachesABindingOnTheGuiThread)
 {
     const QmlBinding binding(
-        modules, QStringLiteral("[Shell.upgradeInProgressOrFinished, Shell.upgradables.map(r => r.lastChange)].join()"));
+        modules, QStringLiteral(
+                     "[Shell.upgradeInProgressOrFinished, Shell.upgradables.map(r => r.lastChange)].join()"));
     EXPECT_EQ(binding.value(), QStringLiteral("false,"));
     onForeignThread([this] {
         shell.setUpgradables(oneUpgrade(QStringLiteral("1.0")));

@@ -48,10 +48,10 @@ TEST_F(SimulatorTest, DeclaredProperties)
 TEST_F(SimulatorTest, DeclaredSignalsAndInvokables)
 {
     EXPECT_THAT(declaredSignals(Simulator::staticMetaObject),
-                ElementsAre("enabledChanged()", "simAIn0MinChanged()", "simAIn0MaxChanged()", "simAIn0Changed()",
-                            "simAIn1MinChanged()", "simAIn1MaxChanged()", "simAIn1Changed()",
-                            "simScaleFactorChanged()", "pIncRateChanged()", "pDecRateChanged()",
-                            "toPy(Simulator::SimEnum,QJSValue)", "setLwFreq(int)"));
+                ElementsAre("enabledChanged()", "simAIn0MinChanged()", "simAIn0MaxChanged()",
+                            "simAIn0Changed()", "simAIn1MinChanged()", "simAIn1MaxChanged()",
+                            "simAIn1Changed()", "simScaleFactorChanged()", "pIncRateChanged()",
+                            "pDecRateChanged()", "toPy(Simulator::SimEnum,QJSValue)", "setLwFreq(int)"));
     EXPECT_THAT(declaredInvokables(Simulator::staticMetaObject),
                 ElementsAre("void changePIncRate(double)", "void changePDecRate(double)"));
     EXPECT_THAT(declaredEnumerators(Simulator::staticMetaObject, "SimEnum"),
@@ -65,8 +65,9 @@ TEST_F(SimulatorTest, TooGreatIsLoggedStoredAndNotifiedEachTime)
     simulator.setSimAIn0(150);
     EXPECT_EQ(simulator.simAIn0(), 100);
     EXPECT_THAT(log.names(), ElementsAre("simAIn0Changed", "simAIn0Changed"));
-    EXPECT_THAT(capture.texts(QtCriticalMsg), ElementsAre("[Simulator WERT ZU GROß] 150 wird zu 100 geändert.",
-                                                          "[Simulator WERT ZU GROß] 150 wird zu 100 geändert."));
+    EXPECT_THAT(capture.texts(QtCriticalMsg),
+                ElementsAre("[Simulator WERT ZU GROß] 150 wird zu 100 geändert.",
+                            "[Simulator WERT ZU GROß] 150 wird zu 100 geändert."));
 }
 
 TEST_F(SimulatorTest, TooSmallIsNotifiedThoughTheValueWasTheBoundAlready)
@@ -75,7 +76,8 @@ TEST_F(SimulatorTest, TooSmallIsNotifiedThoughTheValueWasTheBoundAlready)
     simulator.setSimAIn1(-1);
     EXPECT_EQ(simulator.simAIn1(), 0);
     EXPECT_THAT(log.names(), ElementsAre("simAIn1Changed"));
-    EXPECT_THAT(capture.texts(QtCriticalMsg), ElementsAre("[Simulator WERT ZU KLEIN] -1 wird zu 0 geändert."));
+    EXPECT_THAT(capture.texts(QtCriticalMsg),
+                ElementsAre("[Simulator WERT ZU KLEIN] -1 wird zu 0 geändert."));
 }
 
 TEST_F(SimulatorTest, ALowerBoundLeavesTheValueUntilTheNextWrite)
@@ -91,8 +93,9 @@ TEST_F(SimulatorTest, ALowerBoundLeavesTheValueUntilTheNextWrite)
 TEST_F(SimulatorTest, ScreensChangeTheRatesWithoutBounds)
 {
     const SignalLog log(simulator);
-    const QmlBinding caller(modules, QStringLiteral("{ Simulator.changePIncRate(0.2); Simulator.changePDecRate(-7.5);"
-                                                    " Simulator.changePIncRate(0.2); return 1; }"));
+    const QmlBinding caller(modules,
+                            QStringLiteral("{ Simulator.changePIncRate(0.2); Simulator.changePDecRate(-7.5);"
+                                           " Simulator.changePIncRate(0.2); return 1; }"));
     EXPECT_EQ(simulator.pIncRate(), 0.2);
     EXPECT_EQ(simulator.pDecRate(), -7.5);
     EXPECT_THAT(log.names(), ElementsAre("pIncRateChanged", "pDecRateChanged"));

@@ -1,0 +1,229 @@
+"""The file: what survives, and what happens to a damaged one."""
+
+import os
+import signal
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import threading
+import unittest
+from pathlib import Path
+
+from controller.storage import (
+    FILE_NAME,
+    RUN,
+    SETTINGS,
+    Change,
+    Storage,
+    StorageWriter,
+    open_storage,
+)
+
+#: Writes ever higher numbers and says which ones are in.
+WRITER = """
+import sys
+sys.path.insert(0, {root!r})
+import tests
+from controller.storage import Change, Storage
+storage = Storage({path!r})
+number = 0
+while True:
+    number += 1
+    storage.apply([Change("settings", {{"first": number, "second": number, "pad": "x" * 500}})])
+    print(number, flush=True)
+"""
+ROOT = str(Path(__file__).resolve().parents[1])
+
+
+class StorageCase(unittest.TestCase):
+    """A directory for the file."""
+
+    def setUp(self) -> None:
+        directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
+        self.addCleanup(directory.cleanup)
+        self.directory = Path(directory.name)
+        self.path = self.directory / FILE_NAME
+        self.reports: list[str] = []
+
+    def open(self) -> Storage:
+        """Opens the file as the backend does."""
+        storage = open_storage(self.directory, self.reports.append)
+        self.addCleanup(storage.close)
+        return storage
+
+    def aside(self) -> list[Path]:
+        """Files that were moved aside."""
+        return sorted(self.directory.glob(f"{FILE_NAME}.damaged-*"))
+
+
+class KeepingTest(StorageCase):
+    """Values of sections."""
+
+    def test_keeps_values(self) -> None:
+        """All JSON types, across a reopening."""
+        values = {"flag": True, "whole": 5, "real": 0.1, "text": "SANAL®-SA 3", "none": None}
+        storage = self.open()
+        storage.apply([Change(SETTINGS, values), Change(RUN, {"step": "lye"})])
+        storage.close()
+        storage = self.open()
+        self.assertEqual(storage.read(SETTINGS), values)
+        self.assertIs(type(storage.read(SETTINGS)["real"]), float)
+        self.assertEqual(storage.read(RUN), {"step": "lye"})
+        self.assertEqual(self.reports, [])
+
+    def test_later_wins_and_others_stay(self) -> None:
+        """A change touches its own keys, a replacement the whole section."""
+        storage = self.open()
+        storage.apply([Change(SETTINGS, {"a": 1, "b": 2}), Change(SETTINGS, {"a": 3})])
+        self.assertEqual(storage.read(SETTINGS), {"a": 3, "b": 2})
+        storage.apply([Change(SETTINGS, {"c": 4}, replace=True)])
+        self.assertEqual(storage.read(SETTINGS), {"c": 4})
+
+    def test_all_or_nothing(self) -> None:
+        """One bad change leaves the file as it was."""
+        storage = self.open()
+        storage.apply([Change(SETTINGS, {"a": 1})])
+        with self.assertRaises(TypeError):
+            storage.apply([Change(SETTINGS, {"a": 2}), Change(SETTINGS, {"b": object()})])
+        self.assertEqual(storage.read(SETTINGS), {"a": 1})
+
+    def test_edited_by_hand(self) -> None:
+        """What is no JSON comes as the text that it is."""
+        storage = self.open()
+        with sqlite3.connect(self.path) as connection:
+            connection.execute("INSERT INTO entry VALUES ('settings', 'name', 'Säure 3')")
+        connection.close()
+        self.assertEqual(storage.read(SETTINGS), {"name": "Säure 3"})
+
+    def test_two_processes(self) -> None:
+        """A second one reads, and neither takes the other for damage."""
+        first, second = self.open(), self.open()
+        first.apply([Change(SETTINGS, {"a": 1})])
+        self.assertEqual(second.read(SETTINGS), {"a": 1})
+        self.assertEqual(self.reports, [])
+
+
+class DamageTest(StorageCase):
+    """A damaged file is moved aside and reported."""
+
+    def damage(self, content: bytes) -> None:
+        """Opening this content reports it, moves it aside unchanged, and begins anew."""
+        self.path.write_bytes(content)
+        storage = self.open()
+        self.assertEqual(storage.read(SETTINGS), {})
+        storage.apply([Change(SETTINGS, {"a": 1})])
+        self.assertEqual(len(self.reports), 1)
+        moved = [path for path in self.aside() if path.suffix not in ("-wal", "-shm")]
+        self.assertEqual([path.read_bytes() for path in moved], [content])
+        self.assertIn(moved[0].name, self.reports[0])
+
+    def test_no_database(self) -> None:
+        """Another file of that name."""
+        self.damage(b"[settings]\nsecs_pump=5\n" * 100)
+
+    def test_overwritten_page(self) -> None:
+        """A database with a hole in it."""
+        storage = Storage(self.path)
+        storage.apply([Change(SETTINGS, {str(n): "x" * 200 for n in range(200)})])
+        storage.close()
+        content = bytearray(self.path.read_bytes())
+        content[4096:12288] = b"\xff" * 8192
+        self.damage(bytes(content))
+
+    def test_truncated(self) -> None:
+        """A database that is shorter than it says."""
+        storage = Storage(self.path)
+        storage.apply([Change(SETTINGS, {str(n): "x" * 200 for n in range(200)})])
+        storage.close()
+        self.damage(self.path.read_bytes()[:10000])
+
+    def test_other_tables(self) -> None:
+        """A database of something else."""
+        with sqlite3.connect(self.path) as connection:
+            connection.execute("CREATE TABLE entry (name TEXT)")
+        connection.close()
+        self.damage(self.path.read_bytes())
+
+    def test_twice(self) -> None:
+        """A second damaged file does not take the place of the first."""
+        for _ in range(2):
+            self.path.write_bytes(b"no database at all, but long enough" * 10)
+            self.open().close()
+        self.assertEqual(len(self.aside()), 2)
+
+    def test_unusable_place(self) -> None:
+        """Nothing is moved where nothing can be kept; the values live in memory."""
+        self.path.mkdir()
+        storage = self.open()
+        storage.apply([Change(SETTINGS, {"a": 1})])
+        self.assertEqual(storage.read(SETTINGS), {"a": 1})
+        self.assertEqual((len(self.reports), self.aside()), (1, []))
+        self.assertTrue(self.path.is_dir())
+
+    def test_no_directory(self) -> None:
+        """Without a place, too."""
+        storage = open_storage(None, self.reports.append)
+        self.addCleanup(storage.close)
+        storage.apply([Change(SETTINGS, {"a": 1})])
+        self.assertEqual(len(self.reports), 1)
+
+
+class KillTest(StorageCase):
+    """The sudden end of the process."""
+
+    def test_kill_9(self) -> None:
+        """What was said to be in is in, and both keys of a change are."""
+        for _ in range(5):
+            said = self._write_and_kill(lines=40)
+            storage = self.open()
+            values = storage.read(SETTINGS)
+            storage.close()
+            self.assertEqual(values["first"], values["second"])
+            # The line of the last change may be lost with the process.
+            self.assertIn(values["first"], (said, said + 1))
+        self.assertEqual(self.reports, [])
+
+    def _write_and_kill(self, lines: int) -> int:
+        program = WRITER.format(root=ROOT, path=str(self.path))
+        with subprocess.Popen(
+            [sys.executable, "-c", program], stdout=subprocess.PIPE, text=True
+        ) as process:
+            assert process.stdout is not None
+            for _ in range(lines):
+                process.stdout.readline()
+            os.kill(process.pid, signal.SIGKILL)
+            return max([lines, *(int(line) for line in process.stdout if line.endswith("\n"))])
+
+
+class WriterTest(StorageCase):
+    """The thread that writes."""
+
+    def test_writes_all_in_order(self) -> None:
+        """Everything submitted before the end, the last value last."""
+        writer = StorageWriter(self.open(), self.fail)
+        for number in range(200):
+            writer.submit(Change(SETTINGS, {"number": number}))
+        writer.stop()
+        self.assertEqual(self.open().read(SETTINGS), {"number": 199})
+
+    def test_error_is_reported_and_the_next_change_goes_on(self) -> None:
+        """Inside the except block, so that the exception can be shown."""
+        errors: list[type[BaseException] | None] = []
+        reported = threading.Event()
+
+        def report() -> None:
+            errors.append(sys.exc_info()[0])
+            reported.set()
+
+        writer = StorageWriter(self.open(), report)
+        writer.submit(Change(SETTINGS, {"bad": object()}))
+        self.assertTrue(reported.wait(30))
+        writer.submit(Change(SETTINGS, {"good": 1}))
+        writer.stop()
+        self.assertEqual(errors, [TypeError])
+        self.assertEqual(self.open().read(SETTINGS), {"good": 1})
+
+
+if __name__ == "__main__":
+    unittest.main()
