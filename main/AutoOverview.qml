@@ -180,6 +180,7 @@ BrovikFlickable {
     RowLayout {
         Layout.fillWidth: true
         Layout.topMargin: privat.groupMargin
+        Layout.bottomMargin: Common.spacing
 
         ElectrolyteBox {
             objectName: "saure"

@@ -3,13 +3,19 @@ import QtQuick
 import QtQuick.Controls
 
 import brovik.base
+import brovik.gui
 
 Label {
     id: root
 
-    leftPadding: root.horizontalAlignment === Text.AlignLeft ? Common.spacing : 0
+    leftPadding: Common.spacing
+    rightPadding: Common.spacing
     verticalAlignment: Text.AlignVCenter
-    wrapMode: Text.Wrap
+    // Rather smaller letters than lost ones.
+    fontSizeMode: Text.Fit
+    minimumPointSize: Gui.fSizeXs / 2
+    wrapMode: Text.WordWrap
+    elide: Text.ElideRight
     textFormat: Text.PlainText
     background: Rectangle {
         color: Common.bg1

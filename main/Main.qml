@@ -23,6 +23,8 @@ BaseTemplate {
     MyToast {
         id: toast
 
+        objectName: "toast"
+
         height: header.height
     }
 
@@ -43,20 +45,28 @@ BaseTemplate {
             spacing: Common.spacing
 
             HeaderBox {
+                objectName: "pressure"
+
                 Layout.preferredWidth: privat.pressureWidth
                 Layout.fillHeight: true
                 horizontalAlignment: Text.AlignHCenter
-                text: `Druck:\n${Sensor.druck.toFixed(2)} bar`
+                wrapMode: Text.NoWrap
+                text: "Druck:\n" + Sensor.druck.toFixed(2) + " bar"
             }
 
             HeaderBox {
+                objectName: "conductivity"
+
                 Layout.preferredWidth: privat.conductivityWidth
                 Layout.fillHeight: true
                 horizontalAlignment: Text.AlignHCenter
-                text: `Leitwert:\n${Sensor.leitwert.toFixed(2)} mS/cm`
+                wrapMode: Text.NoWrap
+                text: "Leitwert:\n" + Sensor.leitwert.toFixed(2) + " mS/cm"
             }
 
             HeaderBox {
+                objectName: "status2"
+
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 text: Gui.status2
@@ -64,6 +74,8 @@ BaseTemplate {
         }
 
         HeaderBox {
+            objectName: "status"
+
             Layout.fillWidth: true
             Layout.preferredHeight: privat.statusHeight
             text: Gui.status
@@ -73,6 +85,8 @@ BaseTemplate {
             spacing: 0
 
             HeaderToolButton {
+                objectName: "power"
+
                 Layout.preferredHeight: tabs.height
                 Accessible.name: "Herunterfahren oder neu starten"
                 icon.source: "img/power.svg"
@@ -82,6 +96,8 @@ BaseTemplate {
 
             TabBar {
                 id: tabs
+
+                objectName: "tabs"
 
                 Layout.fillWidth: true
                 font.pointSize: Gui.fSizeM
@@ -100,6 +116,8 @@ BaseTemplate {
             }
 
             HeaderToolButton {
+                objectName: "theme"
+
                 Layout.preferredHeight: tabs.height
                 Accessible.name: Common.isDarkTheme ? "Helles Design" : "Dunkles Design"
                 icon.source: Common.isDarkTheme ? "img/sun.svg" : "img/moon.svg"
@@ -109,6 +127,8 @@ BaseTemplate {
         }
 
         StackLayout {
+            objectName: "pages"
+
             Layout.leftMargin: Common.spacing
             Layout.rightMargin: Common.spacing
             currentIndex: tabs.currentIndex
@@ -117,6 +137,8 @@ BaseTemplate {
 
             ChartsOverview {
                 id: charts
+
+                objectName: "charts"
             }
 
             SettingsOverview {
@@ -127,10 +149,14 @@ BaseTemplate {
 
     PowerPopup {
         id: powerPopup
+
+        objectName: "powerPopup"
     }
 
     InputPanel {
         id: inputPanel
+
+        objectName: "inputPanel"
 
         x: 0
         y: root.height

@@ -12,7 +12,7 @@ SpinBox {
     property string suffix
 
     stepSize: 1
-    inputMethodHints: Qt.ImhFormattedNumbersOnly
+    inputMethodHints: root.precision > 0 || root.from < 0 ? Qt.ImhFormattedNumbersOnly : Qt.ImhDigitsOnly
     validator: root.prefix || root.suffix ? affixed : plain
     textFromValue: (value, locale) => root.prefix + Number(value / root.factor).toLocaleString(locale, "f", root.precision) + root.suffix
     valueFromText: (text, locale) => privat.parse(text, locale)

@@ -1,6 +1,7 @@
 // A page that scrolls if its content is higher than it, and shows by shadows that it does.
 import QtQuick
 import QtQuick.Layouts
+import QtQuick.Window
 
 import brovik.base
 
@@ -11,6 +12,8 @@ Item {
     property alias spacing: column.spacing
 
     MyGradientBoxTop {
+        id: top
+
         active: !flickable.atYBeginning
     }
 
@@ -35,4 +38,26 @@ Item {
             width: flickable.width
         }
     }
+
+    QtObject {
+        id: privat
+
+        function contains(item: Item): bool {
+            return item !== null && (item === column || privat.contains(item.parent));
+        }
+
+        function showFocused() {
+            const item = root.Window.activeFocusItem;
+            if (!privat.contains(item)) {
+                return;
+            }
+            const y = item.mapToItem(column, 0, 0).y;
+            const highest = y - top.boxHeight;
+            const lowest = y + item.height + top.boxHeight - flickable.height;
+            flickable.contentY = Math.max(lowest, Math.min(highest, flickable.contentY));
+        }
+    }
+
+    // The on-screen keyboard must not cover the field that it writes to.
+    onHeightChanged: privat.showFocused()
 }

@@ -53,23 +53,29 @@ BrovikBox {
 
             Label {
                 Layout.alignment: Qt.AlignRight
+                font.pointSize: privat.valueSize
                 text: "Aktueller Höchstwert: "
             }
             Label {
+                font.pointSize: privat.valueSize
                 text: `${root.lwActualMax.toFixed(2)} ${root.unit}`
             }
             Label {
                 Layout.alignment: Qt.AlignRight
+                font.pointSize: privat.valueSize
                 text: `Sollwert ${root.what}: `
             }
             Label {
+                font.pointSize: privat.valueSize
                 text: `${sbSetpoint.value} ${root.unit}`
             }
             Label {
                 Layout.alignment: Qt.AlignRight
+                font.pointSize: privat.valueSize
                 text: `Mindestwert ${root.what}: `
             }
             Label {
+                font.pointSize: privat.valueSize
                 text: `${sbMinimum.value} ${root.unit}`
             }
         }
@@ -137,5 +143,19 @@ BrovikBox {
         enabled: false
         delay: 1000
         text: `Überprüfung ${!root.active ? "starten" : Auto_.lwSpReached ? "abschließen" : "abbrechen"}`
+    }
+
+    TextMetrics {
+        id: widestValue
+
+        font.pointSize: Gui.fSizeS
+        text: `Aktueller Höchstwert: 000.00 ${root.unit}`
+    }
+
+    QtObject {
+        id: privat
+
+        // The same for every value, so that the text does not jump.
+        readonly property real valueSize: widestValue.advanceWidth > root.width - 2 * root.margins ? Gui.fSizeXs : Gui.fSizeS
     }
 }

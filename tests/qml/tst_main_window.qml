@@ -1,0 +1,228 @@
+import QtQuick
+import QtQuick.Controls.Material
+import QtTest
+
+import brovik.base
+import brovik.gui
+import kubelor.test
+import main
+
+Item {
+    id: root
+
+    width: 100
+    height: 100
+
+    Component {
+        id: windowComponent
+
+        Main {}
+    }
+
+    SignalSpy {
+        id: pageChanged
+
+        target: Gui
+        signalName: "pageChanged"
+    }
+
+    TestCase {
+        name: "MainWindow"
+        when: windowShown
+
+        property Main window
+
+        function initTestCase() {
+            failOnWarning(/.?/);
+            window = windowComponent.createObject(root);
+            window.requestActivate();
+            tryVerify(() => window.active);
+        }
+
+        function init() {
+            failOnWarning(/.?/);
+            Gui.changePage(Gui.PageAuto);
+            Backend.run("gui.Gui.status = gui.Gui.status2 = ''\ngui.Gui.apply_items_scale_to_default(1.0)");
+            pageChanged.clear();
+        }
+
+        function cleanupTestCase() {
+            window.destroy();
+        }
+
+        function cleanup() {
+            window.setTheme(Material.Dark);
+        }
+
+        function part(name) {
+            return findChild(window.contentItem, name);
+        }
+
+        function test_window() {
+            compare([window.width, window.height], [800, 1200]);
+            compare(window.font.pointSize, Gui.fSizeS);
+            compare([Common.autoOverviewIndex, Common.chartsOverviewIndex, Common.settingsOverviewIndex], [0, 1, 2]);
+        }
+
+        function test_header_texts() {
+            Backend.runOnThread("sensor.Sensor.set_p_without_offset(1.239)\nsensor.Sensor.set_lw_without_offset(42)\ngui.Gui.status, gui.Gui.status2 = '<b>Schritt</b>', 'Zwei\\nZeilen'");
+            tryCompare(part("pressure"), "text", "Druck:\n1.24 bar");
+            compare(part("conductivity").text, "Leitwert:\n42.00 mS/cm");
+            compare(part("status2").text, "Zwei\nZeilen");
+            compare(part("status").text, "<b>Schritt</b>");
+            for (const name of ["status", "status2"]) {
+                compare(part(name).textFormat, Text.PlainText);
+                compare(part(name).leftPadding, 5);
+            }
+        }
+
+        function test_header_sizes_data() {
+            return [{tag: "1.0"}, {tag: "1.5"}];
+        }
+
+        function test_header_sizes(data) {
+            const factor = Number(data.tag);
+            Backend.run(`gui.Gui.apply_items_scale_to_default(${data.tag})`);
+            tryCompare(part("pressure"), "width", 95 * factor);
+            tryCompare(part("conductivity"), "width", 125 * factor);
+            tryCompare(part("pressure"), "height", 80 * factor);
+            tryCompare(part("status"), "height", 40 * factor);
+            compare(part("status").width, 800);
+            compare(part("toast").height, 80 * factor);
+            for (const name of ["pressure", "conductivity", "status2", "status"]) {
+                compare(part(name).background.color, Common.bg1);
+            }
+        }
+
+        function test_tabs() {
+            const tabs = part("tabs");
+            compare([0, 1, 2].map(i => tabs.itemAt(i).text), ["Automatik", "Chart", "Settings"]);
+            compare(tabs.font.pointSize, Gui.fSizeM);
+            for (let i = 0; i < 3; ++i) {
+                mouseClick(tabs.itemAt(i));
+                compare(part("pages").currentIndex, i);
+            }
+        }
+
+        function test_page_stack_has_its_margins() {
+            const pages = part("pages");
+            compare(pages.x, 5);
+            compare(pages.width, 800 - 2 * 5);
+            compare(pages.mapToItem(null, 0, pages.height).y, 1200);
+        }
+
+        // Where the backend's page leads to, from each of the tabs.
+        function test_following_the_page_data() {
+            const leads = [["PageAuto", 0], ["PageChart", 1], ["PageSettingsAuto", 2], ["PageHandOp", 2], ["PageUpdatesOverview", 2], ["PageUpdatesShell", 2]];
+            return leads.map(([name, tab]) => ({tag: name, page: Gui[name], tab: tab}));
+        }
+
+        function test_following_the_page(data) {
+            const tabs = part("tabs");
+            for (const from of [0, 1, 2]) {
+                tabs.currentIndex = from;
+                Gui.changePage(Gui.PageSettingsMisc);
+                Gui.changePage(data.page);
+                compare(tabs.currentIndex, data.tab);
+            }
+        }
+
+        function test_chart_page_shows_the_chart_itself() {
+            const charts = part("charts");
+            charts.currentIndex = 1;
+            Backend.runOnThread("gui.Gui.page = gui.PageEnum.Chart");
+            tryCompare(part("tabs"), "currentIndex", 1);
+            compare(charts.currentIndex, 0);
+        }
+
+        function test_other_pages_move_nothing_data() {
+            return ["PageSettingsElectrolyte", "PageSettingsMisc", "PageSettingsNetwork", "PageSettingsAppearance", "PageWifiLogin", "PageChartsList", "PageUpdatesAvailable", "PageUpdatesInstalled", "PageUpdatesConsole"].map(name => ({tag: name, page: Gui[name]}));
+        }
+
+        function test_other_pages_move_nothing(data) {
+            const tabs = part("tabs");
+            for (const from of [0, 1, 2]) {
+                tabs.currentIndex = from;
+                Backend.runOnThread(`gui.Gui.page = gui.PageEnum(${data.page})`);
+                tryCompare(pageChanged, "count", 1);
+                compare(tabs.currentIndex, from);
+                compare(Gui.page, data.page);
+                Gui.changePage(Gui.PageAuto);
+                pageChanged.clear();
+            }
+        }
+
+        function test_report_of_a_page_moves_nothing() {
+            const tabs = part("tabs");
+            mouseClick(tabs.itemAt(1));
+            compare(Gui.page, Gui.PageChart);
+            compare(tabs.currentIndex, 1);
+            mouseClick(tabs.itemAt(0));
+            compare(Gui.page, Gui.PageAuto);
+            compare(tabs.currentIndex, 0);
+            compare(pageChanged.count, 2);
+        }
+
+        function test_theme_button_data() {
+            return [{tag: "dark", from: Material.Dark, to: Material.Light, icon: "sun", name: "Helles Design"}, {tag: "light", from: Material.Light, to: Material.Dark, icon: "moon", name: "Dunkles Design"}];
+        }
+
+        function test_theme_button(data) {
+            const button = part("theme");
+            window.setTheme(data.from);
+            compare(button.icon.source, `img/${data.icon}.svg`);
+            compare(button.Accessible.name, data.name);
+            mouseClick(button);
+            compare(window.Material.theme, data.to);
+        }
+
+        function test_tool_buttons() {
+            compare(part("power").icon.source, "img/power.svg");
+            verify(part("power").Accessible.name !== "");
+            for (const name of ["power", "theme"]) {
+                compare(part(name).height, part("tabs").height);
+                compare(part(name).padding, 0);
+            }
+        }
+
+        function test_power_button_opens_the_popup() {
+            verify(!part("powerPopup").visible);
+            mouseClick(part("power"));
+            tryVerify(() => part("powerPopup").opened);
+            part("powerPopup").close();
+            tryVerify(() => !part("powerPopup").visible);
+        }
+
+        function test_backend_opens_the_popup() {
+            Backend.runOnThread("gui.Gui.show_poweroff_dialog()");
+            tryVerify(() => part("powerPopup").opened);
+            part("powerPopup").close();
+            tryVerify(() => !part("powerPopup").visible);
+        }
+
+        function test_keyboard_rests_below_the_window() {
+            const panel = part("inputPanel");
+            compare([panel.x, panel.y, panel.z, panel.width], [0, 1200, 99, 800]);
+            compare(Common.mainHeight, 1200);
+        }
+
+        function test_keyboard_raised() {
+            const panel = part("inputPanel");
+            const pages = part("pages");
+            mouseClick(part("saure").sbMinimum.contentItem);
+            tryVerify(() => panel.active);
+            tryCompare(panel, "y", 1200 - panel.height);
+            verify(panel.height > 0);
+            compare(panel.state, "visible");
+            compare(Common.mainHeight, panel.y);
+            compare(pages.mapToItem(null, 0, pages.height).y, panel.y);
+            Qt.inputMethod.hide();
+            tryCompare(panel, "y", 1200);
+            tryCompare(pages.parent, "height", 1200);
+        }
+
+        function test_keyboard_speaks_german() {
+            tryCompare(Qt.inputMethod.locale, "name", "de_DE");
+        }
+    }
+}
