@@ -179,6 +179,12 @@ PYBIND11_EMBEDDED_MODULE(_probe, module)
     bindSimulatedChip(module);
     module.def("qml", readAsQml);
     module.def("invoke", invoke);
+    // What follows the load of the screens: from now on messages are shown at once.
+    module.def("screens_loaded", [] {
+        const py::gil_scoped_release release;
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [] { Gui::instance().deliverPending(); }, Qt::BlockingQueuedConnection);
+    });
     // Waits until the GUI thread has handled all that was posted to it before.
     module.def("settle", [] {
         const py::gil_scoped_release release;
