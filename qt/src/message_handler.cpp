@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -53,14 +52,9 @@ bool otherThreadsRun()
 /// process.
 [[noreturn]] void endProcess()
 {
-    static std::atomic<std::thread::id> ending;
-    const std::thread::id self = std::this_thread::get_id();
-    std::thread::id first;
-    if (!ending.compare_exchange_strong(first, self)) {
-        while (first != self) {
-            pause();
-        }
-        _exit(EXIT_FAILURE); // an exit handler had a fatal message of its own
+    static std::atomic_flag ending;
+    while (ending.test_and_set()) {
+        pause();
     }
     if (otherThreadsRun()) {
         std::atexit([] { _exit(EXIT_FAILURE); });

@@ -1,4 +1,5 @@
 #include "backend_run.h"
+#include "declared.h"
 #include "log_capture.h"
 
 #include <pybind11/embed.h>
@@ -6,7 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>
-#include <QMetaMethod>
+#include <QQmlComponent>
 #include <QRegularExpression>
 #include <QSignalSpy>
 
@@ -38,6 +39,17 @@ protected:
     Gui &gui = Gui::instance();
 };
 
+/// Runs `task` on a thread of its own once a thread has been told to stop.
+template <typename Task> std::jthread onceStopping(const QThread &thread, Task task)
+{
+    return std::jthread([&thread, task] {
+        while (thread.isRunning() && !thread.isInterruptionRequested()) {
+            std::this_thread::yield();
+        }
+        task();
+    });
+}
+
 struct Press
 {
     const char *module;
@@ -52,7 +64,8 @@ struct Press
 constexpr Press presses[] = {
     {"brovik.actuator", "Actuator.toggle(ActuatorEnums.MvKalt)",
      "main actuator_toggle_from_cpp <ActuatorEnum.MvKalt: 2>",
-     "Python-Funktion actuator_toggle_from_cpp() nicht gefunden -  pyActuatorToggle ( ActuatorEnums::MvKalt )."},
+     "Python-Funktion actuator_toggle_from_cpp() nicht gefunden -  pyActuatorToggle ( ActuatorEnums::MvKalt "
+     ")."},
     {"brovik.auto", "Auto_.toPy(Auto_.ToggleLwTestSaure, null)",
      "main auto_value_from_cpp <AutoEnum.ToggleLwTestSaure: 1> None",
      "Python-Funktion auto_value_from_cpp() nicht gefunden -  pyAutoValueQJs ( Auto::ToggleLwTestSaure , "
@@ -67,14 +80,17 @@ constexpr Press presses[] = {
      "QVariant(Invalid) )."},
     {"brovik.sensor", "Sensor.stateChangeRequested(SensorEnums.StopBtn, true)",
      "main sensor_value_from_cpp <SensorEnum.Stop: 1> True",
-     "Python-Funktion sensor_value_from_cpp() nicht gefunden -  pyDInStateChange ( SensorEnums::StopBtn , true )."},
+     "Python-Funktion sensor_value_from_cpp() nicht gefunden -  pyDInStateChange ( SensorEnums::StopBtn , "
+     "true )."},
     {"brovik.sensor", "Sensor.stateChangeRequested(SensorEnums.SensorLevel, false)",
      "main sensor_value_from_cpp <SensorEnum.Level: 2> False",
-     "Python-Funktion sensor_value_from_cpp() nicht gefunden -  pyDInStateChange ( SensorEnums::SensorLevel , false "
+     "Python-Funktion sensor_value_from_cpp() nicht gefunden -  pyDInStateChange ( SensorEnums::SensorLevel "
+     ", false "
      ")."},
     {"brovik.settings", "BrovikSettings.toPy(BrovikSettings.SettingsEnumInvalid, 'x')",
      "main settings_from_cpp <SettingsEnum.Invalid: 0> 'x'",
-     "Python-Funktion settings_from_cpp() nicht gefunden -  pySettingsQJs ( Settings::SettingsEnumInvalid , \"x\" "
+     "Python-Funktion settings_from_cpp() nicht gefunden -  pySettingsQJs ( Settings::SettingsEnumInvalid , "
+     "\"x\" "
      ")."},
     {"brovik.shell", "Shell.toPy(Shell.ToggleTesting, undefined)",
      "main shell_action_from_cpp <ShellActionEnum.ToggleTesting: 6> None",
@@ -82,11 +98,13 @@ constexpr Press presses[] = {
      "\"undefined\" )."},
     {"brovik.simulator", "Simulator.toPy(Simulator.SimLw, 1)",
      "main simulator_value_from_cpp <SimuEnum.Lw: 3> 1.0",
-     "Python-Funktion simulator_value_from_cpp() nicht gefunden -  pySimulatorValueQJs ( Simulator::SimLw , \"1\" "
+     "Python-Funktion simulator_value_from_cpp() nicht gefunden -  pySimulatorValueQJs ( Simulator::SimLw , "
+     "\"1\" "
      ")."},
     {"brovik.wifi", "Wifi.toPy(Wifi.Login, {name: 'a', key: 'b'})",
      "main wifi_action_from_cpp <WifiActionEnum.Login: 4> {'name': 'a', 'key': 'b'}",
-     "Python-Funktion wifi_action_from_cpp() nicht gefunden -  pyWifiValue ( Wifi::Login , \"[object Object]\" )."},
+     "Python-Funktion wifi_action_from_cpp() nicht gefunden -  pyWifiValue ( Wifi::Login , \"[object "
+     "Object]\" )."},
 };
 
 QStringList expectedTellings()
@@ -103,17 +121,6 @@ QStringList expectedCriticals()
     QStringList result;
     for (const Press &press : presses) {
         result.append(QString::fromUtf8(press.missing));
-    }
-    return result;
-}
-
-QStringList namesOf(const QMetaObject &meta, QMetaMethod::MethodType type)
-{
-    QStringList result;
-    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
-        if (meta.method(index).methodType() == type) {
-            result.append(QString::fromLatin1(meta.method(index).methodSignature()));
-        }
     }
     return result;
 }
@@ -158,7 +165,8 @@ TEST_F(BridgeTest, ValuesOfAScreenArriveConverted)
         const QString statement = QStringLiteral("Gui.toPy(Gui.DialogData, %1)");
         actOnScreen(engine, QStringLiteral("brovik.gui"), statement.arg(QString::fromUtf8(row.script)));
         EXPECT_EQ(run.tellings.texts().constLast(),
-                  QStringLiteral("main gui_value_from_cpp <GuiEnum.DialogData: 4> ") + QString::fromUtf8(row.python))
+                  QStringLiteral("main gui_value_from_cpp <GuiEnum.DialogData: 4> ") +
+                      QString::fromUtf8(row.python))
             << row.script;
     }
 }
@@ -167,11 +175,13 @@ TEST_F(BridgeTest, InterpreterIsStartedWithPathArgumentsAndUtf8)
 {
     BackendRun run("recording", false, {QStringLiteral("--make-stubs"), QStringLiteral("-"), QString()});
     run.waitForStart();
-    EXPECT_THAT(run.tellings.texts().mid(0, 5),
-                ElementsAre(QStringLiteral("sys.path ['%1', '/usr/bin']").arg(QStringLiteral(TEST_BACKEND_DIR)),
-                            QStringLiteral("sys.argv ['%1', '--make-stubs', '-', '']").arg(QStringLiteral(TEST_PYTHON)),
-                            QStringLiteral("stubs None"), QStringLiteral("file names utf-8"),
-                            QStringLiteral("main init False")));
+    EXPECT_THAT(
+        run.tellings.texts().mid(0, 5),
+        ElementsAre(
+            QStringLiteral("sys.path ['%1', '/usr/bin']").arg(QStringLiteral(TEST_BACKEND_DIR)),
+            QStringLiteral("sys.argv ['%1', '--make-stubs', '-', '']").arg(QStringLiteral(TEST_PYTHON)),
+            QStringLiteral("stubs None"), QStringLiteral("file names utf-8"),
+            QStringLiteral("main init False")));
     EXPECT_TRUE(gui.controlsEnabled());
 }
 
@@ -201,8 +211,10 @@ TEST_F(BridgeTest, AfterAFailedStartEveryFamilyLogsItsLine)
     ASSERT_EQ(exceptions.size(), 1);
     const QVariantMap record = exceptions.constFirst().constFirst().toMap();
     EXPECT_EQ(record.value(QStringLiteral("type")), QStringLiteral("RuntimeError"));
-    EXPECT_TRUE(record.value(QStringLiteral("text")).toString().startsWith(QStringLiteral("kein Import\nZeile ")));
-    EXPECT_TRUE(record.value(QStringLiteral("text")).toString().endsWith(QStringLiteral(" in interpr_worker.cpp")));
+    EXPECT_TRUE(
+        record.value(QStringLiteral("text")).toString().startsWith(QStringLiteral("kein Import\nZeile ")));
+    EXPECT_TRUE(
+        record.value(QStringLiteral("text")).toString().endsWith(QStringLiteral(" in interpr_worker.cpp")));
     EXPECT_FALSE(gui.controlsEnabled());
     EXPECT_THAT(run.tellings.texts(), IsEmpty());
 }
@@ -254,7 +266,8 @@ TEST_F(BridgeTest, InitFailingLeavesEveryEntryFunctionUnfound)
     BackendRun run("init_fails");
     run.waitForStart();
     ASSERT_EQ(exceptions.size(), 1);
-    EXPECT_EQ(exceptions.constFirst().constFirst().toMap().value(QStringLiteral("type")), QStringLiteral("ValueError"));
+    EXPECT_EQ(exceptions.constFirst().constFirst().toMap().value(QStringLiteral("type")),
+              QStringLiteral("ValueError"));
     EXPECT_FALSE(gui.controlsEnabled());
     const LogCapture log;
     for (const Press &press : presses) {
@@ -328,9 +341,9 @@ TEST_F(BridgeTest, ForeignInterpreterIsReportedAndLeftAlone)
     }
     PyEval_RestoreThread(state);
     ASSERT_EQ(messages.size(), 1);
-    EXPECT_EQ(messages.constFirst(),
-              QVariantList({QStringLiteral("Python Interpreter"), QStringLiteral("Interpreter wurde bereits initialisiert"),
-                            QStringLiteral("warning"), 0}));
+    EXPECT_EQ(messages.constFirst(), QVariantList({QStringLiteral("Python Interpreter"),
+                                                   QStringLiteral("Interpreter wurde bereits initialisiert"),
+                                                   QStringLiteral("warning"), 0}));
     EXPECT_EQ(pybind11::eval("6 * 7").cast<int>(), 42);
     pybind11::finalize_interpreter();
 }
@@ -342,7 +355,8 @@ TEST_F(BridgeTest, StopTwiceRunsTheHooksTwiceAndTheDestructorWarns)
     run.waitForStart();
     run.bridge().addPreStopHook([&] { hooks.append(QStringLiteral("before 1")); });
     run.bridge().addPreStopHook([&] { hooks.append(QStringLiteral("before 2")); });
-    run.bridge().addPostStopHook([&] { hooks.append(Py_IsInitialized() != 0 ? QStringLiteral("running") : QStringLiteral("gone")); });
+    run.bridge().addPostStopHook(
+        [&] { hooks.append(Py_IsInitialized() != 0 ? QStringLiteral("running") : QStringLiteral("gone")); });
     EXPECT_TRUE(run.bridge().stopPython());
     EXPECT_FALSE(run.bridge().stopPython());
     const QStringList once{QStringLiteral("before 1"), QStringLiteral("before 2"), QStringLiteral("gone")};
@@ -350,19 +364,19 @@ TEST_F(BridgeTest, StopTwiceRunsTheHooksTwiceAndTheDestructorWarns)
     const LogCapture log;
     run.end();
     EXPECT_EQ(hooks, once + once + once);
-    EXPECT_THAT(log.texts(QtWarningMsg),
-                ElementsAre(QStringLiteral("Interpreter wurde im Bridge-Destruktor nicht erfolgreich gestoppt")));
+    EXPECT_THAT(
+        log.texts(QtWarningMsg),
+        ElementsAre(QStringLiteral("Interpreter wurde im Bridge-Destruktor nicht erfolgreich gestoppt")));
 }
 
 TEST_F(BridgeTest, AnEmptyHookRaises)
 {
-    BackendRun run("recording");
-    run.waitForStart();
-    const auto stop = [&] {
+    const auto stop = [] {
+        BackendRun run("recording");
         run.bridge().addPreStopHook({});
         run.bridge().stopPython();
     };
-    EXPECT_EXIT(stop(), testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(stop(), testing::KilledBySignal(SIGABRT), "bad_function_call");
 }
 
 TEST_F(BridgeTest, CallsQueuedAtTheStopAreDropped)
@@ -375,15 +389,9 @@ TEST_F(BridgeTest, CallsQueuedAtTheStopAreDropped)
     act("brovik.sensor", "Sensor.stateChangeRequested(SensorEnums.StartBtn, true)");
     ASSERT_TRUE(run.tellings.waitFor(QStringLiteral("entered")));
     QThread *const interpreter = run.tellings.threads().constFirst();
-    std::thread release([&] {
-        while (!interpreter->isInterruptionRequested()) {
-            std::this_thread::yield();
-        }
-        gui.changePage(Gui::PageChart);
-    });
+    const std::jthread release = onceStopping(*interpreter, [this] { gui.changePage(Gui::PageChart); });
     const qsizetype before = run.tellings.texts().size();
     EXPECT_TRUE(run.bridge().stopPython());
-    release.join();
     EXPECT_THAT(run.tellings.texts().mid(before), ElementsAre(QStringLiteral("left")));
 }
 
@@ -392,15 +400,9 @@ TEST_F(BridgeTest, StopWaitsForABackendThreadAndRunsExitFunctions)
     BackendRun run("waiting_thread");
     run.waitForStart();
     QThread *const interpreter = run.tellings.threads().constFirst();
-    std::thread release([&] {
-        while (!interpreter->isInterruptionRequested()) {
-            std::this_thread::yield();
-        }
-        gui.changePage(Gui::PageChart);
-    });
+    const std::jthread release = onceStopping(*interpreter, [this] { gui.changePage(Gui::PageChart); });
     const qsizetype before = run.tellings.texts().size();
     EXPECT_TRUE(run.bridge().stopPython());
-    release.join();
     EXPECT_THAT(run.tellings.texts().mid(before),
                 ElementsAre(QStringLiteral("other thread ends"), QStringLiteral("main atexit")));
     EXPECT_EQ(Py_IsInitialized(), 0);
@@ -425,11 +427,11 @@ TEST_F(BridgeTest, FloodOfWritesMessagesAndExceptionsLosesNothing)
     ASSERT_NE(screen, nullptr) << qPrintable(component.errorString());
 
     std::atomic<int> changes = 0;
-    QObject::connect(&gui, &Gui::statusChanged, &engine, [&] { ++changes; }, Qt::DirectConnection);
+    QObject::connect(
+        &gui, &Gui::statusChanged, &engine, [&] { ++changes; }, Qt::DirectConnection);
     BackendRun run("flooding");
     run.waitForStart();
-    act("brovik.gui", "Gui.toPy(Gui.PopupOpened, true)");
-    for (const Press &press : presses) {
+    for (const Press &press : presses) { // one of them starts the flood
         act(press.module, press.statement);
     }
     ASSERT_TRUE(run.tellings.waitFor(QStringLiteral("flooded")));
@@ -440,33 +442,33 @@ TEST_F(BridgeTest, FloodOfWritesMessagesAndExceptionsLosesNothing)
     EXPECT_EQ(screen->property("messages").toInt(), threads * messagesOfAThread);
     EXPECT_EQ(screen->property("longest").toInt(), 10'000'000);
     EXPECT_EQ(screen->property("status").toString(), gui.status());
-    // The call that waits for the start, the one that starts the flood, and one of each press.
-    EXPECT_EQ(screen->property("exceptions").toInt(), 2 + static_cast<int>(std::size(presses)));
+    // One of the call that waits for the start, and one of each press.
+    EXPECT_EQ(screen->property("exceptions").toInt(), 1 + static_cast<int>(std::size(presses)));
     EXPECT_EQ(gui.status2().size(), 10'000'001);
     EXPECT_EQ(log.texts(QtInfoMsg).filter(QRegularExpression(QStringLiteral("^x{100}"))).size(), threads);
 }
 
 TEST_F(BridgeTest, InterfaceIsDeclaredInOrder)
 {
-    const QMetaObject &bridge = Bridge::staticMetaObject;
-    EXPECT_THAT(namesOf(bridge, QMetaMethod::Signal), ElementsAre(QStringLiteral("serverConnectionStateChanged(bool)")));
-    EXPECT_THAT(namesOf(bridge, QMetaMethod::Method),
-                ElementsAre(QStringLiteral("isServerConnected()"), QStringLiteral("createUuid()")));
-    QStringList properties;
-    for (int index = bridge.propertyOffset(); index < bridge.propertyCount(); ++index) {
-        properties.append(QString::fromLatin1(bridge.property(index).name()));
-    }
-    EXPECT_THAT(properties, ElementsAre(QStringLiteral("debug"), QStringLiteral("serverConnected"), QStringLiteral("platform")));
-
-    const QMetaObject &worker = PyWorker::staticMetaObject;
-    EXPECT_THAT(namesOf(worker, QMetaMethod::Signal), ElementsAre(QStringLiteral("exception(QVariantMap)")));
-    EXPECT_THAT(namesOf(worker, QMetaMethod::Slot).replaceInStrings(QRegularExpression(QStringLiteral("\\(.*")), QString()),
-                ElementsAre(QStringLiteral("pyActuatorToggle"), QStringLiteral("pyAutoValueQJs"),
-                            QStringLiteral("pyChartActionQJs"), QStringLiteral("pyDInStateChange"),
-                            QStringLiteral("pyGuiValueQJs"), QStringLiteral("pyGuiValueQVar"),
-                            QStringLiteral("pyShellValueQJs"), QStringLiteral("pySimulatorValueQJs"),
-                            QStringLiteral("pySettingsQJs"), QStringLiteral("pyWifiValue"),
-                            QStringLiteral("initInterpreter")));
+    EXPECT_THAT(declaredSignals(Bridge::staticMetaObject), ElementsAre("serverConnectionStateChanged(bool)"));
+    EXPECT_THAT(declaredInvokables(Bridge::staticMetaObject),
+                ElementsAre("bool isServerConnected()", "QString createUuid()"));
+    EXPECT_THAT(declaredProperties(Bridge::staticMetaObject),
+                ElementsAre("bool debug constant",
+                            "bool serverConnected -> serverConnectionStateChanged(bool)",
+                            "QString platform constant"));
+    EXPECT_THAT(declaredSignals(PyWorker::staticMetaObject), ElementsAre("exception(QVariantMap)"));
+    EXPECT_THAT(declaredInvokables(PyWorker::staticMetaObject),
+                ElementsAre("void pyActuatorToggle(ActuatorEnums::ActuatorEnum)",
+                            "void pyAutoValueQJs(Auto::AutoEnum,QJSValue)",
+                            "void pyChartActionQJs(Chart::ChartEnum,QJSValue)",
+                            "void pyDInStateChange(SensorEnums::SensorEnum,bool)",
+                            "void pyGuiValueQJs(Gui::GuiValueEnum,QJSValue)",
+                            "void pyGuiValueQVar(Gui::GuiValueEnum,QVariant)",
+                            "void pyShellValueQJs(Shell::ShellAction,QJSValue)",
+                            "void pySimulatorValueQJs(Simulator::SimEnum,QJSValue)",
+                            "void pySettingsQJs(Settings::SettingsEnum,QJSValue)",
+                            "void pyWifiValue(Wifi::WifiAction,QJSValue)", "bool initInterpreter()"));
 }
 
 TEST_F(BridgeTest, ConstantsAndUuid)

@@ -1,0 +1,93 @@
+#include "log.h"
+
+#include <gmock/gmock.h>
+
+#include <QMessageLogContext>
+
+#include <climits>
+#include <cstdarg>
+#include <string>
+#include <vector>
+
+using testing::ElementsAre;
+using testing::FieldsAre;
+
+namespace {
+
+struct Line
+{
+    QtMsgType level;
+    const char *category;
+    const char *file;
+    std::string text;
+};
+
+std::vector<Line> lines;
+
+class LogTest : public testing::Test
+{
+protected:
+    LogTest()
+        : m_previous(qInstallMessageHandler(
+              [](QtMsgType type, const QMessageLogContext &context, const QString &text) {
+                  lines.push_back({type, context.category, context.file, text.toStdString()});
+              }))
+    {
+        lines.clear();
+    }
+    ~LogTest() override { qInstallMessageHandler(m_previous); }
+
+private:
+    QtMessageHandler m_previous;
+};
+
+} // namespace
+
+TEST_F(LogTest, PrintfFunctionsLogAtTheirLevelInTheNativeCategoryWithoutALocation)
+{
+    logDebug("%s %d", "a", 1);
+    logInfo("%s", "b");
+    logWarning("%5.2f", 1.5);
+    logCritical("%c", 'd');
+    EXPECT_THAT(lines, ElementsAre(FieldsAre(QtDebugMsg, nativeLogCategory, nullptr, "a 1"),
+                                   FieldsAre(QtInfoMsg, nativeLogCategory, nullptr, "b"),
+                                   FieldsAre(QtWarningMsg, nativeLogCategory, nullptr, " 1.50"),
+                                   FieldsAre(QtCriticalMsg, nativeLogCategory, nullptr, "d")));
+    EXPECT_STREQ(nativeLogCategory, "default");
+    EXPECT_STREQ(pythonLogCategory, "py");
+}
+
+TEST_F(LogTest, PercentSignsOfTheTextAreHarmless)
+{
+    logInfo("%s", "100 % %n %s");
+    EXPECT_EQ(lines.at(0).text, "100 % %n %s");
+}
+
+TEST_F(LogTest, LongAndForeignTextsStayWhole)
+{
+    const std::string text = std::string(1'000'000, 'x') + "ä€😀";
+    logInfo("%s", text.c_str());
+    EXPECT_EQ(lines.at(0).text, text);
+}
+
+TEST_F(LogTest, AFormatThatCannotBeAppliedIsReportedAtTheSameLevel)
+{
+    const std::string endless(std::to_string(INT_MAX)); // not a literal, or the compiler refuses it
+    logWarning(("%" + endless + "d%" + endless + "d").c_str(), 1, 1);
+    EXPECT_THAT(lines,
+                ElementsAre(FieldsAre(QtWarningMsg, nativeLogCategory, nullptr,
+                                      "Konnte die Nachricht nicht formatieren (%2147483647d%2147483647d)")));
+}
+
+TEST_F(LogTest, StreamsSeparateByABlankAndQuoteTextsOfQt)
+{
+    debugStream() << "a" << 1 << QStringLiteral("b");
+    infoStream() << "ä" << true;
+    warningStream() << QStringLiteral("c") << 1.5;
+    criticalStream() << "d"
+                     << "e";
+    EXPECT_THAT(lines, ElementsAre(FieldsAre(QtDebugMsg, nativeLogCategory, nullptr, "a 1 \"b\""),
+                                   FieldsAre(QtInfoMsg, nativeLogCategory, nullptr, "ä true"),
+                                   FieldsAre(QtWarningMsg, nativeLogCategory, nullptr, "\"c\" 1.5"),
+                                   FieldsAre(QtCriticalMsg, nativeLogCategory, nullptr, "d e")));
+}

@@ -1,0 +1,108 @@
+#include "application.h"
+
+#include <gmock/gmock.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <string>
+
+using testing::ElementsAreArray;
+
+namespace {
+
+const QString interpreter = QStringLiteral("/venv/bin/python3");
+
+struct Split
+{
+    const char *name;
+    QStringList arguments;
+    QStringList qt;
+    QStringList python;
+};
+
+class EnvironmentFileTest : public testing::Test
+{
+protected:
+    void read(const QByteArray &content)
+    {
+        QFile file(m_path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+        exportEnvironment(m_path);
+    }
+
+    const QTemporaryDir m_directory;
+    const QString m_path = m_directory.filePath(QStringLiteral("environment"));
+};
+
+QStringList list(const char *words)
+{
+    return QString::fromUtf8(words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+TEST(SplitArguments, AtTheFirstBareSeparator)
+{
+    const std::vector<Split> rows = {
+        {"none", list("program -f"), list("program -f"), {}},
+        {"dash", list("program -f - --make-stubs"), list("program -f"), list("--make-stubs")},
+        {"two dashes", list("program -- -f"), list("program"), list("-f")},
+        {"later separators are Python's", list("program - a - -- b"), list("program"), list("a - -- b")},
+        {"separator at the end", list("program -f --"), list("program -f"), {}},
+        {"unknown arguments are kept", list("program x --y"), list("program x --y"), {}},
+    };
+    for (const Split &row : rows) {
+        const SplitArguments split = splitArguments(row.arguments, interpreter);
+        EXPECT_EQ(split.qt, row.qt) << row.name;
+        EXPECT_EQ(split.python, QStringList{interpreter} + row.python) << row.name;
+    }
+}
+
+TEST_F(EnvironmentFileTest, OnlyLinesWithThePrefixAndAnEqualsSignAreExported)
+{
+    read("BROVIK_X=a=b\n"
+         "BROVIKER=1\n"
+         "export BROVIK_EXPORTED=1\n"
+         " BROVIK_INDENTED=1\n"
+         "brovik_small=1\n"
+         "BROVIK_BARE\n"
+         "OTHER=1\n"
+         "BROVIK_QUOTED=\"a b\" \n"
+         "BROVIK_SPACED = 1\n"
+         "BROVIK_UMLAUT=ä\n"
+         "BROVIK_LAST=ohne Zeilenende");
+    EXPECT_EQ(qgetenv("BROVIK_X"), "a=b");
+    EXPECT_EQ(qgetenv("BROVIKER"), "1");
+    EXPECT_FALSE(qEnvironmentVariableIsSet("export BROVIK_EXPORTED"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("BROVIK_EXPORTED"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("BROVIK_INDENTED"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("brovik_small"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("BROVIK_BARE"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("OTHER"));
+    EXPECT_EQ(qgetenv("BROVIK_QUOTED"), "\"a b\" ");
+    EXPECT_EQ(qgetenv("BROVIK_SPACED "), " 1");
+    EXPECT_EQ(qgetenv("BROVIK_UMLAUT"), "ä");
+    EXPECT_EQ(qgetenv("BROVIK_LAST"), "ohne Zeilenende");
+}
+
+TEST_F(EnvironmentFileTest, TheFileReplacesAnotherValueOfTheEnvironment)
+{
+    qputenv("BROVIK_OLD", "alt");
+    qputenv("BROVIK_SAME", "gleich");
+    read("BROVIK_OLD=neu\nBROVIK_SAME=gleich\nBROVIK_TWICE=1\nBROVIK_TWICE=2\n");
+    EXPECT_EQ(qgetenv("BROVIK_OLD"), "neu");
+    EXPECT_EQ(qgetenv("BROVIK_SAME"), "gleich");
+    EXPECT_EQ(qgetenv("BROVIK_TWICE"), "2");
+}
+
+TEST_F(EnvironmentFileTest, AFileThatCannotBeReadIsNoError)
+{
+    testing::internal::CaptureStderr();
+    exportEnvironment(QStringLiteral("/nowhere/environment"));
+    exportEnvironment(m_directory.path());
+    exportEnvironment(QString());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
