@@ -162,7 +162,7 @@ Q_SIGNALS:
 
 private:
     friend class SharedSingleton<Gui>;
-    Gui() = default;
+    Gui();
 
     struct PendingMessage
     {
