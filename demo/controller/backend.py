@@ -47,6 +47,7 @@ class Backend:
         self._board = Board(equipment.steam_valve)
         self.operation = Operation(self._board, Plant(faults), equipment, self._writer)
         self.machine = MachineThread(self.operation, time_factor)
+        Gui.status = READY_STATUS
 
     @classmethod
     def from_environment(cls) -> Self:
@@ -58,7 +59,6 @@ class Backend:
 
     def screens_ready(self) -> None:
         """The screens can take questions now."""
-        Gui.status = READY_STATUS
         if self._note is not None:
             self.machine.post(partial(self.operation.offer_to_continue, self._note))
             self._note = None

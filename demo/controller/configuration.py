@@ -25,7 +25,7 @@ def _named(enum: Any) -> Callable[[object], Any]:
 
     def read(value: object) -> Any:
         members = enum.__members__
-        if value not in members:
+        if not isinstance(value, str) or value not in members:
             raise ValueError(f"{value!r} ist keines von {', '.join(members)}")
         return members[value]
 

@@ -4,7 +4,8 @@ from collections.abc import Mapping
 from typing import Any, Final
 
 from brovik import Logger
-from brovik.gui import Gui
+from brovik.auto import Auto
+from brovik.gui import Gui, IconEnum
 from brovik.sensor import Sensor
 from brovik.settings import SettingsEnum, SettingsKeys, SettingsValues
 
@@ -71,6 +72,9 @@ class SettingsKeeper:
             Logger.warning(f"Einstellung {key!r} bleibt unverändert: {error}")
 
     def _change_offset(self, action: SettingsEnum) -> None:
+        if Auto.active or Auto.lw_saure_active or Auto.lw_lauge_active:
+            Gui.toast_warn("Während eines Laufs lässt sich nicht kalibrieren")
+            return
         if action == SettingsEnum.POffsetSet:
             self._store(SettingsKeys.p_offset, Sensor.raw_druck)
         elif action == SettingsEnum.POffsetReset:
@@ -79,7 +83,7 @@ class SettingsKeeper:
             self._store(SettingsKeys.lw_offset, Sensor.raw_leitwert)
         else:
             self._store(SettingsKeys.lw_offset, SettingsValues.lw_offset_default)
-        Gui.toast_warn("Sensor kalibriert")
+        Gui.toast_notify("Offset gespeichert", IconEnum.Saved)
 
     def _store(self, key: str, value: Value) -> None:
         setattr(SettingsValues, key, value)

@@ -1,7 +1,10 @@
 """Types of stored and requested values."""
 
 import math
-from typing import TypeAlias
+from typing import Final, TypeAlias
+
+#: The host's whole numbers have 32 bits.
+GREATEST_INT: Final = 2**31 - 1
 
 Value: TypeAlias = bool | int | float | str
 
@@ -21,6 +24,6 @@ def fitting(value: object, like: Value) -> Value:
     elif isinstance(value, (int, float)) and not isinstance(value, bool) and math.isfinite(value):
         if isinstance(like, float):
             return float(value)
-        if value == int(value):
+        if value == int(value) and abs(value) <= GREATEST_INT:
             return int(value)
     raise ValueError(f"{value!r} ist kein Wert der Art {type(like).__name__}")

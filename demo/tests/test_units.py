@@ -33,6 +33,8 @@ class FittingTest(unittest.TestCase):
         """Everything else is not meant."""
         rows: list[tuple[object, Value]] = [
             (7.5, 5),
+            (-1e300, 5),
+            (2**31, 5),
             (True, 5),
             (False, 1.0),
             (1, True),

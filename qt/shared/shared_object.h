@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QRecursiveMutex>
 
+#include <cmath>
 #include <utility>
 
 class QQmlEngine;
@@ -98,7 +99,7 @@ private:
     /// The nearest value within the bounds; the lower one decides if they cross. A NaN counts as too small.
     template <typename T> T within(T value, T lowest, T highest) const
     {
-        if (value < lowest || value != value) {
+        if (value < lowest || std::isnan(value)) {
             logReplaced("KLEIN", value, lowest);
             return lowest;
         }

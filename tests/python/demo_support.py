@@ -25,7 +25,15 @@ sys.dont_write_bytecode = True
 import controller  # pylint: disable=wrong-import-position
 from controller.backend import Backend  # pylint: disable=wrong-import-position
 from controller.process.plant import Fault  # pylint: disable=wrong-import-position
-from controller.storage import MACHINE, Change, Storage, FILE_NAME  # pylint: disable=wrong-import-position
+from controller.storage import (  # pylint: disable=wrong-import-position
+    FILE_NAME,
+    MACHINE,
+    RUN,
+    SETTINGS,
+    Change,
+    Storage,
+)
+
 
 DEADLINE_SECS = 60.0
 #: Longest simulated time that any job may take.
@@ -41,7 +49,8 @@ def reset_host() -> None:
     Config.has_steam_valve = False
     Config.has_level_switch = True
     Config.steam_pressure_sterilization = False
-    Sensor.lw_sensor_defective = False
+    Auto.active = Auto.lw_saure_active = Auto.lw_lauge_active = Auto.lw_sp_reached = False
+    Sensor.lw_sensor_defective = Sensor.start.state = Sensor.stop.state = False
     Simulator.enabled = False
     Actuator.manual_heating_enabled = False
     Actuator.unblock_all_except_of(set())
@@ -61,6 +70,7 @@ class DemoCase(unittest.TestCase):
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.directory = Path(directory.name)
+        _probe.screens_loaded()
         self.gui = _probe.SignalLog("Gui", ["message", "question", "toastWarn", "exception"])
         reset_host()
 

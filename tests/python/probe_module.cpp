@@ -9,6 +9,7 @@
 #include "settings.h"
 #include "shell.h"
 #include "signal_log.h"
+#include "simulated_chip.h"
 #include "simulator.h"
 #include "types.h"
 #include "wifi.h"
@@ -20,6 +21,8 @@
 
 #include <map>
 #include <memory>
+#include <optional>
+#include <semaphore>
 #include <vector>
 
 // The module `_probe`: what a Python test sees of the Qt side.
@@ -79,7 +82,7 @@ py::object readAsQml(const std::string &path, const char *property)
     return castQt2Py(value);
 }
 
-/// Calls an invokable on the GUI thread, as a screen does.
+/// Calls a method on the GUI thread, as a screen does.
 void invoke(const std::string &path, const std::string &method, double argument)
 {
     QObject *object = objectOf(path);
@@ -94,6 +97,16 @@ void invoke(const std::string &path, const std::string &method, double argument)
     }
 }
 
+/// (signal, emitted on the GUI thread) of each emission.
+py::list threads(const SignalLog &log)
+{
+    py::list result;
+    for (const SignalLog::Emission &emission : log.emissions()) {
+        result.append(py::make_tuple(emission.name, emission.onGuiThread));
+    }
+    return result;
+}
+
 py::list logTexts(const LogCapture &capture)
 {
     py::list result;
@@ -101,6 +114,47 @@ py::list logTexts(const LogCapture &capture)
         result.append(py::make_tuple(static_cast<int>(message.type), message.text));
     }
     return result;
+}
+
+/// `with BusyGuiThread():` keeps the GUI thread from handling events for the length of the block.
+class BusyGuiThread
+{
+public:
+    void enter()
+    {
+        const py::gil_scoped_release release;
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [gate = m_gate] {
+            gate->entered.release();
+            gate->opened.acquire();
+        });
+        m_gate->entered.acquire();
+    }
+
+    void exit(const py::args & /*exception*/) { m_gate->opened.release(); }
+
+private:
+    struct Gate
+    {
+        std::binary_semaphore entered{0};
+        std::binary_semaphore opened{0};
+    };
+    // Shared: the GUI thread may still be leaving the gate when this object goes.
+    std::shared_ptr<Gate> m_gate = std::make_shared<Gate>();
+};
+
+void bindSimulatedChip(py::module_ &module)
+{
+    py::class_<SimulatedChip> cls(module, "SimulatedChip");
+    cls.def(py::init<>());
+    cls.attr("path") = SimulatedChip::path;
+    // The label of a line's consumer; None if nobody has requested it.
+    cls.def("label", [](const SimulatedChip &chip, unsigned line) {
+        const auto request = chip.request(line);
+        return request ? std::optional(request->label) : std::nullopt;
+    });
+    cls.def("pulse", &SimulatedChip::pulse, py::call_guard<py::gil_scoped_release>());
+    module.def(
+        "stop_gpio", [] { GPIO::instance().stopThread(); }, py::call_guard<py::gil_scoped_release>());
 }
 
 } // namespace
@@ -111,14 +165,26 @@ PYBIND11_EMBEDDED_MODULE(_probe, module)
         // Without names: all signals that the class itself declares.
         .def(py::init(&watch), py::arg("path"), py::arg("names") = std::vector<std::string>())
         .def_property_readonly("emissions", emissions)
+        .def_property_readonly("threads", threads)
         .def_property_readonly("names", &SignalLog::names)
         .def("clear", &SignalLog::clear);
     py::class_<LogCapture>(module, "LogCapture")
         .def(py::init<>())
         .def_property_readonly("messages", logTexts)
         .def("clear", &LogCapture::clear);
+    py::class_<BusyGuiThread>(module, "BusyGuiThread")
+        .def(py::init<>())
+        .def("__enter__", &BusyGuiThread::enter)
+        .def("__exit__", &BusyGuiThread::exit);
+    bindSimulatedChip(module);
     module.def("qml", readAsQml);
     module.def("invoke", invoke);
+    // What follows the load of the screens: from now on messages are shown at once.
+    module.def("screens_loaded", [] {
+        const py::gil_scoped_release release;
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [] { Gui::instance().deliverPending(); }, Qt::BlockingQueuedConnection);
+    });
     // Waits until the GUI thread has handled all that was posted to it before.
     module.def("settle", [] {
         const py::gil_scoped_release release;

@@ -5,11 +5,16 @@
 
 namespace py = pybind11;
 
+/// A text for the library: unlike other texts, it takes nothing but a str.
+#define BIND_STRING(type, name, setter, pyName, initial, doc)                                                \
+    cls.def_property(                                                                                        \
+        pyName, &Self::name, [](Self &self, const py::str &value) { self.setter(value); }, doc);
+
 void bindGPIO(py::module_ &module)
 {
     using Self = GPIO;
     auto cls = sharedClass<Self>(module, "GPIOClass", "Edge detection on input lines.");
-    GPIO_PROPERTIES(BIND_PROPERTY)
+    GPIO_PROPERTIES(BIND_STRING)
     cls.def("open_chip", &Self::openChip, py::arg("path_to_dev"),
             "Opens the chip, by path, name, label or number. Before the first line is watched.");
     cls.def("release", &Self::release, py::arg("line"), "Gives one line up.");

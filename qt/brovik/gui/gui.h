@@ -38,10 +38,6 @@ class BackendControl;
     S(double, hSize,         setHSize,         "hsize",           20.0, "Font of headings, points.") \
     S(int,    controlHeight, setControlHeight, "control_height",  65,   "Height of controls, pixels.") \
     S(int,    boxLeftMargin, setBoxLeftMargin, "box_left_margin", 35,   "Left margin of boxes, pixels.")
-
-#define GUI_SIZE(type, name, setter, pyName, initial, doc) \
-    SHARED_PROPERTY(type, name, setter, pyName, initial, doc) \
-    SHARED_CONSTANT(type, name##Default, initial)
 // clang-format on
 
 /// The one object through which the backend and the screens speak of what belongs to no machine function.
@@ -140,7 +136,7 @@ Q_SIGNALS:
     GUI_STATE(SHARED_PROPERTY)
     GUI_HOST_STATE(SHARED_PROPERTY)
     GUI_STATUS(SHARED_PROPERTY)
-    GUI_SIZES(GUI_SIZE)
+    GUI_SIZES(SHARED_DEFAULTED)
 
 Q_SIGNALS:
     void closeDialog(int id, bool accept);

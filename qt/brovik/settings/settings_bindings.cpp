@@ -121,6 +121,7 @@ template <typename Class> void bindFunctions(Class &cls)
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-function-size): the rows of the table make it long
 void bindSettings(py::module_ &module)
 {
     bindEnum(module);

@@ -1,0 +1,74 @@
+"""The stub files of the host's module."""
+
+import importlib
+import os
+import tempfile
+import unittest
+from pathlib import Path
+from unittest.mock import patch
+
+import brovik
+from demo_support import controller
+
+DEMO = Path(controller.__file__).resolve().parents[1]
+
+
+class StubsTest(unittest.TestCase):
+    """Written and checked in."""
+
+    def setUp(self) -> None:
+        directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
+        self.addCleanup(directory.cleanup)
+        self.directory = Path(directory.name)
+
+    @staticmethod
+    def texts(directory: Path) -> dict[str, str]:
+        """Content of the stub files below a directory."""
+        return {
+            str(path.relative_to(directory)): path.read_text(encoding="utf-8")
+            for path in directory.rglob("*.pyi")
+        }
+
+    def test_checked_in_files_are_current(self) -> None:
+        """The tree's own files say what this host has. If not: kubelor-demo --make-stubs."""
+        controller.write_stubs(brovik, self.directory)
+        self.assertEqual(self.texts(self.directory), self.texts(DEMO / "stubs"))
+
+    def test_every_module(self) -> None:
+        """The package and its eleven modules."""
+        controller.write_stubs(brovik, self.directory)
+        self.assertEqual(len(self.texts(self.directory)), 12)
+
+    def test_signatures(self) -> None:
+        """Names, defaults, types, docstrings."""
+        controller.write_stubs(brovik, self.directory)
+        gui = self.texts(self.directory)["brovik/gui.pyi"]
+        for line in (
+            "class ColorEnum:",
+            "    Transparent: ClassVar[ColorEnum]",
+            "    def close_dialog(self, id_: int, accept: bool = False) -> None:",
+            "    def toast_notify(self, text: str, icon_enum: IconEnum, "
+            "color_enum: ColorEnum = ColorEnum.Transparent, duration: int = 1000) -> None:",
+            '    def status(self) -> str:\n        """Status line under the header."""',
+            "    @status.setter\n    def status(self, value: str) -> None: ...",
+            "Gui: GuiClass",
+        ):
+            with self.subTest(line):
+                self.assertIn(f"{line}\n", gui)
+
+    def test_only_in_stub_mode(self) -> None:
+        """The import writes the files if the variable says so, and starts nothing."""
+        self.addCleanup(importlib.reload, controller)
+        for value, times in (("1", 1), ("0", 0), ("", 0)):
+            with (
+                self.subTest(value),
+                patch.dict(os.environ, {"BROVIK_MAKE_PY_STUBS": value}),
+                patch("controller.stubs.write_stubs") as write,
+            ):
+                importlib.reload(controller)
+                self.assertEqual([call.args for call in write.call_args_list], [(brovik,)] * times)
+                self.assertEqual(controller.backend.cache_info().currsize, 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
