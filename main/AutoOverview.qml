@@ -12,6 +12,7 @@ import brovik.gui
 import brovik.sensor
 import brovik.settings
 import brovik.shell
+import main
 
 BrovikFlickable {
     id: root
@@ -42,70 +43,29 @@ BrovikFlickable {
         onMyActivated: Auto_.toPy(Auto_.ToggleAuto, null)
     }
 
-    Switch {
-        id: intenseSwitch
-
+    SettingSwitch {
         objectName: "intense"
 
-        Layout.alignment: Qt.AlignHCenter
-        enabled: !Auto_.active
         text: "Intensivreinigung durchführen"
-
-        MyStoredValue {
-            target: intenseSwitch
-            name: "checked"
-            value: BrovikSettings.intenseCleaning
-        }
+        stored: BrovikSettings.intenseCleaning
 
         onToggled: BrovikSettings.toPy(BrovikSettings.IntenseCleaning, checked)
     }
 
-    Switch {
-        id: steamSwitch
-
+    SettingSwitch {
         objectName: "steam"
 
-        Layout.alignment: Qt.AlignHCenter
-        enabled: !Auto_.active
         visible: Config.hasSteamValve
         text: `Dampf${Config.steamPressureSterilization ? "druck" : ""}sterilisation durchführen`
-
-        MyStoredValue {
-            target: steamSwitch
-            name: "checked"
-            value: BrovikSettings.doSteamStep
-        }
+        stored: BrovikSettings.doSteamStep
 
         onToggled: BrovikSettings.toPy(BrovikSettings.DoSteamStep, checked)
     }
 
-    Rectangle {
+    SteamWarning {
         objectName: "steamWarning"
 
-        Layout.fillWidth: true
-        Layout.preferredHeight: steamWarning.implicitHeight + 2 * privat.steamWarningMargin
-        color: Common.colorWarning
         visible: Config.hasSteamValve && BrovikSettings.doSteamStep
-
-        RowLayout {
-            id: steamWarning
-
-            anchors.fill: parent
-            anchors.margins: privat.steamWarningMargin
-            spacing: privat.steamWarningMargin
-
-            MyIcon {
-                source: "qrc:/brovik/base/img/exclamation-triangle.svg"
-            }
-
-            Label {
-                objectName: "text"
-
-                Layout.fillWidth: true
-                wrapMode: Text.WordWrap
-                text: "Das Fass und Teile der Maschine werden durch die Dampfsterilisation sehr heiß! Persönliche Schutzausrüstung tragen!"
-            }
-        }
     }
 
     Label {
@@ -144,37 +104,9 @@ BrovikFlickable {
         visible: text !== ""
     }
 
-    RowLayout {
+    PrestressRow {
         Layout.alignment: Qt.AlignHCenter
         Layout.topMargin: privat.groupMargin
-
-        Label {
-            font.bold: true
-            font.pointSize: Gui.fSizeL
-            text: "Vorspanndruck:"
-        }
-
-        MyFloatingPointSpinBox {
-            id: prestress
-
-            objectName: "prestress"
-
-            Accessible.name: "Vorspanndruck"
-            precision: 1
-            from: Math.round(BrovikSettings.vorspannenPMin * factor)
-            to: Math.round(BrovikSettings.vorspannenPMax * factor)
-
-            MyStoredValue {
-                id: storedPrestress
-
-                target: prestress
-                name: "value"
-                value: Math.round(BrovikSettings.vorspannenP * prestress.factor)
-            }
-
-            // Connected late, so that the first value is not sent.
-            Component.onCompleted: realValueChanged.connect(privat.sendPrestress)
-        }
     }
 
     RowLayout {
@@ -234,7 +166,6 @@ BrovikFlickable {
         readonly property int startHeight: 75
         readonly property int startPointSize: 20
         readonly property int holdTime: 1000
-        readonly property int steamWarningMargin: 10
         readonly property int progressPointSize: 100
         readonly property int statusMargin: 10
         readonly property int groupMargin: 20
@@ -258,13 +189,6 @@ BrovikFlickable {
                 return Material.color(Material.Orange);
             default:
                 return root.Material.foreground;
-            }
-        }
-
-        // What the backend has written itself comes back to it once; a wish that it has refused does not.
-        function sendPrestress() {
-            if (!storedPrestress.rereading) {
-                BrovikSettings.toPy(BrovikSettings.VorspannenP, prestress.realValue);
             }
         }
     }

@@ -54,6 +54,11 @@ Item {
                 objectName: "content"
                 Layout.fillWidth: true
             }
+
+            TextField {
+                objectName: "field"
+                visible: false
+            }
         }
     }
 
@@ -218,6 +223,27 @@ Item {
             mouseDrag(flickable, 100, 150, 0, -100);
             tryVerify(() => flickable.contentY > 0);
             compare(flickable.contentX, 0);
+        }
+
+        // As when the on-screen keyboard comes up.
+        function test_page_that_shrinks_keeps_the_field_in_view() {
+            const page = make(pageComponent, {contentHeight: 500, height: 600});
+            const {flickable} = pageParts(page);
+            const field = findChild(page, "field");
+            field.visible = true;
+            field.forceActiveFocus();
+            tryVerify(() => field.activeFocus && field.y === 500);
+            page.height = 200;
+            verify(flickable.contentY + page.height > field.y + field.height);
+            verify(flickable.contentY < field.y);
+            page.height = 600;
+            tryCompare(flickable, "contentY", 0);
+        }
+
+        function test_page_that_shrinks_without_a_field_stays() {
+            const page = make(pageComponent, {contentHeight: 500, height: 600});
+            page.height = 200;
+            compare(pageParts(page).flickable.contentY, 0);
         }
 
         function test_check_button() {

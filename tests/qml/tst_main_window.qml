@@ -185,6 +185,13 @@ Item {
             }
         }
 
+        function test_toast_of_the_backend() {
+            Backend.runOnThread("gui.Gui.toast_notify('Gespeichert', gui.IconEnum.Saved, gui.ColorEnum.Green, 60000)");
+            tryVerify(() => part("toast").opened);
+            part("toast").close();
+            tryVerify(() => !part("toast").visible);
+        }
+
         function test_power_button_opens_the_popup() {
             verify(!part("powerPopup").visible);
             mouseClick(part("power"));

@@ -232,6 +232,17 @@ Item {
             compare(spy.signalArguments[1][0], 9);
         }
 
+        function test_goes_back_to_its_value() {
+            const box = createTemporaryObject(spinBoxComponent, root, {value: 3});
+            mouseClick(box.spinBox.up.indicator);
+            compare(box.spinBox.value, 4);
+            tryCompare(box.spinBox, "value", 3);
+            box.modified.connect(value => box.value = value);
+            mouseClick(box.spinBox.up.indicator);
+            waitForRendering(box);
+            compare(box.spinBox.value, 4);
+        }
+
         function test_ends_of_the_range() {
             const box = createTemporaryObject(spinBoxComponent, root, {value: 9});
             let states = [];

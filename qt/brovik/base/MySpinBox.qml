@@ -76,7 +76,12 @@ Rectangle {
                 Accessible.name: root.text
                 precision: 0
                 editable: true
-                value: root.value
+
+                MyStoredValue {
+                    target: spinBox
+                    name: "value"
+                    value: root.value
+                }
 
                 onValueModified: root.modified(value)
             }

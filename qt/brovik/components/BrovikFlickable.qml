@@ -54,7 +54,8 @@ Item {
             const y = item.mapToItem(column, 0, 0).y;
             const highest = y - top.boxHeight;
             const lowest = y + item.height + top.boxHeight - flickable.height;
-            flickable.contentY = Math.max(lowest, Math.min(highest, flickable.contentY));
+            const wanted = Math.max(lowest, Math.min(highest, flickable.contentY));
+            flickable.contentY = Math.max(0, Math.min(wanted, flickable.contentHeight - flickable.height));
         }
     }
 
