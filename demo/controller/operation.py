@@ -32,9 +32,7 @@ DOSING_MARGIN: Final = 1.5
 class Operation:
     """All that happens on the machine thread. From another thread, a call of it is posted."""
 
-    def __init__(
-        self, board: Board, plant: Plant, equipment: Equipment, writer: StorageWriter
-    ) -> None:
+    def __init__(self, board: Board, plant: Plant, equipment: Equipment, writer: StorageWriter) -> None:
         self.questions = Questions(Gui.question, Gui.close_dialog)
         self._board = board
         self._plant = plant
@@ -198,9 +196,7 @@ class Operation:
             heater.state = False
         elif not Actuator.manual_heating_enabled:
             automatic = isinstance(self._job, AutomaticRun)
-            heater.state = automatic and heating.heater_wanted(
-                self._plant.lye_temperature, heater.state
-            )
+            heater.state = automatic and heating.heater_wanted(self._plant.lye_temperature, heater.state)
 
     def _update_blocking(self) -> None:
         self._board.block(interlocks.blocked(self._board.on, self._job is not None))

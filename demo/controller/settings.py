@@ -45,7 +45,7 @@ def _check_bounds(key: str, value: Value) -> None:
         raise ValueError(f"{value!r} liegt nicht zwischen {lowest!r} und {highest!r}")
 
 
-class SettingsKeeper:
+class SettingsKeeper:  # pylint: disable=too-few-public-methods
     """Takes the operator's wishes. Runs on the interpreter thread.
 
     The host clamps; what it has made of a wish is what gets stored.

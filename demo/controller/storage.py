@@ -76,9 +76,7 @@ class Storage:
         with self._connection:
             for change in changes:
                 if change.replace:
-                    self._connection.execute(
-                        "DELETE FROM entry WHERE section = ?", (change.section,)
-                    )
+                    self._connection.execute("DELETE FROM entry WHERE section = ?", (change.section,))
                 self._connection.executemany(
                     "INSERT OR REPLACE INTO entry VALUES (?, ?, ?)",
                     [(change.section, key, json.dumps(v)) for key, v in change.values.items()],
@@ -116,9 +114,7 @@ def open_storage(directory: Path | None, report: Callable[[str], None]) -> Stora
         directory.mkdir(parents=True, exist_ok=True)
         return _open_or_renew(path, report)
     except (sqlite3.Error, OSError) as error:
-        report(
-            f"Die Datei {path} ist nicht benutzbar: {error}. Einstellungen gelten bis zum Beenden."
-        )
+        report(f"Die Datei {path} ist nicht benutzbar: {error}. Einstellungen gelten bis zum Beenden.")
         return Storage(":memory:")
 
 

@@ -48,7 +48,7 @@ PARAMETERS = {
 LIMITS = {Electrolyte.LYE: Limits(30, 60), Electrolyte.ACID: Limits(10, 20)}
 
 
-class Rig:
+class Rig:  # pylint: disable=too-many-instance-attributes
     """Board and watcher in one: outputs that act on a plant, and a record of what was told."""
 
     def __init__(

@@ -15,8 +15,7 @@ LEGACY = (
     "rinse_cold circuit_cold rinse_cold_again steam air_out prestress"
 ).split()
 CURRENT = (
-    "leak_test empty rinse_hot lye lye_back rinse_lye acid acid_back rinse_cold steam air_out "
-    "prestress"
+    "leak_test empty rinse_hot lye lye_back rinse_lye acid acid_back rinse_cold steam air_out " "prestress"
 ).split()
 
 #: Bounds of the parameters that are times, pressures and rates.

@@ -50,9 +50,7 @@ class LeakTestTest(StepCase):
         self.rig.settings.leakage_p_hold_secs = 1
         short = self.rig.run(steps.leak_test(self.rig.control))
         self.rig.settings.leakage_p_hold_secs = 20
-        self.assertAlmostEqual(
-            self.rig.run(steps.leak_test(self.rig.control)) - short, 19.0, delta=1.0
-        )
+        self.assertAlmostEqual(self.rig.run(steps.leak_test(self.rig.control)) - short, 19.0, delta=1.0)
 
     def test_leak(self) -> None:
         """Too great a loss while holding."""
@@ -110,9 +108,7 @@ class BlowingTest(StepCase):
         rig.settings.blow_after_empty_secs = 1
         for secs in (1, 20):
             rig.settings.secs_blow_min = secs
-            self.assertAlmostEqual(
-                rig.run(steps.empty_into_channel(rig.control)), secs + 1, delta=0.3
-            )
+            self.assertAlmostEqual(rig.run(steps.empty_into_channel(rig.control)), secs + 1, delta=0.3)
 
     def test_what_counts_as_air(self) -> None:
         """A lower threshold takes longer to dry down to."""

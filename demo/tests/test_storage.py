@@ -186,9 +186,7 @@ class KillTest(StorageCase):
 
     def _write_and_kill(self, lines: int) -> int:
         program = WRITER.format(root=ROOT, path=str(self.path))
-        with subprocess.Popen(
-            [sys.executable, "-c", program], stdout=subprocess.PIPE, text=True
-        ) as process:
+        with subprocess.Popen([sys.executable, "-c", program], stdout=subprocess.PIPE, text=True) as process:
             assert process.stdout is not None
             for _ in range(lines):
                 process.stdout.readline()

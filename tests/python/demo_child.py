@@ -4,7 +4,8 @@ import threading
 import unittest
 from itertools import count
 
-from demo_support import controller
+import demo_path  # pylint: disable=unused-import
+import controller
 from brovik.settings import SettingsEnum, SettingsValues
 
 

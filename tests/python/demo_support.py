@@ -1,7 +1,7 @@
 """What the tests of the demo machine's backend have in common."""
 
+import atexit
 import os
-import sys
 import tempfile
 import threading
 import time
@@ -10,30 +10,20 @@ from collections.abc import Callable
 from pathlib import Path
 from typing import Any
 
+import demo_path  # pylint: disable=unused-import
 import _probe
+import controller
 from brovik.actuator import Actuator, ActuatorEnum
-from brovik.auto import Auto
+from brovik.auto import Auto, ProgressColor
 from brovik.config import Config, MachineVersion
 from brovik.gui import Gui
 from brovik.sensor import Sensor
 from brovik.settings import SettingsValues
 from brovik.simulator import Simulator
-
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "demo"))
-sys.dont_write_bytecode = True
-
-import controller  # pylint: disable=wrong-import-position
-from controller.backend import Backend  # pylint: disable=wrong-import-position
-from controller.process.plant import Fault  # pylint: disable=wrong-import-position
-from controller.storage import (  # pylint: disable=wrong-import-position
-    FILE_NAME,
-    MACHINE,
-    RUN,
-    SETTINGS,
-    Change,
-    Storage,
-)
-
+from controller.backend import Backend
+from controller.operation import Operation
+from controller.process.plant import Fault
+from controller.storage import FILE_NAME, MACHINE, Change, Storage
 
 DEADLINE_SECS = 60.0
 #: Longest simulated time that any job may take.
@@ -49,6 +39,7 @@ def reset_host() -> None:
     Config.has_steam_valve = False
     Config.has_level_switch = True
     Config.steam_pressure_sterilization = False
+    Auto.progress, Auto.progress_str, Auto.progress_color = 0, "0 %", ProgressColor.Normal
     Auto.active = Auto.lw_saure_active = Auto.lw_lauge_active = Auto.lw_sp_reached = False
     Sensor.lw_sensor_defective = Sensor.start.state = Sensor.stop.state = False
     Simulator.enabled = False
@@ -96,6 +87,9 @@ class DemoCase(unittest.TestCase):
 class SteppedCase(DemoCase):
     """A backend whose machine thread does not run: the test lets the time pass."""
 
+    backend: Backend
+    operation: Operation
+
     def make(self, *faults: Fault) -> Backend:
         """Makes the backend. It is stopped at the end of the test."""
         backend = Backend(self.directory, 1.0, frozenset(faults))
@@ -136,7 +130,7 @@ class RunningCase(DemoCase):
         """What the end of the interpreter does. Does nothing the second time."""
         if controller.backend.cache_info().currsize:
             controller.backend().stop()
-            controller.atexit.unregister(controller.backend().stop)
+            atexit.unregister(controller.backend().stop)
             controller.backend.cache_clear()
 
     def handled(self) -> None:

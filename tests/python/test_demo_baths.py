@@ -8,7 +8,8 @@ from brovik.gui import Gui
 from brovik.sensor import Sensor
 from brovik.settings import SettingsValues
 
-from demo_support import Fault, SteppedCase, outputs_on
+from demo_support import SteppedCase, outputs_on
+from controller.process.plant import Fault
 
 BATHS = (
     (AutoEnum.ToggleLwTestSaure, "lw_saure", "Säure", {"MvSaureIn", "MvSaureOut", "Pumpe"}),
@@ -46,15 +47,15 @@ class WholeTest(BathTestCase):
                 self.press(enum)
                 self.assertTrue(self.value(prefix, "active"))
                 self.assertEqual((Auto.progress, Auto.progress_str), (-1, "Prüfung"))
-                self.run_until(lambda n=name: Gui.status == f"Leitwertprüfung {n}: Dichtheitsprobe")
-                self.run_until(lambda o=outputs: outputs_on() == o, "circulation")
+                self.run_until(lambda: Gui.status == f"Leitwertprüfung {name}: Dichtheitsprobe")
+                self.run_until(lambda: outputs_on() == outputs, "circulation")
                 self.assertFalse(Auto.lw_sp_reached)
                 self.run_until(lambda: Auto.lw_sp_reached, "set point")
                 set_point = self.value(prefix, "sp")
                 self.assertGreaterEqual(Sensor.leitwert, set_point)
                 self.press(enum)
                 self.assertTrue(self.value(prefix, "active"))
-                self.run_until(lambda p=prefix: not self.value(p, "active"), "end")
+                self.run_until(lambda: not self.value(prefix, "active"), "end")
                 self.assert_ended(ProgressColor.Success)
                 self.assertEqual(Auto.progress, 100)
                 self.assertGreaterEqual(self.value(prefix, "max"), set_point)
@@ -104,7 +105,7 @@ class EndTest(BathTestCase):
                 with self.subTest(name, status=status):
                     backend = self.make()
                     self.press(enum)
-                    self.run_until(lambda s=status: Gui.status.endswith(s))
+                    self.run_until(lambda: Gui.status.endswith(status))
                     for _ in range(20):
                         self.operation.advance(0.1)
                     self.press(enum)

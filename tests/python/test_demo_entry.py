@@ -2,6 +2,7 @@
 
 import gc
 import os
+import threading
 import time
 import unittest
 from collections.abc import Callable
@@ -19,7 +20,9 @@ from brovik.shell import ShellActionEnum
 from brovik.simulator import SimuEnum, Simulator
 from brovik.wifi import WifiActionEnum
 
-from demo_support import RunningCase, controller, outputs_on
+from demo_support import RunningCase, outputs_on
+import controller
+from controller.backend import Backend
 
 VALUES: tuple[Any, ...] = (None, True, 5.0, -1e300, "Text", [], ["a", "b"], {}, {"1": {"a": True}})
 LIMIT_SECS = 0.005
@@ -39,10 +42,10 @@ ENTRIES: tuple[tuple[Callable[..., None], Any], ...] = (
 def calls() -> list[tuple[Callable[..., None], tuple[Any, ...]]]:
     """Every entry function with every enumerator and all sorts of values."""
     result: list[tuple[Callable[..., None], tuple[Any, ...]]] = []
-    for enum in ActuatorEnum.__members__.values():
-        result.append((controller.actuator_toggle_from_cpp, (enum,)))
-    for enum in SensorEnum.__members__.values():
-        result += [(controller.sensor_value_from_cpp, (enum, state)) for state in (True, False)]
+    for output in ActuatorEnum.__members__.values():
+        result.append((controller.actuator_toggle_from_cpp, (output,)))
+    for sensor in SensorEnum.__members__.values():
+        result += [(controller.sensor_value_from_cpp, (sensor, state)) for state in (True, False)]
     for function, enums in ENTRIES:
         for enum in enums.__members__.values():
             result += [(function, (enum, value)) for value in VALUES]
@@ -144,11 +147,9 @@ class EnvironmentTest(RunningCase):
                 os.environ["BROVIK_CONFIG_DIR"] = str(self.directory)
                 os.environ["BROVIK_DEMO_TIME_FACTOR"] = factor
                 os.environ["BROVIK_DEMO_FAULT"] = "leak, gremlins,"
-                backend = controller.Backend.from_environment()
+                backend = Backend.from_environment()
                 backend.stop()
-                self.assertEqual(
-                    backend.machine._time_factor, 1.0
-                )  # pylint: disable=protected-access
+                self.assertEqual(backend.machine._time_factor, 1.0)  # pylint: disable=protected-access
                 self.assertEqual(len(log.messages), 2)
 
     def test_fault(self) -> None:
@@ -176,13 +177,11 @@ class EndTest(RunningCase):
 
     def test_stop_without_start(self) -> None:
         """A backend that never ran ends, too."""
-        controller.Backend(self.directory, 1.0, frozenset()).stop()
+        Backend(self.directory, 1.0, frozenset()).stop()
 
 
 def controller_threads() -> list[Any]:
     """The backend's threads that are alive."""
-    import threading  # pylint: disable=import-outside-toplevel
-
     return [thread for thread in threading.enumerate() if thread.name.startswith("demo-")]
 
 

@@ -11,7 +11,9 @@ from brovik.sensor import Sensor, SensorEnum, SensorLwEnum, SensorPEnum
 from brovik.settings import SettingsEnum
 from brovik.simulator import SimuEnum, Simulator
 
-from demo_support import Fault, RunningCase, SteppedCase, controller, outputs_on
+from demo_support import RunningCase, SteppedCase, outputs_on
+import controller
+from controller.process.plant import Fault
 
 
 class OutputsTest(SteppedCase):

@@ -6,7 +6,9 @@ from contextlib import closing
 from brovik.auto import Auto, AutoEnum, ProgressColor
 from brovik.gui import Gui, GuiEnum
 
-from demo_support import FILE_NAME, RUN, Change, RunningCase, Storage, SteppedCase, controller
+from demo_support import RunningCase, SteppedCase
+import controller
+from controller.storage import FILE_NAME, RUN, Change, Storage
 
 NOTE = {"step": "acid", "lengthening": 1.0, "steam": False}
 
@@ -74,12 +76,8 @@ class QuestionTest(NotedCase):
         self.offer()
         ((title, text, options),) = self.signals("question")
         self.assertEqual(title, "Automatikbetrieb unterbrochen")
-        self.assertEqual(
-            text, "Ein Lauf wurde im Schritt „Reinigen mit Säure“ unterbrochen. Fortsetzen?"
-        )
-        self.assertEqual(
-            options, {"id": 1, "yes": "Fortsetzen", "no": "Verwerfen", "category": "warning"}
-        )
+        self.assertEqual(text, "Ein Lauf wurde im Schritt „Reinigen mit Säure“ unterbrochen. Fortsetzen?")
+        self.assertEqual(options, {"id": 1, "yes": "Fortsetzen", "no": "Verwerfen", "category": "warning"})
 
     def test_yes(self) -> None:
         """Goes on at the interrupted step, with the recipe of the interrupted run."""

@@ -4,14 +4,15 @@ import unittest
 from unittest.mock import patch
 
 import _probe
-from brovik import Logger
-from brovik.actuator import Actuator, ActuatorEnum
+from brovik.actuator import Actuator
 from brovik.auto import Auto, AutoEnum, ProgressColor
 from brovik.gui import Gui
 from brovik.sensor import Sensor
 from brovik.settings import SettingsEnum, SettingsValues
 
-from demo_support import Fault, RunningCase, SteppedCase, controller, outputs_on
+from demo_support import RunningCase, SteppedCase, outputs_on
+import controller
+from controller.process.plant import Fault
 
 LEGACY = {"machine_version": "Legacy"}
 STEAM = {"has_steam_valve": True}
@@ -63,11 +64,11 @@ class WholeRunTest(SteppedCase):
 
     def test_every_machine(self) -> None:
         """Both generations, with and without steam: numbers and titles of all steps."""
-        for version, numbers in (({}, (12, 11)), (LEGACY, (16, 15))):
+        for legacy, numbers in ((False, (12, 11)), (True, (16, 15))):
             for steam, number in zip((True, False), numbers):
-                with self.subTest(legacy=bool(version), steam=steam):
-                    self.configure(machine_version="_2024")
-                    self.configure(**version, has_steam_valve=steam)
+                with self.subTest(legacy=legacy, steam=steam):
+                    version = "Legacy" if legacy else "_2024"
+                    self.configure(machine_version=version, has_steam_valve=steam)
                     backend = self.make()
                     statuses = self.run_whole()
                     self.assert_success()
@@ -76,7 +77,7 @@ class WholeRunTest(SteppedCase):
                         [status.split(":")[0] for status in statuses],
                         [f"Schritt {n} von {number}" for n in range(1, number + 1)],
                     )
-                    if not version:
+                    if not legacy:
                         titles = [title for title in CURRENT_STEPS if steam or "Dampf" not in title]
                         self.assertEqual([s.split(": ")[1] for s in statuses], titles)
 
@@ -185,7 +186,7 @@ class AbortTest(SteppedCase):
         for number in range(1, 17):
             with self.subTest(step=number):
                 self.operation.toggle(AutoEnum.Toggle)
-                self.run_until(lambda n=number: Gui.status.startswith(f"Schritt {n} von 16"))
+                self.run_until(lambda: Gui.status.startswith(f"Schritt {number} von 16"))
                 for _ in range(5):
                     self.operation.advance(0.1)
                 self.assertTrue(outputs_on())
@@ -233,7 +234,12 @@ class FaultTest(SteppedCase):
                 self.gui.clear()
                 self.operation.toggle(AutoEnum.Toggle)
                 statuses: list[str] = []
-                self.run_until(lambda s=statuses: s.append(Gui.status) or not Auto.active)
+
+                def ended() -> bool:
+                    statuses.append(Gui.status)
+                    return not Auto.active
+
+                self.run_until(ended)
                 self.assertIn(step, statuses[-2])
                 self.assert_clean()
                 self.assertEqual(Auto.progress_color, ProgressColor.Error)
@@ -268,9 +274,7 @@ class FaultTest(SteppedCase):
             self.run_until(lambda: not Auto.active)
         self.assert_clean()
         self.assertEqual(Auto.progress_color, ProgressColor.Error)
-        self.assertEqual(
-            [error["type"] for (error,) in self.signals("exception")], ["ZeroDivisionError"]
-        )
+        self.assertEqual([error["type"] for (error,) in self.signals("exception")], ["ZeroDivisionError"])
 
 
 class ThreadedRunTest(RunningCase):
@@ -306,7 +310,7 @@ class ThreadedRunTest(RunningCase):
         self.assertEqual(outputs_on(), set())
 
     def test_end_of_the_program_during_a_run(self) -> None:
-        """Leaves the outputs off, and the threads are gone."""
+        """Leaves the outputs off."""
         self.start(factor=20)
         controller.auto_value_from_cpp(AutoEnum.Toggle, None)
         self.until(outputs_on, "outputs")

@@ -14,7 +14,8 @@ from brovik.auto import Auto, AutoEnum
 from brovik.sensor import Sensor
 from brovik.settings import SettingsEnum, SettingsValues
 
-from demo_support import FILE_NAME, SETTINGS, Change, RunningCase, SteppedCase, Storage, controller
+from demo_support import RunningCase, SteppedCase
+from controller.storage import FILE_NAME, SETTINGS, Change, Storage
 
 #: A process that does nothing but run the backend and set one parameter over and over.
 CHILD = "demo_child"
@@ -196,7 +197,7 @@ class KillTest(RunningCase):
                 env={**os.environ, "BROVIK_CONFIG_DIR": str(self.directory)},
                 stderr=subprocess.DEVNULL,
             ) as child:
-                self.until(lambda l=last: self._shown() >= l + 20 or child.poll() is not None)
+                self.until(lambda: self._shown() >= last + 20 or child.poll() is not None)
                 self.assertIsNone(child.poll(), "the child has ended by itself")
                 last = self._shown()
                 os.kill(child.pid, signal.SIGKILL)

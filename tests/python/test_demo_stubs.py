@@ -7,8 +7,10 @@ import unittest
 from pathlib import Path
 from unittest.mock import patch
 
+import demo_path  # pylint: disable=unused-import
 import brovik
-from demo_support import controller
+import controller
+from controller.stubs import write_stubs
 
 DEMO = Path(controller.__file__).resolve().parents[1]
 
@@ -31,17 +33,17 @@ class StubsTest(unittest.TestCase):
 
     def test_checked_in_files_are_current(self) -> None:
         """The tree's own files say what this host has. If not: kubelor-demo --make-stubs."""
-        controller.write_stubs(brovik, self.directory)
+        write_stubs(brovik, self.directory)
         self.assertEqual(self.texts(self.directory), self.texts(DEMO / "stubs"))
 
     def test_every_module(self) -> None:
         """The package and its eleven modules."""
-        controller.write_stubs(brovik, self.directory)
+        write_stubs(brovik, self.directory)
         self.assertEqual(len(self.texts(self.directory)), 12)
 
     def test_signatures(self) -> None:
         """Names, defaults, types, docstrings."""
-        controller.write_stubs(brovik, self.directory)
+        write_stubs(brovik, self.directory)
         gui = self.texts(self.directory)["brovik/gui.pyi"]
         for line in (
             "class ColorEnum:",

@@ -77,9 +77,7 @@ class Watcher(Protocol):
 class Control:
     """The process as a step sees it. Belongs to the thread that advances the steps."""
 
-    def __init__(
-        self, board: Board, watcher: Watcher, settings: "SettingsClass", recipe: Recipe
-    ) -> None:
+    def __init__(self, board: Board, watcher: Watcher, settings: "SettingsClass", recipe: Recipe) -> None:
         self.board = board
         self.watcher = watcher
         self.settings = settings

@@ -118,9 +118,7 @@ SEQUENCE: Final = (
         "circuit_hot",
         "Kreislauf mit Heißwasser spülen",
         _hot_circuit,
-        lambda c: float(
-            c.settings.hot_kreis_fill_secs_legacy + c.settings.hot_kreis_clean_secs_legacy
-        ),
+        lambda c: float(c.settings.hot_kreis_fill_secs_legacy + c.settings.hot_kreis_clean_secs_legacy),
         legacy_only=True,
     ),
     StepKind(
@@ -152,9 +150,7 @@ SEQUENCE: Final = (
         "circuit_cold",
         "Kreislauf mit Kaltwasser spülen",
         _cold_circuit,
-        lambda c: float(
-            c.settings.cold_kreis_fill_secs_legacy + c.settings.cold_kreis_clean_secs_legacy
-        ),
+        lambda c: float(c.settings.cold_kreis_fill_secs_legacy + c.settings.cold_kreis_clean_secs_legacy),
         legacy_only=True,
     ),
     StepKind(

@@ -76,9 +76,7 @@ def _blow_out(control: Control, gas: Output, outlet: Output, gone: Callable[[], 
 
 def empty_into_channel(control: Control) -> Step:
     """Empties the barrel and drives the gas that was in it out with air."""
-    yield from _blow_out(
-        control, Output.MV_LUFT, Output.MV_KANAL, lambda: control.medium is Medium.AIR
-    )
+    yield from _blow_out(control, Output.MV_LUFT, Output.MV_KANAL, lambda: control.medium is Medium.AIR)
     with control.outputs(Output.MV_LUFT, Output.MV_KANAL):
         yield from control.wait(control.settings.blow_after_empty_secs, "Gas wird ausgeblasen")
 
@@ -216,9 +214,7 @@ def steam(control: Control) -> Step:
 
 def drive_air_out(control: Control) -> Step:
     """Empties the barrel with CO2 and goes on in pulses, which takes more of the air along."""
-    yield from _blow_out(
-        control, Output.MV_CO2, Output.MV_KANAL, lambda: control.medium is Medium.AIR
-    )
+    yield from _blow_out(control, Output.MV_CO2, Output.MV_KANAL, lambda: control.medium is Medium.AIR)
     with control.outputs(Output.MV_KANAL):
         for second in range(control.settings.co2_blow_after_empty_secs):
             pulse = (Output.MV_CO2,) if second % 2 == 0 else ()
