@@ -49,19 +49,18 @@ class Node:
     @property
     def box(self) -> Box:
         """Where it stands on the screen."""
-        extents = self._accessible.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+        extents = Atspi.Component.get_extents(self._accessible, Atspi.CoordType.SCREEN)
         return Box(extents.x, extents.y, extents.width, extents.height)
 
     @property
     def text(self) -> str:
         """What stands in a text field."""
-        content = self._accessible.get_text_iface()
-        return str(content.get_text(0, content.get_character_count()))
+        return str(Atspi.Text.get_text(self._accessible, 0, -1))
 
     @property
     def value(self) -> float:
-        """The number of a progress bar, slider or spin box."""
-        return float(self._accessible.get_value_iface().get_current_value())
+        """The number of a slider or spin box."""
+        return float(Atspi.Value.get_current_value(self._accessible))
 
     def has(self, state: Any) -> bool:
         """Whether that state of Atspi.StateType is set."""

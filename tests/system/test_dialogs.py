@@ -7,7 +7,6 @@ from typing import Any
 import desktop
 import panel
 from panel import Panel
-from waiting import wait_for
 
 IMPORT = "from brovik import gui; "
 
@@ -27,7 +26,9 @@ class DialogTest(unittest.TestCase):
         self.program.wait_until_shown("Testbackend bereit")
 
     def _wait_for_data(self, *expected: Any) -> None:
-        wait_for(f"{len(expected)} reports", lambda: len(dialog_data(self.program)) >= len(expected))
+        self.program.wait_for(
+            f"{len(expected)} reports", lambda: len(dialog_data(self.program)) >= len(expected)
+        )
         self.assertEqual(dialog_data(self.program), list(expected))
 
     def test_question_answered(self) -> None:
