@@ -32,7 +32,7 @@ void DOutModel::addDOut(DOut *dout)
     addDOuts({dout});
 }
 
-void DOutModel::addDOuts(QList<DOut *> douts)
+void DOutModel::addDOuts(const QList<DOut *> &douts)
 {
     if (douts.isEmpty()) {
         return;
@@ -43,7 +43,7 @@ void DOutModel::addDOuts(QList<DOut *> douts)
     endInsertRows();
 }
 
-void DOutModel::setDOuts(QList<DOut *> douts)
+void DOutModel::setDOuts(const QList<DOut *> &douts)
 {
     removeAll();
     addDOuts(douts);

@@ -32,14 +32,14 @@ public:
 
 Q_SIGNALS:
     void _addDoutSignal(DOut *dout);
-    void _addDoutsSignal(QList<DOut *> douts);
-    void _setDoutsSignal(QList<DOut *> douts);
+    void _addDoutsSignal(const QList<DOut *> &douts);
+    void _setDoutsSignal(const QList<DOut *> &douts);
 
 public Q_SLOTS:
     void addDOut(DOut *dout);
-    void addDOuts(QList<DOut *> douts);
+    void addDOuts(const QList<DOut *> &douts);
     /// Replaces the list: all rows go, then the new ones come.
-    void setDOuts(QList<DOut *> douts);
+    void setDOuts(const QList<DOut *> &douts);
 
 private:
     void removeAll();

@@ -128,20 +128,7 @@ void GPIOWorker::applyPending()
 void GPIOWorker::_makeBulk()
 {
     try {
-        gpiod::line_bulk lines;
-        std::unordered_set<uint> removed;
-        for (const detectOp &op : pendingOps) {
-            if (op.add) {
-                requestLine(op, lines);
-            } else {
-                removed.insert(op.line);
-            }
-        }
-        for (const gpiod::line &line : bulk) {
-            if (!removed.contains(line.offset())) {
-                lines.append(line);
-            }
-        }
+        const gpiod::line_bulk lines = changedLines();
         // Gives up the lines that stay as well: who needs several arms them before the loop's first turn.
         if (bulk) {
             bulk.release();
@@ -151,6 +138,25 @@ void GPIOWorker::_makeBulk()
         criticalStream() << "Fehler im GPIO-Thread [_makeBulk()]:" << error.what();
     }
     pendingOps.clear();
+}
+
+gpiod::line_bulk GPIOWorker::changedLines()
+{
+    gpiod::line_bulk lines;
+    std::unordered_set<uint> removed;
+    for (const detectOp &op : pendingOps) {
+        if (op.add) {
+            requestLine(op, lines);
+        } else {
+            removed.insert(op.line);
+        }
+    }
+    for (const gpiod::line &line : bulk) {
+        if (!removed.contains(line.offset())) {
+            lines.append(line);
+        }
+    }
+    return lines;
 }
 
 void GPIOWorker::requestLine(const detectOp &op, gpiod::line_bulk &lines) const

@@ -56,6 +56,7 @@ private:
     gpio_callback_func callbackOf(uint line);
     void applyPending();
     void _makeBulk();
+    gpiod::line_bulk changedLines();
     void requestLine(const detectOp &op, gpiod::line_bulk &lines) const;
 
     const GPIO *const owner;
