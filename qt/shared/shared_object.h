@@ -3,6 +3,7 @@
 #include "log.h"
 
 #include <QJSEngine>
+#include <QMetaMethod>
 #include <QMutex>
 #include <QMutexLocker>
 #include <QObject>
@@ -117,6 +118,18 @@ private:
     }
 };
 
+/// Makes the types of a class's signals known by name. QML looks them up so when a signal comes from another
+/// thread, and drops the signal if it does not find them.
+inline bool registerArgumentTypes(const QMetaObject &type)
+{
+    for (int method = 0; method < type.methodCount(); ++method) {
+        for (int parameter = 0; parameter < type.method(method).parameterCount(); ++parameter) {
+            type.method(method).parameterMetaType(parameter).id(); // registers it
+        }
+    }
+    return true;
+}
+
 /// Gives a class its one object: made on first use, alive until the process ends, owned neither by QML nor by
 /// Python. The class befriends it and keeps its constructor private, else QML would make a second object.
 template <typename Object> class SharedSingleton
@@ -125,6 +138,8 @@ public:
     static Object &instance()
     {
         static Object object;
+        static const bool registered = registerArgumentTypes(Object::staticMetaObject);
+        Q_UNUSED(registered)
         return object;
     }
 

@@ -30,7 +30,7 @@ QtMessageHandler nextHandler = nullptr;
 
 void recordPrint(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    if (type == QtDebugMsg || type == QtInfoMsg) {
+    if (type != QtWarningMsg) {
         recordedPrints.append(text);
     }
     nextHandler(type, context, text);

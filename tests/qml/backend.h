@@ -22,7 +22,7 @@ public:
     /// Sets the theme that the program reads from its settings at start.
     Q_INVOKABLE void setDarkTheme(bool dark);
 
-    /// Begins to record what the code under test prints below the level of a warning.
+    /// Begins to record what is printed. Warnings are left to ignoreWarning() and failOnWarning().
     Q_INVOKABLE void startRecordingPrints();
     /// Ends the recording and returns it.
     Q_INVOKABLE QStringList takePrints();

@@ -81,8 +81,8 @@ Item {
             }
 
             function test_strange_options() {
-                ignoreWarning(/Could not/);
-                ignoreWarning(/Setting initial properties/);
+                ignoreWarning(/Could not set initial property yes/);
+                ignoreWarning(/Could not set initial property color/);
                 Backend.runOnThread("gui.Gui.question('t', 'x', {'id': 3, 'yes': [1], 'color': 5, 'description': b'x', 'open': 1, 'component': {}})");
                 tryVerify(() => Dialogs.getOpenDialogById(3));
             }

@@ -142,6 +142,25 @@ Item {
                 ]);
             }
 
+            function test_strange_ids_data() {
+                return [
+                    {tag: "text", id: "5", used: 5},
+                    {tag: "fraction", id: 5.7, used: 5},
+                    {tag: "word", id: "abc", used: null},
+                    {tag: "null", id: null, used: null},
+                    {tag: "map", id: {}, used: null}
+                ];
+            }
+
+            function test_strange_ids(data) {
+                const used = data.used ?? nextAutoId();
+                Dialogs.message("t", "x", "info", {id: data.id});
+                compareSent([[Gui.DialogData, {current: [used, null]}]]);
+                const next = data.used ? 6 : used - 1;
+                Dialogs.question("t", "x", {id: data.used ? 6 : data.id});
+                compareSent([[Gui.DialogData, {current: [next, null]}]]);
+            }
+
             // Questions.
 
             function test_question_texts_and_defaults() {

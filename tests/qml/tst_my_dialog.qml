@@ -75,7 +75,7 @@ Item {
             function test_title_is_plain_and_main_text_rich() {
                 const dialog = open(Dialogs.message("<b>Titel</b>", "<b>Text</b>"));
                 compare(findText(dialog.contentItem, "<b>Titel</b>").textFormat, Text.PlainText);
-                const text = findText(dialog.contentItem, "<b>Text</b>");
+                const text = findText(dialog.contentItem, "<b>Text</b>", "textFormat");
                 compare(text.textFormat, Text.RichText);
             }
 
@@ -88,7 +88,7 @@ Item {
             }
 
             function test_short_main_text_takes_a_hundred_pixels() {
-                const text = findText(message().contentItem, "Text").parent.parent.parent;
+                const text = findText(message().contentItem, "Text", "minimumHeight");
                 compare(text.height, 100);
             }
 

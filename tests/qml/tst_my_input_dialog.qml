@@ -120,7 +120,7 @@ Item {
                 compare(title.font.pointSize, 16);
                 compare(title.padding, 3);
                 compare(title.background.color, "#808080");
-                compare(findText(popupItem(dialog), "<i>Text</i>").textFormat, Text.RichText);
+                compare(findText(popupItem(dialog), "<i>Text</i>", "textFormat").textFormat, Text.RichText);
                 dialog.close();
             }
 

@@ -38,12 +38,6 @@ Item {
                 return toast.contentItem.children[1].children[0];
             }
 
-            function timer() {
-                for (let i = 0; i < toast.resources?.length; ++i) {
-                    return toast.resources[i];
-                }
-            }
-
             function shows(text) {
                 return toast.visible && findText(toast.contentItem, text);
             }
@@ -125,9 +119,10 @@ Item {
             }
 
             function test_unknown_color() {
-                ignoreWarning("Unbekannten Wert für colorEnum erhalten: 9 (Fallback: transparent)");
+                Backend.startRecordingPrints();
                 Backend.runOnThread("gui.Gui.toast_notify('Text', gui.IconEnum.Info, gui.ColorEnum(9), 5000)");
                 tryVerify(() => shows("Text"));
+                compare(Backend.takePrints(), ["Unbekannten Wert für colorEnum erhalten: 9 (Fallback: transparent)"]);
                 compare(background().color, transparentBlack);
             }
 

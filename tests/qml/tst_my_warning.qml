@@ -8,6 +8,8 @@ import brovik.base
 import brovik.gui
 
 Item {
+    id: top
+
     width: 400
     height: 400
 
@@ -34,7 +36,7 @@ Item {
         }
 
         function test_texts() {
-            const banner = createTemporaryObject(warningComponent, testCase, {title: "Titel", text: "Text <b>"});
+            const banner = createTemporaryObject(warningComponent, top, {title: "Titel", text: "Text <b>"});
             compare(banner.color, Common.colorWarning);
             compare(banner.labelHeading.text, "Titel");
             compare(banner.labelHeading.font.pointSize, Gui.hSize);
@@ -47,7 +49,7 @@ Item {
         }
 
         function test_labels_without_a_text_are_hidden() {
-            const banner = createTemporaryObject(warningComponent, testCase);
+            const banner = createTemporaryObject(warningComponent, top);
             verify(!banner.labelHeading.visible);
             verify(!banner.labelText.visible);
             banner.text = "Text";
@@ -55,7 +57,7 @@ Item {
         }
 
         function test_dismiss_button() {
-            const banner = createTemporaryObject(warningComponent, testCase, {title: "Titel"});
+            const banner = createTemporaryObject(warningComponent, top, {title: "Titel"});
             banner.dismissBtn.visible = true;
             compare(banner.dismissBtn.icon.source, "qrc:/brovik/base/img/x.svg");
             mouseClick(banner.dismissBtn);
@@ -63,7 +65,7 @@ Item {
         }
 
         function test_icon() {
-            const icon = createTemporaryObject(iconComponent, testCase, {source: "qrc:/brovik/base/img/x.svg"});
+            const icon = createTemporaryObject(iconComponent, top, {source: "qrc:/brovik/base/img/x.svg"});
             compare(icon.size, Qt.size(30, 30));
             compare(icon.width, 30);
             compare(icon.height, 30);
@@ -77,7 +79,7 @@ Item {
         }
 
         function test_icon_color() {
-            const icon = createTemporaryObject(iconComponent, testCase, {source: "qrc:/brovik/base/img/x.svg"});
+            const icon = createTemporaryObject(iconComponent, top, {source: "qrc:/brovik/base/img/x.svg"});
             icon.setColor("red");
             compare(icon.children[1].color, "#ff0000");
             icon.setColor("");

@@ -60,7 +60,7 @@ Item {
                 verify(dialog.modal);
                 verify(dialog.focus);
                 verify(findButton(dialog, "OK"));
-                compare(findText(dialog.contentItem, "Frage").textFormat, Text.RichText);
+                compare(findText(dialog.contentItem, "Frage", "textFormat").textFormat, Text.RichText);
                 dialog.close();
             }
 

@@ -33,7 +33,6 @@ Popup {
     modal: true
     focus: true
 
-    onAboutToShow: privat.closing = false
     onAboutToHide: privat.closing = true
 
     onOpened: {
@@ -48,6 +47,7 @@ Popup {
             Dialogs.removePopupById(root.id_, false);
         }
         privat.emit = false;
+        privat.closing = false;
     }
 
     Component.onCompleted: {

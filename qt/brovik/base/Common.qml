@@ -119,7 +119,7 @@ Item {
     // Index of the item in a container with itemAt(), -1 if it is not there.
     function findItemIndex(container, item) {
         if (!container || !item) {
-            console.warn(`[findItemIndex(container=${container}, item=${item})] falsche/s Argument/e`);
+            console.log(`[findItemIndex(container=${container}, item=${item})] falsche/s Argument/e`);
             return -1;
         }
         for (let i = 0; i < container.count; ++i) {

@@ -30,7 +30,7 @@ Item {
             traceback: traceback,
             time: traceback
         });
-        if (privat.enter("message", options.id || 0, dialog)) {
+        if (privat.enter("message", privat.wholeNumber(options.id), dialog)) {
             dialog.open();
             return dialog;
         }
@@ -61,7 +61,7 @@ Item {
             delete properties[name];
             return value;
         };
-        const id = take("id") || 0;
+        const id = privat.wholeNumber(take("id"));
         const category = take("category") || "info";
         const description = take("description") ?? null;
         const open = take("open");
@@ -198,6 +198,11 @@ Item {
         property int openDialogAutoNumber: -1
         property int openDialogsIdStackLen: 0
         property var customQuestionComponentsMap: new Map()
+
+        // 0 for what is no number.
+        function wholeNumber(id) {
+            return Math.trunc(id) || 0;
+        }
 
         function nextAutoId() {
             while (openDialogsMap.has(String(openDialogAutoNumber))) {

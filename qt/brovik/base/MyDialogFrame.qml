@@ -53,9 +53,9 @@ Popup {
         }
     }
 
-    onAboutToShow: privat.closing = false
     onAboutToHide: privat.closing = true
     onOpened: column.forceActiveFocus()
+    onClosed: privat.closing = false
 
     QtObject {
         id: privat
