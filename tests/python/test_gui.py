@@ -194,7 +194,7 @@ class GuiTest(unittest.TestCase):
             lambda: gui.Gui.set_pico_return_value(1.5),
         ):
             with self.assertRaises(TypeError):
-                call()
+                call()  # type: ignore[no-untyped-call]
         self.assertEqual(self.emitted(), [])
         gui.Gui.status = None
         self.assertEqual(gui.Gui.status, "None")
