@@ -135,14 +135,10 @@ class GuiTest(unittest.TestCase):
         gui.Gui.toast_notify("a", gui.IconEnum.Smiley)
         gui.Gui.toast_notify(text="b", icon_enum=gui.IconEnum(7), color_enum=gui.ColorEnum.Green, duration=5)
         toasts = [(values[0], values[1], values[3]) for _, _, values in self.emitted()]
-        self.assertEqual(
-            toasts, [("a", "qrc:/brovik/base/img/emoji-smile.svg", 1000), ("b", None, 5)]
-        )
+        self.assertEqual(toasts, [("a", "qrc:/brovik/base/img/emoji-smile.svg", 1000), ("b", None, 5)])
         gui.Gui.toast_warn("c")
         gui.Gui.toast_warn(text="d", duration=7)
-        self.assertEqual(
-            self.emitted(), [("toastWarn", False, ["c", 1000]), ("toastWarn", False, ["d", 7])]
-        )
+        self.assertEqual(self.emitted(), [("toastWarn", False, ["c", 1000]), ("toastWarn", False, ["d", 7])])
 
     def test_question(self) -> None:
         """The options reach the screens as a map."""
