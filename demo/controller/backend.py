@@ -2,6 +2,7 @@
 
 import os
 import signal
+import sys
 from collections.abc import Set
 from functools import partial
 from pathlib import Path
@@ -54,6 +55,8 @@ class Backend:
         """The backend that the environment asks for."""
         # Ctrl-C ends the program, rather than raising in whichever entry function comes next.
         signal.signal(signal.SIGINT, signal.SIG_DFL)
+        # A press must not wait long for a machine thread that has much to do, as at a high time factor.
+        sys.setswitchinterval(0.001)
         directory = os.environ.get(CONFIG_DIR)
         return cls(Path(directory) if directory else None, _time_factor(), _faults())
 

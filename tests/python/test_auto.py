@@ -65,7 +65,7 @@ class AutoTest(unittest.TestCase):
 
     def test_text_of_any_object(self) -> None:
         """A text takes what str() gives."""
-        auto.Auto.progress_str = 7  # type: ignore[assignment]
+        auto.Auto.progress_str = 7
         self.assertEqual(auto.Auto.progress_str, "7")
         auto.Auto.progress_str = "0 %"
 

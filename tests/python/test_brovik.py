@@ -78,7 +78,7 @@ class LoggerTest(unittest.TestCase):
                 with self.subTest(name=name, wrong=wrong), self.assertRaises(TypeError):
                     getattr(Logger, name)(wrong)
         with self.assertRaises(TypeError):
-            Logger.info("x", w_trace=5)  # type: ignore[arg-type]
+            Logger.info("x", w_trace=5)
         self.assertEqual(log.messages, [])
 
     def test_text_without_utf8(self) -> None:

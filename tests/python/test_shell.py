@@ -55,7 +55,7 @@ class ShellTest(unittest.TestCase):
         """Something that is no sequence raises TypeError and changes nothing."""
         for wrong in (5, None, True):
             with self.subTest(wrong=wrong), self.assertRaises(TypeError):
-                shell.Shell.installed = wrong  # type: ignore[assignment]
+                shell.Shell.installed = wrong
         self.assertEqual(shell.Shell.installed, [])
 
     def test_console_output(self) -> None:

@@ -63,7 +63,9 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual(run.returncode, 7, run.stderr)
         told = [line for line in run.stdout.splitlines() if line.startswith(("dark", "title", READY))]
         self.assertEqual(told, ["dark: ", "title: Brovik Kubelor", READY])
-        self.assertRegex(run.stderr.splitlines()[0], r'^\[DEBUG\]\[.*\]\[0:0:\d+\] BROVIK_VERSION: "2505211"$')
+        self.assertRegex(
+            run.stderr.splitlines()[0], r'^\[DEBUG\]\[.*\]\[0:0:\d+\] BROVIK_VERSION: "2505211"$'
+        )
         self.assertIn(f"] BROVIK_PY_DIR: {BACKEND}\n", run.stderr)
         self.assertIn("] Interpreter mit Modul 'controller' initialisiert\n", run.stderr)
 
@@ -164,11 +166,15 @@ class ProgramTest(unittest.TestCase):
         """What the backend reports before the screens are loaded is shown once they are, before later reports."""
         lines = self.run_program("--unknown", TEST_MESSAGES="1").stdout.splitlines()
         shown = [line.split("|")[0] for line in lines if line.startswith(("message", READY))]
-        self.assertEqual(shown, [READY, "message: Erste", "message: Zweite", "message: Ungültige(r) Parameter"])
+        self.assertEqual(
+            shown, [READY, "message: Erste", "message: Zweite", "message: Ungültige(r) Parameter"]
+        )
 
     def test_second_instance_by_window(self) -> None:
         """A listed window ends the second process with 100; its backend has been started and is stopped again."""
-        self.write("bin/wmctrl", "#!/bin/sh\necho \"$@\" >>\"$HOME/calls\"\necho '0x1 0 h Brovik Kubelor'\n", 0o755)
+        self.write(
+            "bin/wmctrl", '#!/bin/sh\necho "$@" >>"$HOME/calls"\necho \'0x1 0 h Brovik Kubelor\'\n', 0o755
+        )
         run = self.run_program()
         self.assertEqual(run.returncode, 100, run.stderr)
         self.assertEqual((self.folder / "calls").read_text("utf-8"), "-l\n-a Brovik Kubelor\n")
@@ -177,7 +183,7 @@ class ProgramTest(unittest.TestCase):
 
     def test_second_instance_by_socket(self) -> None:
         """An answering socket ends the second process with 100, and no window is looked for."""
-        self.write("bin/wmctrl", "#!/bin/sh\ntouch \"$HOME/called\"\n", 0o755)
+        self.write("bin/wmctrl", '#!/bin/sh\ntouch "$HOME/called"\n', 0o755)
         with socket.socket(socket.AF_UNIX) as listener:
             listener.bind(str(self.folder / "raise.sock"))
             listener.listen()
