@@ -113,7 +113,7 @@ class GuiTest(unittest.TestCase):
             gui.Gui.close_current_dialog()
 
     def test_signals_without_a_screen(self) -> None:
-        """They are raised without failing; their functions take their arguments by position or name as declared."""
+        """They are raised without failing; arguments go by position or by name, as declared."""
         gui.Gui.set_warnings_dialog_data(count=2, title="t", text="x", yes_txt="ja")
         gui.Gui.set_pico_stdout("o")
         gui.Gui.set_pico_stderr("e")
@@ -135,14 +135,10 @@ class GuiTest(unittest.TestCase):
         gui.Gui.toast_notify("a", gui.IconEnum.Smiley)
         gui.Gui.toast_notify(text="b", icon_enum=gui.IconEnum(7), color_enum=gui.ColorEnum.Green, duration=5)
         toasts = [(values[0], values[1], values[3]) for _, _, values in self.emitted()]
-        self.assertEqual(
-            toasts, [("a", "qrc:/brovik/base/img/emoji-smile.svg", 1000), ("b", None, 5)]
-        )
+        self.assertEqual(toasts, [("a", "qrc:/brovik/base/img/emoji-smile.svg", 1000), ("b", None, 5)])
         gui.Gui.toast_warn("c")
         gui.Gui.toast_warn(text="d", duration=7)
-        self.assertEqual(
-            self.emitted(), [("toastWarn", False, ["c", 1000]), ("toastWarn", False, ["d", 7])]
-        )
+        self.assertEqual(self.emitted(), [("toastWarn", False, ["c", 1000]), ("toastWarn", False, ["d", 7])])
 
     def test_question(self) -> None:
         """The options reach the screens as a map."""
@@ -194,7 +190,7 @@ class GuiTest(unittest.TestCase):
             lambda: gui.Gui.set_pico_return_value(1.5),
         ):
             with self.assertRaises(TypeError):
-                call()
+                call()  # type: ignore[no-untyped-call]
         self.assertEqual(self.emitted(), [])
         gui.Gui.status = None
         self.assertEqual(gui.Gui.status, "None")

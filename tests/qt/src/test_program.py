@@ -58,12 +58,14 @@ class ProgramTest(unittest.TestCase):
         )
 
     def test_start_and_end(self) -> None:
-        """The start sets theme and title, the backend gets Ready, and the event loop's result is the exit code."""
+        """The start sets theme and title, the backend gets Ready, the event loop gives the exit code."""
         run = self.run_program()
         self.assertEqual(run.returncode, 7, run.stderr)
         told = [line for line in run.stdout.splitlines() if line.startswith(("dark", "title", READY))]
         self.assertEqual(told, ["dark: ", "title: Brovik Kubelor", READY])
-        self.assertRegex(run.stderr.splitlines()[0], r'^\[DEBUG\]\[.*\]\[0:0:\d+\] BROVIK_VERSION: "2505211"$')
+        self.assertRegex(
+            run.stderr.splitlines()[0], r'^\[DEBUG\]\[.*\]\[0:0:\d+\] BROVIK_VERSION: "2505211"$'
+        )
         self.assertIn(f"] BROVIK_PY_DIR: {BACKEND}\n", run.stderr)
         self.assertIn("] Interpreter mit Modul 'controller' initialisiert\n", run.stderr)
 
@@ -118,7 +120,7 @@ class ProgramTest(unittest.TestCase):
         self.assertIn(READY, run.stdout)
 
     def test_make_stubs(self) -> None:
-        """`--make-stubs` imports the backend and ends with 0: no window, no search for an instance, no init."""
+        """`--make-stubs` imports the backend and ends with 0: no window, no search, no init."""
         self.write("bin/wmctrl", "#!/bin/sh\necho 'Brovik Kubelor'\n", 0o755)
         run = self.run_program("--make-stubs")
         self.assertEqual(run.returncode, 0, run.stderr)
@@ -131,7 +133,8 @@ class ProgramTest(unittest.TestCase):
         """Both print and end with 0 before an interpreter is started."""
         options = (
             "Startet die Anwendung im Fullscreen-Modus",
-            "Verwende den PointingHandCursor als Standard-Cursor (experimentell - Cursor kann von der Anwendung "
+            "Verwende den PointingHandCursor als Standard-Cursor (experimentell - Cursor kann von der "
+            "Anwendung "
             "nicht mehr geändert werden)",
             "Erstelle die Python Stub-Files (*.pyi)",
         )
@@ -154,21 +157,26 @@ class ProgramTest(unittest.TestCase):
         lines = run.stdout.splitlines()
         message = (
             "message: Ungültige(r) Parameter|Beim Programmstart wurden ungültige Parameter übergeben:<br>"
-            "Unknown option 'unknown&lt;b&gt;'.<br><br><b>Falls dieser Fehler im Produktivbetrieb auftritt, bitte der "
+            "Unknown option 'unknown&lt;b&gt;'.<br><br><b>Falls dieser Fehler im Produktivbetrieb auftritt, "
+            "bitte der "
             "Firma Brovik Bescheid geben.</b>|warning|0"
         )
         self.assertIn("fullscreen: ", lines)
         self.assertLess(lines.index(READY), lines.index(message))
 
     def test_messages_of_the_start_come_after_it(self) -> None:
-        """What the backend reports before the screens are loaded is shown once they are, before later reports."""
+        """What the backend reports before the screens are loaded comes after it, before later reports."""
         lines = self.run_program("--unknown", TEST_MESSAGES="1").stdout.splitlines()
         shown = [line.split("|")[0] for line in lines if line.startswith(("message", READY))]
-        self.assertEqual(shown, [READY, "message: Erste", "message: Zweite", "message: Ungültige(r) Parameter"])
+        self.assertEqual(
+            shown, [READY, "message: Erste", "message: Zweite", "message: Ungültige(r) Parameter"]
+        )
 
     def test_second_instance_by_window(self) -> None:
-        """A listed window ends the second process with 100; its backend has been started and is stopped again."""
-        self.write("bin/wmctrl", "#!/bin/sh\necho \"$@\" >>\"$HOME/calls\"\necho '0x1 0 h Brovik Kubelor'\n", 0o755)
+        """A listed window ends the second process with 100; its backend is started and stopped again."""
+        self.write(
+            "bin/wmctrl", '#!/bin/sh\necho "$@" >>"$HOME/calls"\necho \'0x1 0 h Brovik Kubelor\'\n', 0o755
+        )
         run = self.run_program()
         self.assertEqual(run.returncode, 100, run.stderr)
         self.assertEqual((self.folder / "calls").read_text("utf-8"), "-l\n-a Brovik Kubelor\n")
@@ -177,7 +185,7 @@ class ProgramTest(unittest.TestCase):
 
     def test_second_instance_by_socket(self) -> None:
         """An answering socket ends the second process with 100, and no window is looked for."""
-        self.write("bin/wmctrl", "#!/bin/sh\ntouch \"$HOME/called\"\n", 0o755)
+        self.write("bin/wmctrl", '#!/bin/sh\ntouch "$HOME/called"\n', 0o755)
         with socket.socket(socket.AF_UNIX) as listener:
             listener.bind(str(self.folder / "raise.sock"))
             listener.listen()
