@@ -37,7 +37,10 @@ void list(benchmark::State &state)
 void map(benchmark::State &state)
 {
     QJSEngine engine;
-    convert(state, evaluated(engine, "(() => { const map = {}; for (let i = 0; i < 100; ++i) map['key' + i] = i; return map })()"),
+    convert(state,
+            evaluated(
+                engine,
+                "(() => { const map = {}; for (let i = 0; i < 100; ++i) map['key' + i] = i; return map })()"),
             mapLength);
 }
 

@@ -101,7 +101,8 @@ void sharedBound(benchmark::State &state)
     QQmlEngine engine;
     engine.addImportPath(QStringLiteral(":/"));
     QQmlComponent component(&engine);
-    component.setData("import QtQml\nimport brovik.auto\nQtObject { property int seen: Auto_.progress }\n", {});
+    component.setData("import QtQml\nimport brovik.auto\nQtObject { property int seen: Auto_.progress }\n",
+                      {});
     const std::unique_ptr<QObject> bound(component.create());
     const py::object target = sharedTarget();
     const Writer writer;
@@ -123,7 +124,8 @@ void sharedBound(benchmark::State &state)
         backend.join();
     }
     state.SetItemsProcessed(state.iterations() * writesPerCall);
-    state.counters["delay_us"] = static_cast<double>(delayNs) / 1000.0 / static_cast<double>(state.iterations());
+    state.counters["delay_us"] =
+        static_cast<double>(delayNs) / 1000.0 / static_cast<double>(state.iterations());
 }
 
 BENCHMARK(plainUnchanged)->Name("write_unchanged/bare");
@@ -136,7 +138,9 @@ BENCHMARK(sharedBound)->Name("write_bound/shared")->UseRealTime();
 
 PYBIND11_EMBEDDED_MODULE(_bench, module)
 {
-    py::class_<Plain>(module, "Plain").def(py::init<>()).def_property("progress", &Plain::progress, &Plain::setProgress);
+    py::class_<Plain>(module, "Plain")
+        .def(py::init<>())
+        .def_property("progress", &Plain::progress, &Plain::setProgress);
 }
 
 int main(int argc, char **argv)

@@ -1,4 +1,5 @@
-// A press of the operator: from QML into a Python function and back, against the least that such a road needs.
+// A press of the operator: from QML into a Python function and back, against the least that such a road
+// needs.
 
 #include "interpr_worker.h"
 #include "pinning.h"

@@ -183,7 +183,8 @@ PYBIND11_EMBEDDED_MODULE(_probe, module)
     module.def("screens_loaded", [] {
         const py::gil_scoped_release release;
         QMetaObject::invokeMethod(
-            QCoreApplication::instance(), [] { Gui::instance().deliverPending(); }, Qt::BlockingQueuedConnection);
+            QCoreApplication::instance(), [] { Gui::instance().deliverPending(); },
+            Qt::BlockingQueuedConnection);
     });
     // Waits until the GUI thread has handled all that was posted to it before.
     module.def("settle", [] {

@@ -30,7 +30,8 @@ bool runTests(const char *module)
         py::module_::import("sys").attr("path").attr("insert")(0, KUBELOR_PYTHON_TESTS);
         const py::object unittest = py::module_::import("unittest");
         const py::object suite = unittest.attr("defaultTestLoader").attr("loadTestsFromName")(module);
-        const py::object result = unittest.attr("TextTestRunner")(py::arg("verbosity") = 2).attr("run")(suite);
+        const py::object result =
+            unittest.attr("TextTestRunner")(py::arg("verbosity") = 2).attr("run")(suite);
         return result.attr("testsRun").cast<int>() > 0 && result.attr("wasSuccessful")().cast<bool>();
     } catch (const py::error_already_set &error) {
         std::fprintf(stderr, "%s\n", error.what());

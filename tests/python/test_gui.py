@@ -113,7 +113,7 @@ class GuiTest(unittest.TestCase):
             gui.Gui.close_current_dialog()
 
     def test_signals_without_a_screen(self) -> None:
-        """They are raised without failing; the functions take arguments by position or name as declared."""
+        """They are raised without failing; arguments go by position or by name, as declared."""
         gui.Gui.set_warnings_dialog_data(count=2, title="t", text="x", yes_txt="ja")
         gui.Gui.set_pico_stdout("o")
         gui.Gui.set_pico_stderr("e")

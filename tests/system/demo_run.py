@@ -8,15 +8,14 @@ from pathlib import Path
 import panel
 from desktop import Desktop
 from panel import Panel
-from waiting import wait_for
 
 START = "Automatikbetrieb starten"
 ABORT = "Automatikbetrieb abbrechen"
 TO_LIGHT = "Helles Design"
 TO_DARK = "Dunkles Design"
 
-# A cleaning takes about half an hour.
-_TIME_FACTOR = 60
+# The demo machine cleans a barrel in some ten minutes.
+_TIME_FACTOR = 20
 _RUN_DEADLINE_SECS = 300.0
 _STOPS = (5, 30, 60, 90)
 
@@ -64,8 +63,8 @@ def run_cleaning(program: Panel, album: Album) -> None:
     program.press_and_hold(START)
     program.wait_until_shown(ABORT)
     for stop in _STOPS:
-        wait_for(f"{stop} %", lambda: progress(program) >= stop, _RUN_DEADLINE_SECS)
-        album.take_both_themes("reinigung")
+        program.wait_for(f"{stop} %", lambda: progress(program) >= stop, _RUN_DEADLINE_SECS)
+        album.take_both_themes(f"reinigung-{stop}-prozent")
     program.wait_until_shown("100 %", deadline=_RUN_DEADLINE_SECS)
     program.wait_until_shown(START)
     album.take_both_themes("fertig")

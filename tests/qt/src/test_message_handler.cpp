@@ -115,8 +115,9 @@ TEST(MessageHandler, ConsoleLogOfAScreenHasItsLocation)
     component.setData("import QtQml\nQtObject {\n Component.onCompleted: console.log('hallo')\n}",
                       QUrl(QStringLiteral("qrc:/probe.qml")));
     const std::string printed = printedBy([&] { delete component.create(); });
-    EXPECT_THAT(printed,
-                testing::EndsWith(" hallo (File: qrc:/probe.qml, Line: 3, Function: expression for onCompleted)\n"));
+    EXPECT_THAT(
+        printed,
+        testing::EndsWith(" hallo (File: qrc:/probe.qml, Line: 3, Function: expression for onCompleted)\n"));
 }
 
 TEST(MessageHandler, LinesOfSeveralThreadsDoNotMix)

@@ -58,7 +58,7 @@ class ProgramTest(unittest.TestCase):
         )
 
     def test_start_and_end(self) -> None:
-        """The start sets theme and title, the backend gets Ready, and the event loop's result is the exit code."""
+        """The start sets theme and title, the backend gets Ready, the event loop gives the exit code."""
         run = self.run_program()
         self.assertEqual(run.returncode, 7, run.stderr)
         told = [line for line in run.stdout.splitlines() if line.startswith(("dark", "title", READY))]
@@ -120,7 +120,7 @@ class ProgramTest(unittest.TestCase):
         self.assertIn(READY, run.stdout)
 
     def test_make_stubs(self) -> None:
-        """`--make-stubs` imports the backend and ends with 0: no window, no search for an instance, no init."""
+        """`--make-stubs` imports the backend and ends with 0: no window, no search, no init."""
         self.write("bin/wmctrl", "#!/bin/sh\necho 'Brovik Kubelor'\n", 0o755)
         run = self.run_program("--make-stubs")
         self.assertEqual(run.returncode, 0, run.stderr)
@@ -133,7 +133,8 @@ class ProgramTest(unittest.TestCase):
         """Both print and end with 0 before an interpreter is started."""
         options = (
             "Startet die Anwendung im Fullscreen-Modus",
-            "Verwende den PointingHandCursor als Standard-Cursor (experimentell - Cursor kann von der Anwendung "
+            "Verwende den PointingHandCursor als Standard-Cursor (experimentell - Cursor kann von der "
+            "Anwendung "
             "nicht mehr geändert werden)",
             "Erstelle die Python Stub-Files (*.pyi)",
         )
@@ -156,14 +157,15 @@ class ProgramTest(unittest.TestCase):
         lines = run.stdout.splitlines()
         message = (
             "message: Ungültige(r) Parameter|Beim Programmstart wurden ungültige Parameter übergeben:<br>"
-            "Unknown option 'unknown&lt;b&gt;'.<br><br><b>Falls dieser Fehler im Produktivbetrieb auftritt, bitte der "
+            "Unknown option 'unknown&lt;b&gt;'.<br><br><b>Falls dieser Fehler im Produktivbetrieb auftritt, "
+            "bitte der "
             "Firma Brovik Bescheid geben.</b>|warning|0"
         )
         self.assertIn("fullscreen: ", lines)
         self.assertLess(lines.index(READY), lines.index(message))
 
     def test_messages_of_the_start_come_after_it(self) -> None:
-        """What the backend reports before the screens are loaded is shown once they are, before later reports."""
+        """What the backend reports before the screens are loaded comes after it, before later reports."""
         lines = self.run_program("--unknown", TEST_MESSAGES="1").stdout.splitlines()
         shown = [line.split("|")[0] for line in lines if line.startswith(("message", READY))]
         self.assertEqual(
@@ -171,7 +173,7 @@ class ProgramTest(unittest.TestCase):
         )
 
     def test_second_instance_by_window(self) -> None:
-        """A listed window ends the second process with 100; its backend has been started and is stopped again."""
+        """A listed window ends the second process with 100; its backend is started and stopped again."""
         self.write(
             "bin/wmctrl", '#!/bin/sh\necho "$@" >>"$HOME/calls"\necho \'0x1 0 h Brovik Kubelor\'\n', 0o755
         )

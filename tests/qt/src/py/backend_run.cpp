@@ -66,7 +66,8 @@ void BackendRun::waitForStart()
 void actOnScreen(QQmlEngine &engine, const QString &module, const QString &statement)
 {
     QQmlComponent component(&engine);
-    const QString source = QStringLiteral("import QtQml\nimport %1\nQtObject { id: probe\n function act() { %2 } }");
+    const QString source =
+        QStringLiteral("import QtQml\nimport %1\nQtObject { id: probe\n function act() { %2 } }");
     component.setData(source.arg(module, statement).toUtf8(), QUrl());
     const std::unique_ptr<QObject> screen(component.create());
     ASSERT_NE(screen, nullptr) << qPrintable(component.errorString());

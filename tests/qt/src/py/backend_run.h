@@ -47,6 +47,6 @@ private:
     std::unique_ptr<Bridge> m_bridge;
 };
 
-/// Runs a statement of a screen that imports a module, for example "brovik.gui" and "Gui.toPy(Gui.Ready, null)".
-/// The statement may name an object of the test `probe`.
+/// Runs a statement of a screen that imports a module, for example "brovik.gui" and "Gui.toPy(Gui.Ready,
+/// null)". The statement may name an object of the test `probe`.
 void actOnScreen(QQmlEngine &engine, const QString &module, const QString &statement);

@@ -86,7 +86,8 @@ TEST_F(TypesTest, ArgumentsAndResults)
 
 TEST_F(TypesTest, WhatIsNoSequenceIsATypeError)
 {
-    for (const char *call : {"texts(5)", "texts({'a'})", "texts({})", "points(None)", "points(5)", "mappings(5)"}) {
+    for (const char *call :
+         {"texts(5)", "texts({'a'})", "texts({})", "points(None)", "points(5)", "mappings(5)"}) {
         try {
             reprOf(call);
             ADD_FAILURE() << call;
