@@ -234,7 +234,7 @@ Item {
             field.forceActiveFocus();
             tryVerify(() => field.activeFocus && field.y === 500);
             page.height = 200;
-            verify(flickable.contentY + page.height > field.y + field.height);
+            verify(flickable.contentY + page.height >= field.y + field.height);
             verify(flickable.contentY < field.y);
             page.height = 600;
             tryCompare(flickable, "contentY", 0);

@@ -228,6 +228,7 @@ Item {
             mouseClick(box.spinBox.up.indicator);
             compare(spy.count, 1);
             compare(spy.signalArguments[0][0], 4);
+            tryCompare(box.spinBox, "value", 3);
             type(box.spinBox, "9");
             compare(spy.signalArguments[1][0], 9);
         }
