@@ -40,19 +40,16 @@
 // clang-format on
 
 /// An input as a member of its owner.
-#define SENSOR_INPUT(class, input, name, text, num)                                                          \
+#define SENSOR_INPUT(Input, input, name, text, num)                                                          \
 public:                                                                                                      \
-    Q_PROPERTY(class *name READ name CONSTANT)                                                               \
-    class *name()                                                                                            \
+    Q_PROPERTY(Input *name READ name CONSTANT)                                                               \
+    Input *name()                                                                                            \
     {                                                                                                        \
         return &m_##name;                                                                                    \
     }                                                                                                        \
                                                                                                              \
 private:                                                                                                     \
-    class m_##name                                                                                           \
-    {                                                                                                        \
-        SensorEnums::input, QStringLiteral(text), num                                                        \
-    };
+    Input m_##name{SensorEnums::input, QStringLiteral(text), num};
 
 #define SENSOR_DIN(input, name, pyName, text, num) SENSOR_INPUT(DIn, input, name, text, num)
 #define SENSOR_AIN(input, name, pyName, text, num) SENSOR_INPUT(AIn, input, name, text, num)
