@@ -89,8 +89,11 @@ class Operation:
 
     def offer_to_continue(self, note: RunNote) -> None:
         """Asks whether to go on with a run that was interrupted."""
+        if self._job is not None:
+            # Started at the machine's own button before the screens were up. A run has its own note by now.
+            return
         kinds = {kind.key: kind for kind in steps_for(self._recipe(note.lengthening, note.steam))}
-        if note.step not in kinds or self._job is not None:
+        if note.step not in kinds:
             Logger.warning(f"Unterbrochener Schritt {note.step!r} lässt sich nicht fortsetzen")
             self._writer.submit(NO_RUN)
             return

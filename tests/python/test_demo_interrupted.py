@@ -5,6 +5,7 @@ from contextlib import closing
 
 from brovik.auto import Auto, AutoEnum, ProgressColor
 from brovik.gui import Gui, GuiEnum
+from brovik.sensor import SensorEnum
 
 from demo_support import RunningCase, SteppedCase
 import controller
@@ -118,6 +119,19 @@ class QuestionTest(NotedCase):
         self.operation.questions.take({"1": {"a": False}, "current": None})
         self.operation.advance(0.1)
         self.assertIn("Schritt 1 von 11", Gui.status)
+        self.backend.stop()
+        self.assertEqual(self.noted()["step"], "leak_test")
+
+    def test_overtaken_before_the_screens_were_up(self) -> None:
+        """A run that was started at the machine's own button is not asked about, and keeps its note."""
+        self.note()
+        self.make()
+        self.operation.change_input(SensorEnum.Start, True)
+        self.operation.advance(0.1)
+        note = self.backend._note  # pylint: disable=protected-access
+        assert note is not None
+        self.operation.offer_to_continue(note)
+        self.assertEqual(self.signals("question"), [])
         self.backend.stop()
         self.assertEqual(self.noted()["step"], "leak_test")
 
