@@ -1,6 +1,7 @@
 #pragma once
 
 #include "log.h"
+#include "notification_brake.h"
 
 #include <QJSEngine>
 #include <QMetaMethod>
@@ -72,12 +73,15 @@ protected:
     /// The change pattern: lock, compare, store, notify. Returns whether the member changed.
     template <typename T, typename Notify> bool change(T &member, const T &value, const Notify &notify)
     {
-        const SharedLocker lock(&m_mutex);
-        if (member == value) {
-            return false;
+        {
+            const SharedLocker lock(&m_mutex);
+            if (member == value) {
+                return false;
+            }
+            member = value;
+            notify();
         }
-        member = value;
-        notify();
+        brakeNotifications(*this);
         return true;
     }
 
@@ -86,12 +90,15 @@ protected:
     template <typename T, typename Notify>
     void changeWithin(T &member, T value, const T &lowest, const T &highest, const Notify &notify)
     {
-        const SharedLocker lock(&m_mutex);
-        if (member == value) {
-            return;
+        {
+            const SharedLocker lock(&m_mutex);
+            if (member == value) {
+                return;
+            }
+            member = within(value, lowest, highest);
+            notify();
         }
-        member = within(value, lowest, highest);
-        notify();
+        brakeNotifications(*this);
     }
 
     mutable SharedMutex m_mutex;

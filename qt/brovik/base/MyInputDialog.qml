@@ -141,13 +141,13 @@ Rectangle {
                 visible: root.password
             }
 
-            Button {
+            MyTextButton {
                 text: root.no
                 visible: text
                 onClicked: root.reject()
             }
 
-            Button {
+            MyTextButton {
                 text: root.yes
                 enabled: !root.errorText
                 onClicked: root.accept()

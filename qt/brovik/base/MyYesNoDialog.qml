@@ -45,13 +45,13 @@ MyDialogFrame {
             Layout.fillWidth: true
         }
 
-        Button {
+        MyTextButton {
             text: root.yes
             visible: text
             onClicked: root.accept()
         }
 
-        Button {
+        MyTextButton {
             text: root.no
             visible: text
             onClicked: root.reject()

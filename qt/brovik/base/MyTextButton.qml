@@ -1,0 +1,21 @@
+// A button whose text comes from outside: shown as it stands. A plain Button takes it for markup.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+
+Button {
+    id: root
+
+    Accessible.name: root.text
+
+    contentItem: Label {
+        text: root.text
+        textFormat: Text.PlainText
+        font: root.font
+        color: root.enabled ? root.Material.foreground : root.Material.hintTextColor
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        Accessible.ignored: true
+    }
+}
