@@ -10,8 +10,8 @@ namespace {
 constexpr int changesAhead = 5000;
 constexpr unsigned long longestWaitMs = 5;
 
-/// Counts the changes since the last moment at which the GUI thread had handled all that was posted. That moment is
-/// found by an event behind them.
+/// Counts the changes since the last moment at which the GUI thread had handled all that was posted. That
+/// moment is found by an event behind them.
 class Brake
 {
 public:
