@@ -74,7 +74,7 @@ class KeyboardTest(unittest.TestCase):
         desktop.type_text("12")
         desktop.press_key("Return")
         self.program.wait_for("the wish", lambda: self.program.calls("settings_from_cpp"))
-        self.assertEqual(self.program.calls("settings_from_cpp"), ["SettingsEnum.LwSaureMin 12.0"])
+        self.assertEqual(self.program.calls("settings_from_cpp"), ["SettingsEnum.lw_saure_min 12.0"])
         self.program.wait_until_shown("10 mS/cm")
         self.program.backend("from brovik.settings import SettingsValues; SettingsValues.lw_saure_min = 13")
         self.program.wait_until_shown("13 mS/cm")

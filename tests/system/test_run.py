@@ -45,7 +45,7 @@ class RunTest(unittest.TestCase):
         with panel.remote() as program:
             program.click(INTENSIVE)
             program.wait_for("the wish", lambda: program.calls("settings_from_cpp"))
-            self.assertEqual(program.calls("settings_from_cpp"), ["SettingsEnum.IntenseCleaning True"])
+            self.assertEqual(program.calls("settings_from_cpp"), ["SettingsEnum.intense_cleaning True"])
             program.wait_for("the switch back", lambda: not self._is_on(program))
             program.wait_until_shown(START)
 
