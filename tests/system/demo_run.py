@@ -6,7 +6,7 @@ import sys
 from pathlib import Path
 
 import panel
-from desktop import Desktop
+from desktop import Desktop, screenshot
 from panel import Panel
 
 START = "Automatikbetrieb starten"
@@ -17,14 +17,13 @@ TO_DARK = "Dunkles Design"
 # The demo machine cleans a barrel in some ten minutes.
 _TIME_FACTOR = 20
 _RUN_DEADLINE_SECS = 300.0
-_STOPS = (5, 30, 60, 90)
+STOPS = (5, 30, 60, 90)
 
 
 class Album:
     """Numbered pictures of the program's window in a folder, which starts empty."""
 
-    def __init__(self, desktop: Desktop, program: Panel, folder: Path) -> None:
-        self._desktop = desktop
+    def __init__(self, program: Panel, folder: Path) -> None:
         self._program = program
         self._folder = folder
         self._count = 0
@@ -36,7 +35,7 @@ class Album:
         """Takes the next picture."""
         self._count += 1
         path = self._folder / f"{self._count:02}-{name}.png"
-        self._desktop.screenshot(path, self._program.window)
+        screenshot(path, self._program.window)
         print(path, flush=True)
 
     def take_both_themes(self, name: str) -> None:
@@ -62,7 +61,7 @@ def run_cleaning(program: Panel, album: Album) -> None:
     album.take_both_themes("bereit")
     program.press_and_hold(START)
     program.wait_until_shown(ABORT)
-    for stop in _STOPS:
+    for stop in STOPS:
         program.wait_for(f"{stop} %", lambda: progress(program) >= stop, _RUN_DEADLINE_SECS)
         album.take_both_themes(f"reinigung-{stop}-prozent")
     program.wait_until_shown("100 %", deadline=_RUN_DEADLINE_SECS)
@@ -72,10 +71,10 @@ def run_cleaning(program: Panel, album: Album) -> None:
 
 def main() -> int:
     """Gives the exit code."""
-    with Desktop() as desktop, panel.demo(_TIME_FACTOR) as program:
+    with Desktop(), panel.demo(_TIME_FACTOR) as program:
         program.wait_until_shown(START)
         try:
-            run_cleaning(program, Album(desktop, program, Path(sys.argv[1])))
+            run_cleaning(program, Album(program, Path(sys.argv[1])))
         except AssertionError as error:
             print(f"The run did not reach its end: {error}", file=sys.stderr)
             return 1

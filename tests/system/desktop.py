@@ -56,10 +56,6 @@ class Desktop:
     ) -> None:
         self._stop()
 
-    def screenshot(self, path: Path, window: str = "root") -> None:
-        """Saves a picture of the screen or of the window with that id."""
-        subprocess.run(["import", "-window", window, str(path)], check=True)
-
     def _folder(self, name: str) -> Path:
         folder = self.directory / name
         folder.mkdir(mode=0o700)
@@ -102,6 +98,11 @@ def xdotool(*arguments: str | int) -> str:
     """Sends real X events or asks the server; gives what xdotool prints."""
     command = ["xdotool", *map(str, arguments)]
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def screenshot(path: Path, window: str = "root") -> None:
+    """Saves a picture of the screen or of the window with that id."""
+    subprocess.run(["import", "-window", window, str(path)], check=True)
 
 
 def click(x: int, y: int) -> None:

@@ -41,6 +41,7 @@ class Panel:
         self._reader = threading.Thread(target=self._read, daemon=True)
 
     def __enter__(self) -> "Panel":
+        accessible.connect()
         self._process = subprocess.Popen(  # pylint: disable=consider-using-with
             self._command,
             env=self._environment,

@@ -4,7 +4,6 @@
 
 #include <QMessageLogContext>
 
-#include <climits>
 #include <cstdarg>
 #include <string>
 #include <vector>
@@ -72,11 +71,9 @@ TEST_F(LogTest, LongAndForeignTextsStayWhole)
 
 TEST_F(LogTest, AFormatThatCannotBeAppliedIsReportedAtTheSameLevel)
 {
-    const std::string endless(std::to_string(INT_MAX)); // not a literal, or the compiler refuses it
-    logWarning(("%" + endless + "d%" + endless + "d").c_str(), 1, 1);
-    EXPECT_THAT(lines,
-                ElementsAre(FieldsAre(QtWarningMsg, nativeLogCategory, nullptr,
-                                      "Konnte die Nachricht nicht formatieren (%2147483647d%2147483647d)")));
+    logWarning("%ls", L"\xD800"); // half a pair
+    EXPECT_THAT(lines, ElementsAre(FieldsAre(QtWarningMsg, nativeLogCategory, nullptr,
+                                             "Konnte die Nachricht nicht formatieren (%ls)")));
 }
 
 TEST_F(LogTest, StreamsSeparateByABlankAndQuoteTextsOfQt)

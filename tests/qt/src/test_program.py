@@ -1,6 +1,5 @@
 """The program's entry, run as a whole without a screen: test_program.py <entry host> <backend> <python>."""
 
-import os
 import re
 import signal
 import socket
@@ -47,7 +46,6 @@ class ProgramTest(unittest.TestCase):
             "TEST_ENVIRONMENT": str(self.folder / "environment"),
             "TEST_SOCKET": str(self.folder / "raise.sock"),
         }
-        variables.update({name: value for name, value in os.environ.items() if "SAN_OPTIONS" in name})
         return subprocess.run(
             [HOST, *arguments],
             capture_output=True,
@@ -58,7 +56,7 @@ class ProgramTest(unittest.TestCase):
         )
 
     def test_start_and_end(self) -> None:
-        """The start sets theme and title, the backend gets Ready, the event loop gives the exit code."""
+        """Theme, title, Ready for the backend, and the event loop's result as the exit code."""
         run = self.run_program()
         self.assertEqual(run.returncode, 7, run.stderr)
         told = [line for line in run.stdout.splitlines() if line.startswith(("dark", "title", READY))]
@@ -120,7 +118,7 @@ class ProgramTest(unittest.TestCase):
         self.assertIn(READY, run.stdout)
 
     def test_make_stubs(self) -> None:
-        """`--make-stubs` imports the backend and ends with 0: no window, no search, no init."""
+        """`--make-stubs` imports the backend and ends with 0: no window, no other instance, no init."""
         self.write("bin/wmctrl", "#!/bin/sh\necho 'Brovik Kubelor'\n", 0o755)
         run = self.run_program("--make-stubs")
         self.assertEqual(run.returncode, 0, run.stderr)
@@ -134,8 +132,7 @@ class ProgramTest(unittest.TestCase):
         options = (
             "Startet die Anwendung im Fullscreen-Modus",
             "Verwende den PointingHandCursor als Standard-Cursor (experimentell - Cursor kann von der "
-            "Anwendung "
-            "nicht mehr geändert werden)",
+            "Anwendung nicht mehr geändert werden)",
             "Erstelle die Python Stub-Files (*.pyi)",
         )
         for arguments in (["--help"], ["-h", "--make-stubs"], ["--version"], ["-v", "-f"]):
@@ -158,14 +155,13 @@ class ProgramTest(unittest.TestCase):
         message = (
             "message: Ungültige(r) Parameter|Beim Programmstart wurden ungültige Parameter übergeben:<br>"
             "Unknown option 'unknown&lt;b&gt;'.<br><br><b>Falls dieser Fehler im Produktivbetrieb auftritt, "
-            "bitte der "
-            "Firma Brovik Bescheid geben.</b>|warning|0"
+            "bitte der Firma Brovik Bescheid geben.</b>|warning|0"
         )
         self.assertIn("fullscreen: ", lines)
         self.assertLess(lines.index(READY), lines.index(message))
 
     def test_messages_of_the_start_come_after_it(self) -> None:
-        """What the backend reports before the screens are loaded comes after it, before later reports."""
+        """What comes before the screens are loaded is shown once they are, before what comes later."""
         lines = self.run_program("--unknown", TEST_MESSAGES="1").stdout.splitlines()
         shown = [line.split("|")[0] for line in lines if line.startswith(("message", READY))]
         self.assertEqual(
@@ -173,7 +169,7 @@ class ProgramTest(unittest.TestCase):
         )
 
     def test_second_instance_by_window(self) -> None:
-        """A listed window ends the second process with 100; its backend is started and stopped again."""
+        """A listed window ends the second process with 100; its backend has been started and is stopped."""
         self.write(
             "bin/wmctrl", '#!/bin/sh\necho "$@" >>"$HOME/calls"\necho \'0x1 0 h Brovik Kubelor\'\n', 0o755
         )

@@ -1,13 +1,11 @@
 """Uses all ways out, and ends the program when its window is ready."""
 
-# pylint: disable=wildcard-import,unused-wildcard-import
 import os
 import sys
 
 from brovik import Logger
 from brovik.gui import GuiEnum, Gui
 
-from controller.recording import *
 
 print("imported", os.environ.get("BROVIK_MAKE_PY_STUBS"))
 

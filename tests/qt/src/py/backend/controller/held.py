@@ -1,9 +1,7 @@
 """Stays in an entry function until the test asks for a page."""
 
-# pylint: disable=wildcard-import,unused-wildcard-import
 from brovik.gui import PageEnum
 
-from controller.recording import *
 from controller.telling import tell, wait_for_page
 
 

@@ -1,1 +1,3 @@
 """Has no init."""
+
+LACKING = ("init",)

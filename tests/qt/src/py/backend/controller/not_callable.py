@@ -1,6 +1,3 @@
 """Has an entry function that is none."""
 
-# pylint: disable=wildcard-import,unused-wildcard-import
-from controller.recording import *
-
-chart_action_from_cpp = 5
+chart_action_from_cpp = 5  # pylint: disable=invalid-name

@@ -1,8 +1,5 @@
 """Lets an exception out of an entry function."""
 
-# pylint: disable=wildcard-import,unused-wildcard-import
-from controller.recording import *
-
 
 def gui_value_from_cpp(_what: object, _value: object) -> None:
     """Breaks the rule."""

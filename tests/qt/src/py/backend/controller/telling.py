@@ -1,7 +1,6 @@
 """How a backend for tests tells the test what happened to it."""
 
 import threading
-import time
 
 from brovik.gui import Gui, PageEnum
 
@@ -19,5 +18,6 @@ def tell_call(function: str, *arguments: object) -> None:
 
 def wait_for_page(page: PageEnum) -> None:
     """Waits until the test asks for a page."""
+    pause = threading.Event()
     while Gui.page != page:
-        time.sleep(0.001)
+        pause.wait(0.001)

@@ -1,12 +1,10 @@
 """Has a thread that outlives the event loop, and an exit function."""
 
-# pylint: disable=wildcard-import,unused-wildcard-import
 import atexit
 import threading
 
 from brovik.gui import PageEnum
 
-from controller.recording import *
 from controller.telling import tell_call, wait_for_page
 
 
