@@ -81,7 +81,7 @@ class Node:
 
 
 def connect() -> Any:
-    """The root of all programs. Ask for it before the first program starts: two who call the bus up at once may miss
+    """The root of all programs. Ask for it before the first program starts: two who call up the bus may miss
     each other for good."""
     desktop = Atspi.get_desktop(0)
     desktop.set_cache_mask(Atspi.Cache.NONE)

@@ -37,7 +37,7 @@ class RunTest(unittest.TestCase):
             self.assertEqual(program.close(), 0)
 
     def test_switch_follows_the_backend(self) -> None:
-        """The demo machine takes the operator's wish; a backend that does not leaves the switch where it was."""
+        """The demo machine takes the wish; a backend that does not leaves the switch where it was."""
         with panel.demo(1) as program:
             program.click(INTENSIVE)
             program.wait_for("the switch", lambda: self._is_on(program))
