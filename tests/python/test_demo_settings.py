@@ -58,6 +58,7 @@ class WishTest(StoredCase):
                     value = wished[name] = "Ätznatron <b>5 %</b>"
                 else:
                     wished[name] = getattr(SettingsValues, f"{name}_max")
+                    # The maximum is read by its name, so its type is not known here.
                     value = float(wished[name])  # type: ignore[arg-type]
                 self.wish(name, value)
                 self.assertEqual(getattr(SettingsValues, name), wished[name])

@@ -190,6 +190,7 @@ class GuiTest(unittest.TestCase):
             lambda: gui.Gui.set_pico_return_value(1.5),
         ):
             with self.assertRaises(TypeError):
+                # A lambda without annotations, that passes a wrong type on purpose.
                 call()  # type: ignore[no-untyped-call]
         self.assertEqual(self.emitted(), [])
         gui.Gui.status = None
