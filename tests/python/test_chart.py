@@ -3,6 +3,7 @@
 import contextlib
 import gc
 import math
+import operator
 import os
 import tempfile
 import threading
@@ -73,14 +74,14 @@ def record(name: str, duration: int = 60) -> ChartMetaData:
     )
 
 
-def fields(of: ChartMetaData) -> tuple[str, str, str, str, int]:
+def fields(saved: ChartMetaData) -> tuple[str, str, str, str, int]:
     """All fields of a record."""
-    return of.name, of.result, of.status, of.datetime_str, of.duration
+    return saved.name, saved.result, saved.status, saved.datetime_str, saved.duration
 
 
-def names(of: ChartMetaDataList) -> list[str]:
+def names(charts: ChartMetaDataList) -> list[str]:
     """The names in a list."""
-    return [of[index].name for index in range(of.size())]
+    return [charts[index].name for index in range(charts.size())]
 
 
 def list_of(*members: str) -> ChartMetaDataList:
@@ -399,7 +400,7 @@ class ListTest(ChartCase):
         """All that takes an index."""
         return {
             "get": lambda index: made[index],
-            "set": lambda index: made.__setitem__(index, record("x")),
+            "set": lambda index: operator.setitem(made, index, record("x")),
             "at": made.at,
         }
 

@@ -72,7 +72,9 @@ template <typename List, typename ElementAt>
 void bindIterator(py::class_<List> &cls, const ElementAt &elementAt)
 {
     py::class_<Iterator<List>>(cls, "iterator", "Walks over the elements.")
-        .def("__iter__", [](const py::object &self) { return self; })
+        .def(
+            "__iter__", [](Iterator<List> &self) -> Iterator<List> & { return self; },
+            py::return_value_policy::reference)
         .def("__next__", [elementAt](Iterator<List> &iterator) {
             if (iterator.next >= iterator.list->size()) {
                 throw py::stop_iteration();
