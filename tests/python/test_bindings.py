@@ -75,10 +75,6 @@ class ModuleTest(unittest.TestCase):
     def test_enum_numbers_of_the_skeletons(self) -> None:
         """Enumerations of the objects that hold nothing else yet."""
         self.assertEqual(
-            {name: int(value) for name, value in brovik.chart.ChartEnum.__members__.items()},
-            {"Invalid": 0, "Save": 1, "Load": 2, "Delete": 3, "Rename": 4, "Hand": 5},
-        )
-        self.assertEqual(
             {name: int(value) for name, value in brovik.wifi.WifiActionEnum.__members__.items()},
             {"Scan": 0, "IPData": 1, "Connect": 2, "Disconnect": 3, "Login": 4, "RestartWireguard": 5},
         )
