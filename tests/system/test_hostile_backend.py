@@ -114,7 +114,7 @@ class RaisingBackendTest(unittest.TestCase):
 
     def test_every_failure_is_shown(self) -> None:
         """Each forwarded exception is a dialog, and the program runs on."""
-        with Panel(panel.CONTROLLERS / "raising") as program:
+        with panel.remote(KUBELOR_TEST_RAISING="1") as program:
             self._dismiss(program)
             program.press_and_hold("Automatikbetrieb starten")
             self._dismiss(program)
