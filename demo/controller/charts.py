@@ -2,6 +2,7 @@
 
 from collections.abc import Callable, Iterable
 from dataclasses import replace
+from typing import Final, TypeVar
 
 from brovik import Logger
 from brovik.auto import Auto
@@ -13,7 +14,9 @@ from .recording import NEUTRAL, Recorder
 from .saved_charts import ChartInfo, SavedChart
 from .storage import Storage, StorageWriter
 
-HAND_TITLE = "Handbetrieb"
+HAND_TITLE: Final = "Handbetrieb"
+
+T = TypeVar("T")
 
 
 def all_lines() -> dict[str, ChartLineClass]:
@@ -22,7 +25,7 @@ def all_lines() -> dict[str, ChartLineClass]:
     return {name: line for name, line in found.items() if line is not None}
 
 
-class Charts:
+class Charts:  # pylint: disable=too-few-public-methods
     """The charts, as the operator sees them. Belongs to the machine thread.
 
     The file is read and written by the storage's thread, which posts the outcome back.
@@ -80,7 +83,8 @@ class Charts:
             )
             recorded_as = info.name
             self._in_file(
-                lambda storage: storage.charts.save(chart), lambda: self._was_saved(chart.info, recorded_as)
+                lambda storage: storage.charts.save(chart),
+                lambda _: self._was_saved(chart.info, recorded_as),
             )
 
     def _was_saved(self, info: ChartInfo, recorded_as: str) -> None:
@@ -96,10 +100,7 @@ class Charts:
         if Chart.active:
             Gui.toast_warn("Zuerst die Aufzeichnung beenden")
         elif self._exists(name):
-            loaded: list[SavedChart] = []
-            self._in_file(
-                lambda storage: loaded.append(storage.charts.load(name)), lambda: self._was_loaded(*loaded)
-            )
+            self._in_file(lambda storage: storage.charts.load(name), self._was_loaded)
 
     def _was_loaded(self, chart: SavedChart) -> None:
         if Chart.active:
@@ -114,7 +115,7 @@ class Charts:
 
     def _delete(self, name: str) -> None:
         if self._exists(name):
-            self._in_file(lambda storage: storage.charts.delete(name), lambda: self._was_deleted(name))
+            self._in_file(lambda storage: storage.charts.delete(name), lambda _: self._was_deleted(name))
 
     def _was_deleted(self, name: str) -> None:
         self._saved.pop(name, None)
@@ -123,7 +124,8 @@ class Charts:
     def _rename(self, old: str, new: str) -> None:
         if old != new and self._exists(old) and self._may_use(new):
             self._in_file(
-                lambda storage: storage.charts.rename(old, new), lambda: self._was_renamed(old, new)
+                lambda storage: storage.charts.rename(old, new),
+                lambda _: self._was_renamed(old, new),
             )
 
     def _was_renamed(self, old: str, new: str) -> None:
@@ -151,12 +153,12 @@ class Charts:
             return False
         return True
 
-    def _in_file(self, task: Callable[[Storage], None], done: Command) -> None:
+    def _in_file(self, task: Callable[[Storage], T], done: Callable[[T], None]) -> None:
         """Has the storage's thread do something, and this thread what follows if it went well."""
 
         def perform(storage: Storage) -> None:
-            task(storage)
-            self._post(done)
+            result = task(storage)
+            self._post(lambda: done(result))
 
         self._writer.perform(perform)
 

@@ -33,14 +33,14 @@ DOSING_MARGIN: Final = 1.5
 class Operation:
     """All that happens on the machine thread. From another thread, a call of it is posted."""
 
-    def __init__(
+    def __init__(  # pylint: disable=too-many-arguments
         self,
         board: Board,
         plant: Plant,
         equipment: Equipment,
         writer: StorageWriter,
         recorder: Recorder,
-    ) -> None:  # pylint: disable=too-many-arguments
+    ) -> None:
         self.questions = Questions(Gui.question, Gui.close_dialog)
         self._board = board
         self._plant = plant

@@ -10,6 +10,7 @@ import threading
 import unittest
 from dataclasses import replace
 from pathlib import Path
+from typing import Any
 
 from controller.saved_charts import ChartInfo, SavedChart
 from controller.storage import (
@@ -146,7 +147,8 @@ class ChartsTest(StorageCase):
     def test_all_or_nothing(self) -> None:
         """A chart that cannot be written as a whole is not written at all."""
         storage = self.open()
-        bad = replace(self.chart("a"), lines={"P": [(0.0, 0.0)], "Lw": [("x", 1.0)]})  # type: ignore[list-item]
+        wrong: Any = ("x", 1.0)
+        bad = replace(self.chart("a"), lines={"P": [(0.0, 0.0)], "Lw": [wrong]})
         with self.assertRaises(TypeError):
             storage.charts.save(bad)
         self.assertEqual(storage.charts.infos(), [])

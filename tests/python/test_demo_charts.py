@@ -3,6 +3,7 @@
 import unittest
 from collections.abc import Callable
 from itertools import pairwise
+from typing import Any
 
 import _probe
 from brovik.actuator import ActuatorEnum
@@ -128,7 +129,7 @@ class RecordingTest(SteppedCase):
         self.run_until(lambda: len(Chart.p.data) == 5, "points")
         charts.act(ChartEnum.Hand, None)
         self.assertEqual(Chart.kalt.data, [(0.0, Chart.kalt.data[0][1])])
-        self.assertEqual(Chart.actuator_names[int(Chart.kalt.data[0][1]) - 1], "MV Kalt")
+        self.assertEqual(Chart.actuator_names[int(Chart.kalt.data[0][1]) - 1], "Wasser kalt")
         self.assertEqual((Chart.step.data, Chart.step_names), ([], []))
         self.assertEqual((self.info().result, self.info().status), ("neutral", "Handbetrieb"))
 
@@ -141,7 +142,10 @@ class RecordingTest(SteppedCase):
         self.assertEqual(Chart.p.data, [])
         self.backend.charts.act(ChartEnum.Hand, None)
         self.assertTrue(Chart.active)
-        self.assertEqual(self.signals("toastWarn"), [["Der Automatikbetrieb wird bereits aufgezeichnet"]])
+        self.assertEqual(
+            [text for text, _ in self.signals("toastWarn")],
+            ["Der Automatikbetrieb wird bereits aufgezeichnet"],
+        )
 
     def test_each_signal_once(self) -> None:
         """Start and end of a recording are one change each for the screens."""
@@ -165,7 +169,7 @@ class LibraryTest(RunningCase):
     def record(self) -> None:
         """Leaves a recording by hand that can be saved."""
         self.act(ChartEnum.Hand, None)
-        self.until(lambda: len(Chart.p.data) > 5, "points")
+        self.until(lambda: Chart.active and len(Chart.p.data) > 5, "points")
         self.act(ChartEnum.Hand, None)
         self.until(lambda: Chart.savable, "end of the recording")
 
@@ -175,7 +179,7 @@ class LibraryTest(RunningCase):
         self.act(ChartEnum.Save, name)
         self.until(lambda: name in Chart.assigned_names, "saving")
 
-    def refused(self, signal: str, action: Callable[[], None]) -> list[object]:
+    def refused(self, signal: str, action: Callable[[], None]) -> list[Any]:
         """What the operator is told about an action; nothing else may happen."""
         before, names = len(self.signals(signal)), list(Chart.assigned_names)
         action()
@@ -247,9 +251,7 @@ class LibraryTest(RunningCase):
             lambda: self.act(ChartEnum.Rename, ["b", "a"]),
             lambda: self.act(ChartEnum.Save, "  "),
         ):
-            title, _, category = self.refused("message", action)[:3]
-            self.assertEqual(title, "Chart Name")
-            del category
+            self.assertEqual(self.refused("message", action)[0], "Chart Name")
         self.assertTrue(Chart.savable)
 
     def test_nothing_there(self) -> None:
@@ -269,10 +271,8 @@ class LibraryTest(RunningCase):
         self.save("a")
         self.act(ChartEnum.Hand, None)
         self.until(lambda: Chart.active, "recording")
-        self.assertEqual(
-            self.refused("toastWarn", lambda: self.act(ChartEnum.Load, "a")),
-            ["Zuerst die Aufzeichnung beenden"],
-        )
+        text, _ = self.refused("toastWarn", lambda: self.act(ChartEnum.Load, "a"))
+        self.assertEqual(text, "Zuerst die Aufzeichnung beenden")
 
     def test_values_that_make_no_sense(self) -> None:
         """They are logged, and nothing happens."""
@@ -287,7 +287,7 @@ class LibraryTest(RunningCase):
         ):
             self.act(enum, value)
         self.handled()
-        self.assertEqual(sum("wird ignoriert" in line for line in log.lines), 5)
+        self.assertEqual(sum("wird ignoriert" in message[1] for message in log.messages), 5)
         self.assertEqual(list(Chart.assigned_names), [])
 
     def test_thousand_charts(self) -> None:

@@ -60,7 +60,8 @@ class WifiTest(unittest.TestCase):
         wifi.Wifi.set_login_data("Halle", "geheim")
         wifi.Wifi.set_login_data(psk="", ssid="Büro")
         self.assertEqual(
-            log.emissions, [("gotLoginData", False, ["Halle", "geheim"]), ("gotLoginData", False, ["Büro", ""])]
+            log.emissions,
+            [("gotLoginData", False, ["Halle", "geheim"]), ("gotLoginData", False, ["Büro", ""])],
         )
 
     def test_scan_results(self) -> None:

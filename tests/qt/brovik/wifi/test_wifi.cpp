@@ -43,7 +43,7 @@ TEST_F(WifiTest, DeclaredProperties)
                             "int qualityPercentage -> qualityPercentageChanged()",
                             "int qualityLevel -> qualityLevelChanged()", "bool is5GHz -> is5GHzChanged()",
                             "QList<QMap<QString,QVariant>> ipMapList -> ipMapListChanged()",
-                            "QMap<QString,QVariant> scanResults -> scanResultsChanged()"));
+                            "QVariantMap scanResults -> scanResultsChanged()"));
 }
 
 TEST_F(WifiTest, DeclaredSignals)
