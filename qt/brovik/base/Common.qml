@@ -30,6 +30,7 @@ Item {
     property int spacing: 5
     readonly property int dialogMaxWidth: 450
     readonly property int dialogWidth: Math.min(dialogMaxWidth, w1)
+    readonly property int drawnDialogs: 3
     readonly property int dialogTextHeight: 100
     readonly property int dialogDetailsHeight: 200
     // Characters: a title or toast, what a dialog lays out as rich text, the pieces in which it lays out more.
@@ -48,6 +49,7 @@ Item {
     // Milliseconds.
     property int delayButtonDelay: 1500
     property int toolTipDuration: 500
+    readonly property int echoDuration: 5000
 
     // Position of each page in its stack; the page writes its own.
     property int autoOverviewIndex

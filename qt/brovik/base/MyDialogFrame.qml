@@ -12,6 +12,8 @@ Popup {
     property alias color: titleBar.barColor
     property alias text: mainText.text
     property alias textMinimumHeight: mainText.minimumHeight
+    // Others stand above it, and it is not drawn: drawing hundreds would take all the time there is.
+    property bool covered: false
     // The dialog is fading out: it has its answer already.
     readonly property bool closing: privat.closing
     default property alias content: column.data
@@ -26,6 +28,7 @@ Popup {
     height: Math.min(column.implicitHeight + topPadding + bottomPadding, parent ? parent.height : Infinity)
     margins: 0
     modal: true
+    dim: modal && !covered
     focus: true
     closePolicy: Popup.NoAutoClose
 
@@ -34,6 +37,7 @@ Popup {
 
         spacing: Common.spacing
         focus: true
+        visible: !root.covered
 
         Keys.onEnterPressed: root.enterPressed()
         Keys.onReturnPressed: root.enterPressed()
@@ -56,6 +60,12 @@ Popup {
     onAboutToHide: privat.closing = true
     onOpened: column.forceActiveFocus()
     onClosed: privat.closing = false
+
+    Binding {
+        target: root.background
+        property: "visible"
+        value: !root.covered
+    }
 
     QtObject {
         id: privat

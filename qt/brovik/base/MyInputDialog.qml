@@ -8,6 +8,7 @@ import brovik.base
 Rectangle {
     id: root
 
+    property alias covered: popup.covered
     property alias title: popup.title
     property alias text: popup.text
     property alias input: field
@@ -79,7 +80,7 @@ Rectangle {
             color: root.stdColor
         }
     }
-    opacity: 0.5
+    opacity: covered ? 0 : 0.5
     visible: popup.visible
 
     // The popup is not modal, since that would lock the on-screen keyboard too. So the clicks end here.
