@@ -69,7 +69,7 @@ BaseTemplate {
 
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                text: Gui.status2
+                text: Common.shortText(Gui.status2, Common.statusTextLimit)
             }
         }
 
@@ -78,7 +78,7 @@ BaseTemplate {
 
             Layout.fillWidth: true
             Layout.preferredHeight: privat.statusHeight
-            text: Gui.status
+            text: Common.shortText(Gui.status, Common.statusTextLimit)
         }
 
         RowLayout {

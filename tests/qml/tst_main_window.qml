@@ -64,6 +64,15 @@ Item {
             compare([Common.autoOverviewIndex, Common.chartsOverviewIndex, Common.settingsOverviewIndex], [0, 1, 2]);
         }
 
+        function test_huge_status() {
+            Backend.runOnThread("gui.Gui.status = gui.Gui.status2 = gui.Gui.status3 = 'lang ' * 2000000");
+            for (const name of ["status", "status2", "status3"]) {
+                tryVerify(() => part(name).text.length === Common.statusTextLimit + 1);
+            }
+            Backend.runOnThread("gui.Gui.status3 = ''");
+            tryVerify(() => !part("status3").text);
+        }
+
         function test_header_texts() {
             Backend.runOnThread("sensor.Sensor.set_p_without_offset(1.239)\nsensor.Sensor.set_lw_without_offset(42)\ngui.Gui.status, gui.Gui.status2 = '<b>Schritt</b>', 'Zwei\\nZeilen'");
             tryCompare(part("pressure"), "text", "Druck:\n1.24 bar");

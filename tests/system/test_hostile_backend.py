@@ -49,9 +49,7 @@ class HostileBackendTest(unittest.TestCase):
         self.program.wait_until_shown("Testbackend bereit")
 
     def _wait_for_reports(self, count: int) -> None:
-        self.program.wait_for(
-            f"{count} reports", lambda: len(dialog_data(self.program)) >= count
-        )
+        self.program.wait_for(f"{count} reports", lambda: len(dialog_data(self.program)) >= count)
 
     def _ends(self) -> set[str]:
         """The titles of the messages that the writers end with, as far as they show."""
@@ -77,7 +75,9 @@ class HostileBackendTest(unittest.TestCase):
         shown = self._ends()
         desktop.press_key("Return")
         self.program.wait_for("all ends", lambda: len(shown | self._ends()) == WRITERS)
-        self.assertEqual([data["current"][0] for data in dialog_data(self.program)[:WRITERS]], [-1, -2, -3, -4])
+        self.assertEqual(
+            [data["current"][0] for data in dialog_data(self.program)[:WRITERS]], [-1, -2, -3, -4]
+        )
 
     def test_many_dialogs(self) -> None:
         """200 messages are 200 dialogs, of which the last ones show; operator and backend close them all."""
@@ -123,9 +123,9 @@ class RaisingBackendTest(unittest.TestCase):
         with Panel(panel.CONTROLLERS / "raising") as program:
             self._dismiss(program, "gui_value_from_cpp(GuiEnum.Ready, None)", 1)
             program.press_and_hold("Automatikbetrieb starten")
-            self._dismiss(program, "auto_value_from_cpp(AutoEnum.ToggleAuto, None)", 2)
+            self._dismiss(program, "auto_value_from_cpp(AutoEnum.Toggle, None)", 2)
             program.click("Intensivreinigung durchführen")
-            self._dismiss(program, "settings_from_cpp(SettingsEnum.IntenseCleaning, True)", 3)
+            self._dismiss(program, "settings_from_cpp(SettingsEnum.intense_cleaning, True)", 3)
             self.assertEqual(len(self._failures(program)), 9)
             self.assertEqual(program.close(), 0)
 

@@ -33,8 +33,9 @@ Item {
     readonly property int drawnDialogs: 3
     readonly property int dialogTextHeight: 100
     readonly property int dialogDetailsHeight: 200
-    // Characters: a title or toast, what a dialog lays out as rich text, the pieces in which it lays out more.
+    // Characters: a title or toast, a status, what a dialog lays out as rich text, the pieces in which it lays out more.
     readonly property int shortTextLimit: 200
+    readonly property int statusTextLimit: 1000
     readonly property int richTextLimit: 20000
     readonly property int textPiece: 1000
     readonly property int dialogTitlePadding: 3
@@ -98,12 +99,12 @@ Item {
     }
 
     // A text for a place that has no room for a long one. What is cut goes to the log.
-    function shortText(text) {
-        if (text.length <= shortTextLimit) {
+    function shortText(text, limit = shortTextLimit) {
+        if (text.length <= limit) {
             return text;
         }
         console.log(text);
-        return text.slice(0, shortTextLimit) + "…";
+        return text.slice(0, limit) + "…";
     }
 
     // The text in pieces of at most `textPiece` characters, cut at the ends of lines or words where there are any.
