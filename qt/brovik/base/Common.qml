@@ -3,6 +3,7 @@ pragma Singleton
 
 import QtQuick
 import QtQuick.Controls.Material
+// For the attached margins that printLayoutInfo() reads, which the linter does not see.
 import QtQuick.Layouts // qmllint disable unused-imports
 
 import brovik.gui

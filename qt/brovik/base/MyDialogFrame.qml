@@ -32,6 +32,7 @@ Popup {
     focus: true
     closePolicy: Popup.NoAutoClose
 
+    // The id ends the deferring: the style has no content of its own that would be made in vain.
     contentItem: ColumnLayout { // qmllint disable deferred-property-id
         id: column
 
