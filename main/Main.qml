@@ -17,8 +17,6 @@ BaseTemplate {
     width: 800
     height: 1200
     font.pointSize: Gui.fSizeS
-    // The style would write buttons and tabs in capitals.
-    font.capitalization: Font.MixedCase
 
     MyToast {
         id: toast

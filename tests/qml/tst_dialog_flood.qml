@@ -65,7 +65,7 @@ Item {
             }
 
             function drawn(dialogs) {
-                return dialogs.map(dialog => dialog.contentItem.visible && dialog.background.visible && dialog.dim);
+                return dialogs.map(dialog => dialog.contentItem.visible && dialog.background.visible);
             }
 
             function test_only_the_uppermost_are_drawn() {
@@ -76,6 +76,15 @@ Item {
                 tryVerify(() => spy.count === 6);
                 compare(drawn(dialogs.slice(0, 4)), [false, true, true, true]);
                 compare(dialogs[1].height, dialogs[2].height);
+            }
+
+            function test_only_the_uppermost_dims() {
+                const dialogs = [1, 2, 3].map(message);
+                compare(dialogs.map(dialog => dialog.dim), [false, false, true]);
+                open(dialogs[2]).close();
+                compare(dialogs.slice(0, 2).map(dialog => dialog.dim), [false, true]);
+                tryVerify(() => spy.count === 4);
+                compare(dialogs.slice(0, 2).map(dialog => dialog.dim), [false, true]);
             }
 
             function test_covered_dialog_answers_as_any_other() {

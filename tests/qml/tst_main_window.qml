@@ -61,6 +61,7 @@ Item {
         function test_window() {
             compare([window.width, window.height], [800, 1200]);
             compare(window.font.pointSize, Gui.fSizeS);
+            compare(window.font.capitalization, Font.MixedCase);
             compare([Common.autoOverviewIndex, Common.chartsOverviewIndex, Common.settingsOverviewIndex], [0, 1, 2]);
         }
 

@@ -76,6 +76,8 @@ Item {
     property color colorWarningAlpha: Qt.alpha(colorWarning, 0.75)
     property color colorActive: isDarkTheme ? Qt.darker("grey", 1.5) : "lightgrey"
     property color colorHovered: Qt.lighter(colorActive, isDarkTheme ? 1.2 : 1.1)
+    // Over the page below a dialog. That of the style is nearly white in the dark theme.
+    readonly property color colorVeil: Qt.rgba(0, 0, 0, 0.6)
     property color bg1Dark: "#355269"
     property color bg1Light: "#b4c7dc"
     property color bg2Dark: Qt.darker("grey", 2)

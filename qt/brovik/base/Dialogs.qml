@@ -144,7 +144,7 @@ Item {
         privat.push(newId);
         Gui.toPy(Gui.PopupOpened, true);
         privat.openDialogsMap.set(String(newId), [popup, null]);
-        privat.coverLower();
+        privat.countAbove();
         return newId;
     }
 
@@ -274,23 +274,23 @@ Item {
             let accepted = false;
             dialog.accepted?.connect(() => accepted = true);
             dialog.closed.connect(() => removeDialogById(newId, accepted, true));
-            dialog.visibleChanged?.connect(coverLower);
+            dialog.visibleChanged?.connect(countAbove);
+            dialog.closingChanged?.connect(countAbove);
             return newId;
         }
 
-        // Of the dialogs that are open, only the uppermost are drawn. Below a covered one all are covered already.
-        function coverLower() {
+        // Tells each dialog how many stand above it. Below a covered one all are covered already.
+        function countAbove() {
             let above = 0;
             for (let i = openDialogsIdStack.length - 1; i >= 0; --i) {
                 const [dialog] = openDialogsMap.get(openDialogsIdStack[i]) ?? [];
-                const covered = above >= Common.drawnDialogs;
-                if (covered && dialog?.covered) {
+                if (above >= Common.drawnDialogs && dialog?.covered) {
                     return;
                 }
-                if (dialog?.covered !== undefined) {
-                    dialog.covered = covered;
+                if (dialog?.above !== undefined) {
+                    dialog.above = above;
                 }
-                if (dialog?.visible) {
+                if (dialog?.visible && !dialog.closing) {
                     ++above;
                 }
             }
@@ -344,7 +344,7 @@ Item {
                 openDialogsIdStack.splice(index, 1);
             }
             openDialogsIdStackLen = openDialogsIdStack.length;
-            coverLower();
+            countAbove();
 
             const reply = {[key]: {a: accepted}, current: currentForBackend()};
             if (value !== undefined) {

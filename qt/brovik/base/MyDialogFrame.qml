@@ -12,8 +12,10 @@ Popup {
     property alias color: titleBar.barColor
     property alias text: mainText.text
     property alias textMinimumHeight: mainText.minimumHeight
-    // Others stand above it, and it is not drawn: drawing hundreds would take all the time there is.
-    property bool covered: false
+    // The dialogs that show above this one, as far as they matter.
+    property int above: 0
+    // It is not drawn: drawing hundreds would take all the time there is.
+    readonly property bool covered: above >= Common.drawnDialogs
     // The dialog is fading out: it has its answer already.
     readonly property bool closing: privat.closing
     default property alias content: column.data
@@ -28,7 +30,11 @@ Popup {
     height: Math.min(column.implicitHeight + topPadding + bottomPadding, parent ? parent.height : Infinity)
     margins: 0
     modal: true
-    dim: modal && !covered
+    // One veil is enough; more would hide all that is below.
+    dim: modal && above === 0
+    Overlay.modal: Rectangle {
+        color: Common.colorVeil
+    }
     focus: true
     closePolicy: Popup.NoAutoClose
 

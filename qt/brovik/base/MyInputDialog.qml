@@ -8,7 +8,9 @@ import brovik.base
 Rectangle {
     id: root
 
-    property alias covered: popup.covered
+    property alias above: popup.above
+    readonly property alias covered: popup.covered
+    readonly property alias closing: popup.closing
     property alias title: popup.title
     property alias text: popup.text
     property alias input: field
