@@ -61,13 +61,18 @@ py::dict dictOfScriptObject(const QJSValue &object)
     return result;
 }
 
+py::object noneFor(const char *typeName)
+{
+    warningStream() << "Keine Konvertierung für QVariant-Typ" << typeName << "implementiert";
+    return py::none();
+}
+
 py::object convertibleVariant(const QVariant &value)
 {
     if (QMetaType::canConvert(value.metaType(), QMetaType::fromType<QJSValue>())) {
         return castQt2Py(value.value<QJSValue>());
     }
-    warningStream() << "Keine Konvertierung für QVariant-Typ" << value.typeName() << "implementiert";
-    return py::none();
+    return noneFor(value.typeName());
 }
 
 } // namespace
@@ -201,7 +206,8 @@ py::object castQt2Py(const QJSValue &value)
     if (value.isString()) {
         return castQt2Py(value.toString());
     }
-    return castQt2Py(value.toVariant());
+    // A symbol has no variant: Qt crashes when it is asked for one.
+    return value.isVariant() ? castQt2Py(value.toVariant()) : noneFor("QJSValue");
 }
 
 py::object castQt2Py(const QJsonValue &value)

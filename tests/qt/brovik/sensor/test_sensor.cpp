@@ -8,7 +8,6 @@
 
 #include <gmock/gmock.h>
 
-
 #include <cmath>
 #include <limits>
 

@@ -174,6 +174,13 @@ TEST_F(ConverterToPython, ScriptToPython)
     EXPECT_THAT(log.messages(), IsEmpty());
 }
 
+TEST_F(ConverterToPython, ASymbolIsNoneWithAWarning)
+{
+    EXPECT_EQ(typeAndRepr(script("({a: [Symbol('x')]})")()), "dict {'a': [None]}");
+    EXPECT_THAT(log.texts(QtWarningMsg),
+                ElementsAre(QStringLiteral("Keine Konvertierung für QVariant-Typ QJSValue implementiert")));
+}
+
 TEST_F(ConverterToPython, ObjectOfQtInAScriptIsADictOfItsProperties)
 {
     QJSEngine engine;
