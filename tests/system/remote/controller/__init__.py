@@ -1,4 +1,7 @@
-"""A backend that prints every call and runs the code that a test sends over a local socket."""
+"""A backend that prints every call and runs the code that a test sends over a local socket.
+
+With KUBELOR_TEST_RAISING in the environment, every call fails as well and says so as it should.
+"""
 
 import os
 import socketserver
@@ -6,7 +9,10 @@ import threading
 import traceback
 from typing import Any, Protocol
 
-from brovik.gui import Gui
+import brovik
+from brovik.gui import Gui, GuiEnum
+
+RAISING = "KUBELOR_TEST_RAISING" in os.environ
 
 
 class Entry(Protocol):  # pylint: disable=too-few-public-methods
@@ -16,9 +22,20 @@ class Entry(Protocol):  # pylint: disable=too-few-public-methods
         ...
 
 
+def _fail(text: str) -> None:
+    try:
+        raise ValueError(text)
+    except ValueError:
+        brovik.forward_exception()
+
+
 def _entry(name: str) -> Entry:
     def entry(enum: object, value: object = None) -> None:
-        print(f"CALL {name} {enum} {value}\n", end="")
+        call = f"{name} {enum} {value}"
+        print(f"CALL {call}\n", end="")
+        # A dialog that reports itself must not fail: that would open the next dialog, for ever.
+        if RAISING and enum != GuiEnum.DialogData:
+            _fail(call)
 
     return entry
 
