@@ -119,15 +119,9 @@ class RaisingBackendTest(unittest.TestCase):
     """Every entry function fails, and says so, even when it is told of the dialog that shows the failure."""
 
     def test_every_failure_is_shown(self) -> None:
-<<<<<<< .merge_file_g3bQ3P
-        """Each forwarded exception is a dialog, and the program runs on."""
-        with panel.remote(KUBELOR_TEST_RAISING="1") as program:
-            self._dismiss(program)
-=======
         """Each action that fails is one dialog, each report of a dialog that fails a log line, and none is endless."""
-        with Panel(panel.CONTROLLERS / "raising") as program:
+        with panel.remote(KUBELOR_TEST_RAISING="1") as program:
             self._dismiss(program, "gui_value_from_cpp(GuiEnum.Ready, None)", 1)
->>>>>>> .merge_file_Cuu3rQ
             program.press_and_hold("Automatikbetrieb starten")
             self._dismiss(program, "auto_value_from_cpp(AutoEnum.Toggle, None)", 2)
             program.click("Intensivreinigung durchführen")
