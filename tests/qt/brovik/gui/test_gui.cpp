@@ -221,6 +221,20 @@ TEST_F(GuiTest, WritesOfForeignThreadsReachABinding)
     }
 }
 
+TEST_F(GuiTest, EnumsOfForeignSignalsReachTheScreens)
+{
+    const QmlBinding screen(
+        {QStringLiteral("brovik.gui")},
+        QStringLiteral("''; property Connections connections: Connections {\ntarget: Gui\n"
+                       "function onToastNotify(text, icon, color) { seen += `color ${color} ` }\n"
+                       "function onRequestPopup(which) { seen += `popup ${which}` }\n}"));
+    onForeignThread([this] {
+        gui.showToast({}, Gui::IconInfo, Gui::ColorGreen, 1);
+        Q_EMIT gui.requestPopup(Gui::PopupRecovery, 2);
+    });
+    EXPECT_TRUE(screen.becomes(QStringLiteral("color 1 popup 1")));
+}
+
 TEST_F(GuiTest, FourThreadsLoseNoChange)
 {
     constexpr int threads = 4;
