@@ -3,8 +3,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-/// A mark in the event queue of the GUI thread: what other threads have raised before it arrives before it. Lives and is
-/// used on the GUI thread alone.
+/// A mark in the event queue of the GUI thread: what other threads have raised before it arrives before it.
+/// Lives and is used on the GUI thread alone.
 class EventFence : public QObject
 {
     Q_OBJECT
@@ -14,10 +14,7 @@ public:
     using QObject::QObject;
 
     /// Puts the mark behind all that waits now.
-    Q_INVOKABLE void raise()
-    {
-        QMetaObject::invokeMethod(this, &EventFence::passed, Qt::QueuedConnection);
-    }
+    Q_INVOKABLE void raise() { QMetaObject::invokeMethod(this, &EventFence::passed, Qt::QueuedConnection); }
 
 Q_SIGNALS:
     /// All that waited at raise() has arrived.
