@@ -120,7 +120,7 @@ class RaisingBackendTest(unittest.TestCase):
 
     def test_every_failure_is_shown(self) -> None:
         """An action that fails is one dialog, a report of a dialog that fails a log line; neither is endless."""
-        with Panel(panel.CONTROLLERS / "raising") as program:
+        with panel.remote(KUBELOR_TEST_RAISING="1") as program:
             self._dismiss(program, "gui_value_from_cpp(GuiEnum.Ready, None)", 1)
             program.press_and_hold("Automatikbetrieb starten")
             self._dismiss(program, "auto_value_from_cpp(AutoEnum.Toggle, None)", 2)
