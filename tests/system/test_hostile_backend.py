@@ -119,7 +119,7 @@ class RaisingBackendTest(unittest.TestCase):
     """Every entry function fails, and says so, even when it is told of the dialog that shows the failure."""
 
     def test_every_failure_is_shown(self) -> None:
-        """Each action that fails is one dialog, each report of a dialog that fails a log line, and none is endless."""
+        """An action that fails is one dialog, a report of a dialog that fails a log line; neither is endless."""
         with panel.remote(KUBELOR_TEST_RAISING="1") as program:
             self._dismiss(program, "gui_value_from_cpp(GuiEnum.Ready, None)", 1)
             program.press_and_hold("Automatikbetrieb starten")
@@ -130,7 +130,7 @@ class RaisingBackendTest(unittest.TestCase):
             self.assertEqual(program.close(), 0)
 
     def _dismiss(self, program: Panel, failure: str, number: int) -> None:
-        """Reads and closes that dialog, the only one. It fails to report that it opens, and that it closes."""
+        """Reads and closes that dialog, the only one. The reports that it opens and closes fail."""
         program.wait_until_shown("ValueError")
         program.wait_until_shown(failure)
         program.wait_for_log(f"{{'current': [-{number}.0, None]}})")
