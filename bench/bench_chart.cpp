@@ -31,10 +31,18 @@ Chart &chart()
     return Chart::instance();
 }
 
+/// Steps of ten minutes, each at a height of its own that is reached within a minute, and the noise of a
+/// sensor.
 QPointF pointAt(qsizetype index)
 {
+    constexpr double stepSeconds = 600;
+    constexpr double riseSeconds = 60;
     const double x = static_cast<double>(index) * secondsPerPoint;
-    return {x, 5.0 + 3.0 * std::sin(x * 0.01) + static_cast<double>(index * 7919 % 13) * 0.1};
+    const auto heightOf = [](double step) { return 2.0 + std::fmod(step * 3.0, 7.0); };
+    const double step = std::floor(x / stepSeconds);
+    const double reached = std::min((x - step * stepSeconds) / riseSeconds, 1.0);
+    const double noise = static_cast<double>(index * 7919 % 13) * 0.01;
+    return {x, heightOf(step) * reached + heightOf(step - 1) * (1.0 - reached) + noise};
 }
 
 ChartLine::Points record(qsizetype count)
@@ -110,7 +118,8 @@ void addPoint(benchmark::State &state, bool showAll)
         ++index;
         QElapsedTimer timer;
         timer.start();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); // the points
+        QCoreApplication::sendPostedEvents(&TraceSchedule::instance(), QEvent::MetaCall);
         state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
         timer.start();
         awaitFrame();

@@ -235,7 +235,9 @@ ChartTrace::Points ChartTrace::picture(const QLineSeries &series) const
     if (size.isEmpty() || m_time->min() >= m_time->max() || m_value->min() >= m_value->max()) {
         return {};
     }
-    const int columns = qCeil(size.width() * columnsPerPixel);
+    // A point beyond the edge shows if it is nearer than the pen is wide.
+    const double beyond = (m_time->max() - m_time->min()) / size.width() * series.pen().widthF();
+    const int columns = qCeil((size.width() + 2 * series.pen().widthF()) * columnsPerPixel);
     const double rise = (m_value->max() - m_value->min()) / size.height() * longestRise;
-    return withShortRises(m_points.seen(m_time->min(), m_time->max(), columns), rise);
+    return withShortRises(m_points.seen(m_time->min() - beyond, m_time->max() + beyond, columns), rise);
 }

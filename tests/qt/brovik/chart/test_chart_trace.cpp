@@ -177,7 +177,7 @@ void expectSamePictures(Screen &screen)
     for (const Window &window : windows) {
         screen.look(window.from, window.to);
         EXPECT_EQ(screen.difference(), 0.0) << window.from << " to " << window.to;
-        EXPECT_NEAR(screen.inked(), screen.expectedInk(), 0.1 * screen.expectedInk())
+        EXPECT_NEAR(screen.inked(), screen.expectedInk(), 0.05 * screen.expectedInk())
             << window.from << " to " << window.to;
         inked += screen.inked();
     }
@@ -249,6 +249,18 @@ TEST_P(Picture, OfOtherDataThanBefore)
     expectSamePictures(screen);
 }
 
+TEST_P(Picture, OfACrowdedRecord)
+{
+    // Many lines over each other leave no half-covered pixels at the edges, a few lines do.
+    screen.replace(record(GetParam(), 20'000));
+    for (const Window &window : {Window{0, 10'000}, {2000, 6000}, {0, 50'000}}) {
+        screen.look(window.from, window.to);
+        EXPECT_LT(screen.difference(), 0.001) << window.from << " to " << window.to;
+        EXPECT_NEAR(screen.inked(), screen.expectedInk(), 0.3 * screen.expectedInk());
+        EXPECT_GT(screen.inked(), 1000);
+    }
+}
+
 TEST_P(Picture, OfTimesThatGoBackAndBelowZero)
 {
     for (const QPointF &point : Points{{10, 3}, {-5, 0}, {30, 4}, {20, 0}, {20, 2}, {-1, 5}, {50, 0}}) {
@@ -296,11 +308,15 @@ TEST_P(Picture, OfHugeNumbersComesToAnEnd)
 TEST_P(Picture, OfABurstFromAThread)
 {
     const Points burst = record(GetParam(), 10'000);
-    onForeignThread([&] {
+    const std::unique_ptr<QThread> backend(QThread::create([&] {
         for (const QPointF &point : burst) {
             screen.line.addPoint(point);
         }
-    });
+    }));
+    backend->start();
+    while (!backend->isFinished()) {
+        QCoreApplication::processEvents();
+    }
     Screen::settle();
     PointByPoint reference(GetParam());
     for (const QPointF &point : burst) {
@@ -423,7 +439,7 @@ TEST_F(Trace, TheSeriesStaysSmall)
 {
     screen.replace(record(ChartTrace::Measured, 100'000));
     screen.look(1000, 1060);
-    EXPECT_LT(screen.shown().size(), 400);
+    EXPECT_LT(screen.shown().size(), 1000);
     screen.look(0, 50'000);
     EXPECT_LT(screen.shown().size(), 20'000);
 }
