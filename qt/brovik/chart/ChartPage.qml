@@ -7,164 +7,172 @@ import brovik.auto
 import brovik.base
 import brovik.chart
 
-ColumnLayout {
+// Not itself a layout: in a StackLayout that would miss some changes of its content.
+Item {
     id: root
 
     signal listRequested
 
-    spacing: Common.spacing
-
-    RowLayout {
-        Layout.fillWidth: true
-        Layout.topMargin: privat.topMargin
+    ColumnLayout {
+        anchors.fill: parent
         spacing: Common.spacing
 
-        ChartsOptionGroup {
-            id: optsLw
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.topMargin: privat.topMargin
+            spacing: Common.spacing
 
-            objectName: "optsLw"
+            ChartsOptionGroup {
+                id: optsLw
 
-            title: "Leitwert"
-            color: plot.lineLw.color
-            showLine: true
-            showExtended: btnShowExtended.checked
+                objectName: "optsLw"
+
+                title: "Leitwert"
+                color: plot.lineLw.color
+                showLine: true
+                showExtended: btnShowExtended.checked
+            }
+
+            ChartsOptionGroup {
+                id: optsP
+
+                objectName: "optsP"
+
+                title: "Druck"
+                color: plot.lineP.color
+                showLine: true
+                showExtended: btnShowExtended.checked
+            }
+
+            ChartsOptionGroup {
+                id: optsValves
+
+                objectName: "optsValves"
+
+                title: "Aktoren"
+                color: plot.lineLIn.color
+                showExtended: btnShowExtended.checked
+                shortLabelsEnabled: true
+            }
+
+            ChartsOptionGroup {
+                id: optsSteps
+
+                objectName: "optsSteps"
+
+                title: "Schritt"
+                color: plot.lineStep.color
+                showExtended: btnShowExtended.checked
+                shortLabelsEnabled: true
+                shortLabels: true
+            }
         }
 
-        ChartsOptionGroup {
-            id: optsP
+        ScrollView {
+            objectName: "buttons"
 
-            objectName: "optsP"
+            Layout.fillWidth: true
+            ScrollBar.horizontal.policy: ScrollBar.AlwaysOff
+            ScrollBar.vertical.policy: ScrollBar.AlwaysOff
 
-            title: "Druck"
-            color: plot.lineP.color
-            showLine: true
-            showExtended: btnShowExtended.checked
+            RowLayout {
+                spacing: Common.spacing
+
+                Button {
+                    id: btnShowExtended
+
+                    objectName: "btnShowExtended"
+
+                    horizontalPadding: Common.spacing
+                    checkable: true
+                    text: checked ? "weniger Optionen" : "mehr Optionen"
+                }
+
+                Button {
+                    objectName: "btnBrowser"
+
+                    horizontalPadding: Common.spacing
+                    enabled: Chart.metaDataList?.length > 0 && !Chart.active
+                    text: "Chart-Browser"
+
+                    onClicked: root.listRequested()
+                }
+
+                Button {
+                    objectName: "btnSave"
+
+                    horizontalPadding: Common.spacing
+                    enabled: Chart.savable
+                    text: "Speichern"
+
+                    onClicked: privat.askForName()
+                }
+
+                MyGreenCheckButton {
+                    objectName: "btnHand"
+
+                    horizontalPadding: Common.spacing
+                    enabled: !Auto_.active
+                    active: enabled && Chart.active
+                    text: active ? "Aufzeichnung beenden" : "Handbetrieb aufzeichnen"
+
+                    onClicked: Chart.toPy(Chart.ChartHand, null)
+                }
+            }
         }
 
-        ChartsOptionGroup {
-            id: optsValves
+        ChartPlot {
+            id: plot
 
-            objectName: "optsValves"
+            objectName: "chartView"
 
-            title: "Aktoren"
-            color: plot.lineLIn.color
-            showExtended: btnShowExtended.checked
-            shortLabelsEnabled: true
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            optsLw: optsLw
+            optsP: optsP
+            optsValves: optsValves
+            optsSteps: optsSteps
+            // Only controls know the window's font.
+            titleFont: swAutoScroll.font
+
+            onPointsDrawn: xLast => timeWindow.follow(xLast, swAutoScroll.checked, swShowAll.checked)
+
+            ChartTouchArea {
+                objectName: "touchArea"
+
+                anchors.fill: parent
+                enabled: !swShowAll.checked
+                timeWindow: timeWindow
+            }
         }
-
-        ChartsOptionGroup {
-            id: optsSteps
-
-            objectName: "optsSteps"
-
-            title: "Schritt"
-            color: plot.lineStep.color
-            showExtended: btnShowExtended.checked
-            shortLabelsEnabled: true
-            shortLabels: true
-        }
-    }
-
-    ScrollView {
-        objectName: "buttons"
-
-        Layout.fillWidth: true
-        ScrollBar.horizontal.policy: ScrollBar.AlwaysOff
-        ScrollBar.vertical.policy: ScrollBar.AlwaysOff
 
         RowLayout {
             spacing: Common.spacing
 
-            Button {
-                id: btnShowExtended
+            ChartSwitch {
+                id: swAutoScroll
 
-                objectName: "btnShowExtended"
+                objectName: "swAutoScroll"
 
-                checkable: true
-                text: checked ? "weniger Optionen" : "mehr Optionen"
+                enabled: !swShowAll.checked
+                checked: true
+                text: "AutoScroll"
             }
 
-            Button {
-                objectName: "btnBrowser"
+            ChartSwitch {
+                id: swShowAll
 
-                enabled: Chart.metaDataList?.length > 0 && !Chart.active
-                text: "Chart-Browser"
+                objectName: "swShowAll"
 
-                onClicked: root.listRequested()
-            }
+                text: privat.showAllText
 
-            Button {
-                objectName: "btnSave"
-
-                enabled: Chart.savable
-                text: "Speichern"
-
-                onClicked: privat.askForName()
-            }
-
-            MyGreenCheckButton {
-                objectName: "btnHand"
-
-                enabled: !Auto_.active
-                active: enabled && Chart.active
-                text: active ? "Aufzeichnung beenden" : "Handbetrieb aufzeichnen"
-
-                onClicked: Chart.toPy(Chart.ChartHand, null)
-            }
-        }
-    }
-
-    ChartPlot {
-        id: plot
-
-        objectName: "chartView"
-
-        Layout.fillWidth: true
-        Layout.fillHeight: true
-        optsLw: optsLw
-        optsP: optsP
-        optsValves: optsValves
-        optsSteps: optsSteps
-        // Only controls know the window's font.
-        titleFont: swAutoScroll.font
-
-        onPointsDrawn: xLast => timeWindow.follow(xLast, swAutoScroll.checked, swShowAll.checked)
-
-        ChartTouchArea {
-            objectName: "touchArea"
-
-            anchors.fill: parent
-            enabled: !swShowAll.checked
-            timeWindow: timeWindow
-        }
-    }
-
-    RowLayout {
-        spacing: Common.spacing
-
-        ChartSwitch {
-            id: swAutoScroll
-
-            objectName: "swAutoScroll"
-
-            enabled: !swShowAll.checked
-            checked: true
-            text: "AutoScroll"
-        }
-
-        ChartSwitch {
-            id: swShowAll
-
-            objectName: "swShowAll"
-
-            text: privat.showAllText
-
-            onCheckedChanged: {
-                if (checked) {
-                    swAutoScroll.checked = false;
-                    timeWindow.showAll();
-                } else {
-                    timeWindow.showPrevious();
+                onCheckedChanged: {
+                    if (checked) {
+                        swAutoScroll.checked = false;
+                        timeWindow.showAll();
+                    } else {
+                        timeWindow.showPrevious();
+                    }
                 }
             }
         }

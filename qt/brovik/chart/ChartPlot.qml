@@ -27,6 +27,12 @@ ChartView {
     antialiasing: true
     backgroundColor: "transparent"
     legend.visible: false
+    margins {
+        top: Common.spacing
+        left: Common.spacing
+        right: Common.spacing
+        bottom: Common.spacing
+    }
     // It is taken for rich text.
     title: Common.escaped(Chart.currentName)
     titleColor: ChartColors.labelColor

@@ -4,11 +4,15 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 
+import brovik.base
+
 Switch {
     id: root
 
     Layout.fillWidth: true
     Accessible.name: root.text
+    horizontalPadding: 0
+    spacing: Common.spacing
 
     contentItem: Label {
         leftPadding: root.indicator.width + root.spacing

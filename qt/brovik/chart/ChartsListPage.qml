@@ -7,37 +7,41 @@ import brovik.base
 import brovik.chart
 import brovik.gui
 
-ColumnLayout {
+// Not itself a layout: in a StackLayout that would miss some changes of its content.
+Item {
     id: root
 
     signal backRequested
 
-    spacing: Common.spacing
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: Common.spacing
 
-    Button {
-        objectName: "back"
+        Button {
+            objectName: "back"
 
-        Layout.fillWidth: true
-        Layout.topMargin: privat.topMargin
-        Layout.preferredHeight: Gui.controlHeight
-        font.pointSize: Gui.fSizeM
-        text: "Zurück zum Chart"
-        icon.source: "img/arrow-left-circle.svg"
+            Layout.fillWidth: true
+            Layout.topMargin: privat.topMargin
+            Layout.preferredHeight: Gui.controlHeight
+            font.pointSize: Gui.fSizeM
+            text: "Zurück zum Chart"
+            icon.source: "img/arrow-left-circle.svg"
 
-        onClicked: root.backRequested()
-    }
+            onClicked: root.backRequested()
+        }
 
-    ListView {
-        id: list
+        ListView {
+            id: list
 
-        objectName: "list"
+            objectName: "list"
 
-        Layout.fillWidth: true
-        Layout.fillHeight: true
-        clip: true
-        delegate: ChartMetaDelegate {}
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            clip: true
+            delegate: ChartMetaDelegate {}
 
-        ScrollBar.vertical: ScrollBar {}
+            ScrollBar.vertical: ScrollBar {}
+        }
     }
 
     QtObject {
