@@ -30,6 +30,9 @@ MultiPointTouchArea {
     QtObject {
         id: privat
 
+        // Where each finger was at the last update. A touch point itself keeps its last step while it rests.
+        property var lastX: new Map()
+
         function update(points: var) {
             if (points.length !== 1) {
                 root.handleXActive = false;
@@ -42,6 +45,7 @@ MultiPointTouchArea {
             } else if (points.length === 2) {
                 privat.zoom(...points);
             }
+            privat.lastX = new Map(Array.from(points, point => [point.pointId, point.x]));
         }
 
         function pan(point: var) {
@@ -54,7 +58,7 @@ MultiPointTouchArea {
 
         function zoom(one: var, other: var) {
             const [left, right] = one.x <= other.x ? [one, other] : [other, one];
-            root.timeWindow.zoom(left.x - left.previousX, right.x - right.previousX);
+            root.timeWindow.zoom(left.x - privat.lastX.get(left.pointId), right.x - privat.lastX.get(right.pointId));
         }
 
         // A touch that ends without a release, such as one that the area is disabled under.
