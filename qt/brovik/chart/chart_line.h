@@ -8,6 +8,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <atomic>
+#include <limits>
 
 class QLineSeries;
 class QValueAxis;
@@ -29,10 +30,10 @@ class ChartLine : public SharedObject
 public:
     using Points = QList<QPointF>;
 
-    /// How far somebody has read the line.
+    /// How far somebody has read the line; a new one, that nothing of it has been read.
     struct Mark
     {
-        quint64 replacements = 0;
+        quint64 replacements = std::numeric_limits<quint64>::max();
         qsizetype count = 0;
     };
 

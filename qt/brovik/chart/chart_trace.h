@@ -1,12 +1,24 @@
 #pragma once
 
 #include "chart_line.h"
+#include "trace_points.h"
 
+#include <QChart>
+#include <QLineSeries>
 #include <QObject>
+#include <QPointer>
+#include <QProperty>
 #include <QQmlParserStatus>
+#include <QValueAxis>
 #include <QtQml/qqmlregistration.h>
 
+#include <optional>
+
 /// Draws one line of the chart into the series that the page registered for it. GUI thread.
+///
+/// The points stay here; the series gets what the visible part of the time axis shows, in one piece and at
+/// most once for all that happened in one turn of the event loop. So neither a point nor a move of the view
+/// costs more in a long recording than in a short one.
 class ChartTrace : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
@@ -23,6 +35,9 @@ public:
     enum Kind { Measured, Actuator, Step };
     Q_ENUM(Kind)
 
+    static constexpr double lowestMaxY = 0.5;
+    static constexpr double endOfNothing = 1.0;
+
     using QObject::QObject;
 
     ChartLine *line() const { return m_line; }
@@ -38,7 +53,7 @@ public:
     /// Draws at once what is known, without moving the view.
     Q_INVOKABLE void redraw();
 
-    void classBegin() override {}
+    void classBegin() override { m_complete = false; }
     void componentComplete() override;
 
 Q_SIGNALS:
@@ -50,8 +65,38 @@ Q_SIGNALS:
     void pointsDrawn(double xLast);
 
 private:
-    ChartLine *m_line = nullptr;
+    friend class TraceSchedule;
+    using Points = ChartLine::Points;
+
+    void start();
+    void followSeries();
+    void followAxes(QLineSeries &series);
+    void request();
+    void pointCame(const QPointF &point);
+    void wholeListCame();
+
+    void catchUp();
+    void readNews();
+    void readWhole(const Points &points);
+    void readLive(const Points &points);
+    void publish();
+    void draw();
+    Points picture(const QLineSeries &series) const;
+
+    QPointer<ChartLine> m_line;
     Kind m_kind = Measured;
-    double m_maxY = 0.5;
+    bool m_complete = true;
+    ChartLine::Mark m_mark;
+    TracePoints m_points;
+    double m_highest = lowestMaxY;
+    double m_maxY = lowestMaxY;
     double m_lastX = 0.0;
+    double m_endOfWhole = endOfNothing; ///< x of the last point that came with a whole list.
+    std::optional<double> m_drawnTo;    ///< What pointsDrawn() has yet to say.
+    bool m_wholeListCame = false;
+    QPropertyNotifier m_seriesNotifier;
+    QPointer<QLineSeries> m_series;
+    QPointer<QValueAxis> m_time;
+    QPointer<QValueAxis> m_value;
+    QPointer<QChart> m_chart;
 };
