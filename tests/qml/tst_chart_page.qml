@@ -199,6 +199,7 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                     verify(!label.truncated);
                     verify(lowerEdge(part(name)) <= page.height);
                 }
+                compare(part("swAutoScroll").contentItem.lineCount, 1);
                 verify(Math.abs(part("swShowAll").x + part("swShowAll").width - data.width) < 1);
             }
 

@@ -154,6 +154,7 @@ Item {
 
                 objectName: "swAutoScroll"
 
+                Layout.fillWidth: false
                 enabled: !swShowAll.checked
                 checked: true
                 text: "AutoScroll"

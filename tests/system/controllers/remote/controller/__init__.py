@@ -16,9 +16,15 @@ class Entry(Protocol):  # pylint: disable=too-few-public-methods
         ...
 
 
+# What a test lets an entry function do besides.
+answers: dict[str, Entry] = {}
+
+
 def _entry(name: str) -> Entry:
     def entry(enum: object, value: object = None) -> None:
         print(f"CALL {name} {enum} {value}\n", end="")
+        if name in answers:
+            answers[name](enum, value)
 
     return entry
 
