@@ -78,7 +78,7 @@ BrovikFlickable {
         minimumPointSize: Gui.fSizeS
         textFormat: Text.PlainText
         color: privat.progressColor
-        text: Auto_.progressStr
+        text: Common.shortText(Auto_.progressStr)
     }
 
     ProgressBar {
@@ -100,7 +100,7 @@ BrovikFlickable {
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
-        text: Gui.status3
+        text: Common.shortText(Gui.status3, Common.statusTextLimit)
         visible: text !== ""
     }
 

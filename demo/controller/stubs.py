@@ -85,11 +85,16 @@ def _nested_class_text(cls: type) -> str:
     return textwrap.indent(_class_text(cls), "    ")
 
 
+def _is_told(name: str, value: object) -> bool:
+    if name == "__init__":
+        # Else it is what stands in for a constructor that is not there.
+        return (value.__doc__ or "").startswith(name)
+    return name in _OPERATORS or not name.startswith("__")
+
+
 def _member_text(cls: type, name: str, value: object) -> str:
-    if name.startswith("__") and name not in _OPERATORS:
+    if not _is_told(name, value):
         return ""
-    if name == "__init__" and not (value.__doc__ or "").startswith(name):
-        return ""  # no constructor
     if type(value).__name__ == "pybind11_static_property":
         return f"    {name}: ClassVar[{type(getattr(cls, name)).__name__}]\n"
     if inspect.isclass(value):

@@ -33,6 +33,7 @@ QtObject {
             }
         }
 
+        // The linter does not know that callLater() takes a function, here and below.
         function afterHandlers() {
             Qt.callLater(privat.afterNotifications); // qmllint disable type
         }
