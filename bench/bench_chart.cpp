@@ -17,6 +17,7 @@
 #include <fstream>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -31,10 +32,18 @@ Chart &chart()
     return Chart::instance();
 }
 
+/// Steps of ten minutes, each at a height of its own that is reached within a minute, and the noise of a
+/// sensor.
 QPointF pointAt(qsizetype index)
 {
+    constexpr double stepSeconds = 600;
+    constexpr double riseSeconds = 60;
     const double x = static_cast<double>(index) * secondsPerPoint;
-    return {x, 5.0 + 3.0 * std::sin(x * 0.01) + static_cast<double>(index * 7919 % 13) * 0.1};
+    const auto heightOf = [](double step) { return 2.0 + std::fmod(step * 3.0, 7.0); };
+    const double step = std::floor(x / stepSeconds);
+    const double reached = std::min((x - step * stepSeconds) / riseSeconds, 1.0);
+    const double noise = static_cast<double>(index * 7919 % 13) * 0.01;
+    return {x, heightOf(step) * reached + heightOf(step - 1) * (1.0 - reached) + noise};
 }
 
 ChartLine::Points record(qsizetype count)
@@ -58,6 +67,33 @@ ChartLine::Points switching(qsizetype count)
     }
     return points;
 }
+
+/// Times of single events, in milliseconds, of which the median counts.
+class Samples
+{
+public:
+    explicit Samples(benchmark::State &state)
+        : m_state(state)
+    {}
+
+    ~Samples()
+    {
+        const auto middle = m_times.begin() + static_cast<std::ptrdiff_t>(m_times.size() / 2);
+        std::nth_element(m_times.begin(), middle, m_times.end());
+        m_state.counters["median_ms"] = *middle;
+    }
+
+    void take(const QElapsedTimer &timer)
+    {
+        const double nanoseconds = static_cast<double>(timer.nsecsElapsed());
+        m_times.push_back(nanoseconds * 1e-6);
+        m_state.SetIterationTime(nanoseconds * 1e-9);
+    }
+
+private:
+    benchmark::State &m_state;
+    std::vector<double> m_times;
+};
 
 void handleAll()
 {
@@ -102,6 +138,7 @@ void addPoint(benchmark::State &state, bool showAll)
     fill(index);
     window->setProperty("autoScroll", !showAll);
     double frames = 0;
+    Samples samples(state);
     for ([[maybe_unused]] const auto _ : state) {
         std::thread([&] {
             chart().p()->addPoint(pointAt(index));
@@ -110,8 +147,9 @@ void addPoint(benchmark::State &state, bool showAll)
         ++index;
         QElapsedTimer timer;
         timer.start();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
-        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); // the points
+        QCoreApplication::sendPostedEvents(&TraceSchedule::instance());
+        samples.take(timer);
         timer.start();
         awaitFrame();
         frames += static_cast<double>(timer.nsecsElapsed()) * 1e-6;
@@ -137,6 +175,7 @@ template <typename Move> void moveView(benchmark::State &state, const Move &move
     fill(100'000);
     double from = 1000;
     double to = from + static_cast<double>(state.range(0));
+    Samples samples(state);
     for ([[maybe_unused]] const auto _ : state) {
         move(from, to);
         QElapsedTimer timer;
@@ -144,7 +183,7 @@ template <typename Move> void moveView(benchmark::State &state, const Move &move
         window->setProperty("timeMin", from);
         window->setProperty("timeMax", to);
         awaitFrame();
-        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+        samples.take(timer);
     }
     clearChart();
 }
@@ -179,13 +218,14 @@ void load()
 
 void loadChart(benchmark::State &state)
 {
+    Samples samples(state);
     for ([[maybe_unused]] const auto _ : state) {
         QElapsedTimer timer;
         timer.start();
         load();
         handleAll();
         awaitFrame();
-        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+        samples.take(timer);
         clearChart();
     }
 }

@@ -30,7 +30,7 @@ WRONG_VALUES: dict[type, list[Any]] = {
     float: ["1.0", None, [], brovik, 1j],
     str: [],
     list: [5, None, True, brovik],
-    dict: [5, 1.5, "x", None, [1], brovik],
+    dict: [],
 }
 WRONG_FOR_OTHERS: list[Any] = [99, 1.5, "x", None, [], brovik]
 

@@ -86,13 +86,17 @@ class WifiTest(unittest.TestCase):
             ("quality_percantage", 5.5),
             ("is_5_ghz", 1),
             ("ip_map_list", 5),
-            ("scan_results", [1]),
         ):
             with self.subTest(name), self.assertRaises(TypeError):
                 setattr(wifi.Wifi, name, wrong)
-        with self.assertRaises(TypeError):
-            wifi.Wifi.set_scan_results(None)
         self.assertEqual((wifi.Wifi.quality_percantage, wifi.Wifi.ip_map_list), (0, []))
+
+    def test_results_that_are_no_dict(self) -> None:
+        """They are reported, and taken for none."""
+        log = _probe.SignalLog("Gui", ["exception"])
+        wifi.Wifi.set_scan_results(5)
+        self.assertEqual(wifi.Wifi.scan_results, {})
+        self.assertEqual(len(log.emissions), 1)
 
     def test_states(self) -> None:
         """Names and numbers of the enumeration."""

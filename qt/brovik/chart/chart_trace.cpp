@@ -116,22 +116,27 @@ void ChartTrace::start()
 void ChartTrace::followSeries()
 {
     followInstead(m_series, m_line->series().value(), &QLineSeries::visibleChanged, this,
-                  &ChartTrace::request);
-    request();
+                  &ChartTrace::requestForView);
+    requestForNews();
 }
 
 void ChartTrace::followAxes(QLineSeries &series)
 {
     followInstead(m_time, axisOf(series, Qt::Horizontal), &QValueAxis::rangeChanged, this,
-                  &ChartTrace::request);
+                  &ChartTrace::requestForView);
     followInstead(m_value, axisOf(series, Qt::Vertical), &QValueAxis::rangeChanged, this,
-                  &ChartTrace::request);
-    followInstead(m_chart, series.chart(), &QChart::plotAreaChanged, this, &ChartTrace::request);
+                  &ChartTrace::requestForView);
+    followInstead(m_chart, series.chart(), &QChart::plotAreaChanged, this, &ChartTrace::requestForView);
 }
 
-void ChartTrace::request()
+void ChartTrace::requestForNews()
 {
-    TraceSchedule::instance().request(this);
+    TraceSchedule::instance().requestForNews(this);
+}
+
+void ChartTrace::requestForView()
+{
+    TraceSchedule::instance().requestForView(this);
 }
 
 void ChartTrace::pointCame(const QPointF &point)
@@ -139,14 +144,14 @@ void ChartTrace::pointCame(const QPointF &point)
     if (isDrawable(point)) {
         m_wholeListCame = false;
         m_drawnTo = point.x();
-        request();
+        requestForNews();
     }
 }
 
 void ChartTrace::wholeListCame()
 {
     m_wholeListCame = true;
-    request();
+    requestForNews();
 }
 
 void ChartTrace::catchUp()
@@ -235,7 +240,9 @@ ChartTrace::Points ChartTrace::picture(const QLineSeries &series) const
     if (size.isEmpty() || m_time->min() >= m_time->max() || m_value->min() >= m_value->max()) {
         return {};
     }
-    const int columns = qCeil(size.width() * columnsPerPixel);
+    // A point beyond the edge shows if it is nearer than the pen is wide.
+    const double beyond = (m_time->max() - m_time->min()) / size.width() * series.pen().widthF();
+    const int columns = qCeil((size.width() + 2 * series.pen().widthF()) * columnsPerPixel);
     const double rise = (m_value->max() - m_value->min()) / size.height() * longestRise;
-    return withShortRises(m_points.seen(m_time->min(), m_time->max(), columns), rise);
+    return withShortRises(m_points.seen(m_time->min() - beyond, m_time->max() + beyond, columns), rise);
 }

@@ -185,9 +185,14 @@ QList<QPointF> TracePoints::seen(double from, double to, int columns) const
         end = std::upper_bound(first, end, to, [](double x, const QPointF &point) { return x < point.x(); });
         end += end != m_points.end() ? 1 : 0;
     }
-    Columns reduced(from, to, columns);
-    std::for_each(first, end, [&](const QPointF &point) { reduced.add(point); });
-    QList<QPointF> points = reduced.result();
+    QList<QPointF> points;
+    if (end - first <= few) {
+        points = QList<QPointF>(first, end);
+    } else {
+        Columns reduced(from, to, columns);
+        std::for_each(first, end, [&](const QPointF &point) { reduced.add(point); });
+        points = reduced.result();
+    }
     if (points.size() > 1) {
         const double width = to - from;
         pullCloser(points.first(), points.at(1), from - width, to + width);

@@ -13,6 +13,8 @@ class TracePoints
 public:
     /// Far beyond the end of a usual run, seconds.
     static constexpr double tailX = 10000.0;
+    /// So many points are drawn as they are.
+    static constexpr qsizetype few = 3000;
 
     void clear();
     void addMeasured(const QPointF &point) { append(point); }
@@ -25,8 +27,9 @@ public:
     /// (0, 0) without points.
     QPointF last() const { return m_points.isEmpty() ? QPointF() : m_points.constLast(); }
 
-    /// The points that give the same picture between two values of x, seconds, on so many columns: one on
-    /// either side beyond the window, and in each column the lowest and the highest.
+    /// The points that give the same picture between two values of x, seconds, on so many columns: those in
+    /// the window and one beyond it on either side; if they are more than `few`, in each column the lowest
+    /// and the highest.
     QList<QPointF> seen(double from, double to, int columns) const;
 
 private:

@@ -26,20 +26,9 @@ template <> struct Loader<QColor>
 
 template <> struct Loader<QVariantMap>
 {
-    static QVariantMap load(const py::handle &object) { return castPy2Qt<QVariantMap>(dictOf(object)); }
-
-private:
-    // Else what cannot become a dict would be reported and taken for an empty one.
-    static py::dict dictOf(const py::handle &object)
+    static QVariantMap load(const py::handle &object)
     {
-        try {
-            return py::reinterpret_borrow<py::object>(object);
-        } catch (const py::error_already_set &error) {
-            if (error.matches(PyExc_TypeError) || error.matches(PyExc_ValueError)) {
-                throw py::type_error("Das Objekt ist kein Wörterbuch.");
-            }
-            throw;
-        }
+        return castPy2Qt<QVariantMap>(py::dict(py::reinterpret_borrow<py::object>(object)));
     }
 };
 

@@ -57,7 +57,7 @@ public:
 
     void look(double from, double to)
     {
-        m_view.rootObject()->property("time").value<QValueAxis *>()->setRange(from, to);
+        time().setRange(from, to);
         settle();
     }
 
@@ -71,6 +71,7 @@ public:
 
     ChartTrace &trace() { return *m_view.rootObject()->property("trace").value<ChartTrace *>(); }
     QLineSeries &series() { return *m_view.rootObject()->property("drawn").value<QLineSeries *>(); }
+    QValueAxis &time() { return *m_view.rootObject()->property("time").value<QValueAxis *>(); }
     Points shown() { return series().points(); }
 
     /// Share of the line's pixels that have no ink next to them on the other picture, be it the traced one or
@@ -177,7 +178,7 @@ void expectSamePictures(Screen &screen)
     for (const Window &window : windows) {
         screen.look(window.from, window.to);
         EXPECT_EQ(screen.difference(), 0.0) << window.from << " to " << window.to;
-        EXPECT_NEAR(screen.inked(), screen.expectedInk(), 0.1 * screen.expectedInk())
+        EXPECT_NEAR(screen.inked(), screen.expectedInk(), 0.05 * screen.expectedInk())
             << window.from << " to " << window.to;
         inked += screen.inked();
     }
@@ -249,6 +250,18 @@ TEST_P(Picture, OfOtherDataThanBefore)
     expectSamePictures(screen);
 }
 
+TEST_P(Picture, OfACrowdedRecord)
+{
+    // Many lines over each other leave no half-covered pixels at the edges, a few lines do.
+    screen.replace(record(GetParam(), 20'000));
+    for (const Window &window : {Window{0, 10'000}, {2000, 6000}, {0, 50'000}}) {
+        screen.look(window.from, window.to);
+        EXPECT_LT(screen.difference(), 0.001) << window.from << " to " << window.to;
+        EXPECT_NEAR(screen.inked(), screen.expectedInk(), 0.3 * screen.expectedInk());
+        EXPECT_GT(screen.inked(), 1000);
+    }
+}
+
 TEST_P(Picture, OfTimesThatGoBackAndBelowZero)
 {
     for (const QPointF &point : Points{{10, 3}, {-5, 0}, {30, 4}, {20, 0}, {20, 2}, {-1, 5}, {50, 0}}) {
@@ -296,11 +309,15 @@ TEST_P(Picture, OfHugeNumbersComesToAnEnd)
 TEST_P(Picture, OfABurstFromAThread)
 {
     const Points burst = record(GetParam(), 10'000);
-    onForeignThread([&] {
+    const std::unique_ptr<QThread> backend(QThread::create([&] {
         for (const QPointF &point : burst) {
             screen.line.addPoint(point);
         }
-    });
+    }));
+    backend->start();
+    while (!backend->isFinished()) {
+        QCoreApplication::processEvents();
+    }
     Screen::settle();
     PointByPoint reference(GetParam());
     for (const QPointF &point : burst) {
@@ -405,6 +422,20 @@ TEST_F(Trace, TheLastPointOfAllLinesMovesTheViewLast)
     EXPECT_THAT(moves, ElementsAre(1.5, 2));
 }
 
+TEST_F(Trace, APointThatComesWhileTheViewMovesIsNotLost)
+{
+    QObject view;
+    QObject::connect(&screen.trace(), &ChartTrace::pointsDrawn, &view, [this](double x) {
+        if (x < 5) {
+            screen.line.addPoint({x + 1, 2});
+        }
+    });
+    screen.line.addPoint({1, 2});
+    Screen::settle();
+    EXPECT_EQ(screen.trace().lastX(), 5);
+    EXPECT_EQ(screen.shown().size(), 5);
+}
+
 TEST_F(Trace, SetsTheSeriesOncePerTurn)
 {
     screen.replace(record(ChartTrace::Measured, 100));
@@ -413,17 +444,31 @@ TEST_F(Trace, SetsTheSeriesOncePerTurn)
     for (int index = 100; index < 200; ++index) {
         screen.add({index * 0.5, 4});
     }
-    screen.look(10, 90);
+    Screen::settle();
     EXPECT_THAT(log.names(), ElementsAre("pointsReplaced"));
-    screen.look(10, 90);
-    EXPECT_EQ(log.names().size(), 1U) << "nothing has changed";
+    QObject page;
+    QObject::connect(&screen.trace(), &ChartTrace::pointsDrawn, &page, [this](double x) {
+        screen.time().setMin(x - 30);
+        screen.time().setMax(x);
+    });
+    screen.add({100, 4});
+    Screen::settle();
+    EXPECT_EQ(log.names().size(), 2U) << "the view moves first";
+    screen.time().setRange(10, 90);
+    screen.time().setRange(20, 90);
+    Screen::settle();
+    EXPECT_EQ(log.names().size(), 3U);
+    screen.time().setRange(20, 90);
+    screen.trace().redraw();
+    Screen::settle();
+    EXPECT_EQ(log.names().size(), 3U) << "nothing has changed";
 }
 
 TEST_F(Trace, TheSeriesStaysSmall)
 {
     screen.replace(record(ChartTrace::Measured, 100'000));
     screen.look(1000, 1060);
-    EXPECT_LT(screen.shown().size(), 400);
+    EXPECT_LT(screen.shown().size(), 1000);
     screen.look(0, 50'000);
     EXPECT_LT(screen.shown().size(), 20'000);
 }

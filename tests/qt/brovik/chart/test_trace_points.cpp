@@ -108,18 +108,41 @@ TEST(TracePoints, NothingIsSeenOfNothing)
     EXPECT_EQ(TracePoints().last(), QPointF(0, 0));
 }
 
-TEST(TracePoints, AColumnKeepsItsExtremes)
+TEST(TracePoints, ACrowdedColumnKeepsItsExtremes)
 {
-    const TracePoints trace = measured({{0.0, 3}, {0.1, 9}, {0.2, 4}, {0.3, 1}, {0.4, 2}, {1.5, 5}});
-    EXPECT_THAT(trace.seen(0, 2, 2), ElementsAre(QPointF(0, 3), QPointF(0.1, 9), QPointF(0.3, 1),
-                                                 QPointF(0.4, 2), QPointF(1.5, 5)));
+    Points points{{0.0, 3}, {0.1, 9}};
+    for (int index = 0; index < TracePoints::few; ++index) {
+        points.append({0.2 + 1e-6 * index, 4});
+    }
+    points << QPointF(0.3, 1) << QPointF(0.4, 2) << QPointF(1.5, 5);
+    EXPECT_THAT(measured(points).seen(0, 4, 4),
+                ElementsAre(QPointF(0, 3), QPointF(0.3, 1), QPointF(0.1, 9), QPointF(1.5, 5)));
+    points.last().setX(2.5);
+    EXPECT_THAT(measured(points).seen(0, 4, 4), ElementsAre(QPointF(0, 3), QPointF(0.3, 1), QPointF(0.1, 9),
+                                                            QPointF(0.4, 2), QPointF(2.5, 5)))
+        << "the way to a far column begins where the line leaves this one";
+}
+
+TEST(TracePoints, FewPointsAreSeenAsTheyAre)
+{
+    const Points points = wave(TracePoints::few);
+    EXPECT_EQ(measured(points).seen(0, 1e6, 1), points);
 }
 
 TEST(TracePoints, WhatIsSeenIsBoundedByTheWidth)
 {
     const TracePoints trace = measured(wave(100'000));
-    EXPECT_LE(trace.seen(0, 50'000, 700).size(), 4 * 701 + 2);
+    EXPECT_LE(trace.seen(0, 50'000, 700).size(), 2 * 701 + 4);
     EXPECT_LE(trace.seen(1000, 1060, 700).size(), 123);
+}
+
+TEST(TracePoints, PiecesOfALineRiseAsAsked)
+{
+    EXPECT_THAT(withShortRises({{0, 0}, {1, 1}, {2, 5}, {2, -1}}, 2.0),
+                ElementsAre(QPointF(0, 0), QPointF(1, 1), QPointF(1.5, 3), QPointF(2, 5), QPointF(2, 3),
+                            QPointF(2, 1), QPointF(2, -1)));
+    EXPECT_THAT(withShortRises({}, 2.0), IsEmpty());
+    EXPECT_LE(withShortRises({{0, -1e300}, {1, 1e300}}, 1.0).size(), 200) << "whatever the numbers are";
 }
 
 TEST(TracePoints, AFarNeighbourIsPulledCloserAlongTheLine)

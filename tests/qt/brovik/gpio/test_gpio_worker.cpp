@@ -53,6 +53,8 @@ protected:
         thread.start();
     }
 
+    // The thread may still be at it when a test's own variables go.
+    Gate gate;
     GPIOWorker *const worker = new GPIOWorker(&GPIO::instance());
     QThread thread;
 };
@@ -61,7 +63,6 @@ protected:
 
 TEST_F(GpioWorkerTest, OneEventPerLineAndTurnAndNoneLost)
 {
-    Gate gate;
     worker->add(4, Edge::RISING, gate.callback());
     worker->add(5, Edge::RISING, calls.recorder());
     worker->add(6, Edge::RISING, calls.recorder());
@@ -81,7 +82,6 @@ TEST_F(GpioWorkerTest, OneEventPerLineAndTurnAndNoneLost)
 
 TEST_F(GpioWorkerTest, TwoRisingEventsOnOneLineTakeTwoTurns)
 {
-    Gate gate;
     std::atomic<int> count = 0;
     worker->add(5, Edge::RISING, [&, stop = gate.callback()](uint line, bool rising) {
         ++count;
@@ -137,7 +137,6 @@ TEST_F(GpioWorkerTest, ALineThatTheChipDoesNotHaveLosesTheWholeBatch)
 
 TEST_F(GpioWorkerTest, EventsReadBeforeTheRemovalIsAppliedAreDroppedSilently)
 {
-    Gate gate;
     worker->add(3, Edge::FALLING, gate.callback());
     worker->add(4, Edge::FALLING, [this](uint line, bool rising) {
         for (const uint removed : {3U, 4U, 5U}) {
