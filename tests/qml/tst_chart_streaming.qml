@@ -217,6 +217,7 @@ Item {
         }
 
         function test_actuator_going_off_leaves_no_tail() {
+            Backend.run("chart.Chart.actuator_names = ['Lauge', 'Säure']");
             findChild(page, "optsValves").showLine = true;
             add("l_in", [10, 1]);
             add("p", [20, 1]);
