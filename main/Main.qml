@@ -9,6 +9,7 @@ import QtQuick.VirtualKeyboard.Settings
 import brovik.base
 import brovik.gui
 import brovik.sensor
+import brovik.simulator
 import main
 
 BaseTemplate {
@@ -153,6 +154,18 @@ BaseTemplate {
         objectName: "powerPopup"
     }
 
+    SimulatorOptionsWindow {
+        id: simulator
+
+        objectName: "simulator"
+    }
+
+    SimulatorOptionsButton {
+        objectName: "simulatorButton"
+
+        win: simulator
+    }
+
     InputPanel {
         id: inputPanel
 
@@ -216,6 +229,7 @@ BaseTemplate {
             case Gui.PageUpdatesOverview:
             case Gui.PageUpdatesShell:
                 tabs.currentIndex = Common.settingsOverviewIndex;
+                settings.showUpdatePage();
                 break;
             }
         }

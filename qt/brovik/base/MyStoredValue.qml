@@ -33,8 +33,11 @@ QtObject {
             }
         }
 
+        // A control that is taken down may change once more, when this is already gone.
         function afterHandlers() {
-            Qt.callLater(privat.afterNotifications); // qmllint disable type
+            if (privat) {
+                Qt.callLater(privat.afterNotifications); // qmllint disable type
+            }
         }
 
         // The change signals that other threads have sent meanwhile stand in the event queue before this call.
