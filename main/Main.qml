@@ -247,6 +247,9 @@ BaseTemplate {
         }
     }
 
+    // The program ends with its last window.
+    onClosing: simulator.close()
+
     Component.onCompleted: {
         VirtualKeyboardSettings.locale = "de_DE";
         Common.mainHeight = Qt.binding(() => inputPanel.y);

@@ -147,6 +147,7 @@ class Panel:
         command = [
             "xdotool",
             "search",
+            "--all",
             "--onlyvisible",
             "--pid",
             str(self.process.pid),

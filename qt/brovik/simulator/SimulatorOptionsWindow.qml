@@ -12,16 +12,16 @@ import brovik.config
 import brovik.sensor
 import brovik.simulator
 
-Window {
+ApplicationWindow {
     id: root
 
-    // A window of its own does not inherit the theme.
+    // A window of its own inherits neither theme nor font.
     Material.theme: Common.theme
     Material.accent: Common.accentColor
-    color: Material.background
+    font.capitalization: Font.MixedCase
     title: "Simulator"
     visible: Simulator.enabled
-    minimumWidth: (layout.implicitWidth + privat.margin) * layout.scale
+    minimumWidth: (layout.implicitWidth + privat.margins) * layout.scale
     minimumHeight: layout.implicitHeight * layout.scale
     width: minimumWidth
     height: minimumHeight
@@ -29,7 +29,11 @@ Window {
     RowLayout {
         id: layout
 
-        anchors.fill: parent
+        anchors {
+            fill: parent
+            leftMargin: privat.margins / 2
+            rightMargin: privat.margins / 2
+        }
 
         // Takes the room that the column has after scaling.
         Item {
@@ -160,13 +164,17 @@ Window {
                     out: modelData
                 }
             }
+
+            Item {
+                Layout.fillHeight: true
+            }
         }
     }
 
     QtObject {
         id: privat
 
-        readonly property int margin: 10
+        readonly property int margins: 10
         readonly property int decimalPlacesWidth: 150
     }
 }
