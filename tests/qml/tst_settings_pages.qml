@@ -108,6 +108,7 @@ config.Config.steam_pressure_sterilization = False
 sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03
 sensor.Sensor.level.state = False
 actuator.Actuator.manual_heating_enabled = False
+actuator.Actuator.mv_lauge_in.name = "Lauge IN"
 actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)
 for dout in actuator.Actuator.all_douts: dout.state = False`);
             sent.clear();
@@ -380,6 +381,19 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
             Backend.runOnThread("from brovik.actuator import Actuator\nActuator.set_dout_model([Actuator.pumpe, Actuator.mv_co2])");
             tryVerify(() => outputs(page).length === 2);
             compare(outputs(page).map(button => button.text), ["Pumpe", "CO2"]);
+        }
+
+        function test_names_are_shown_as_they_stand() {
+            const page = make(handComponent);
+            const lengthy = "x".repeat(1000);
+            for (const name of ["<b>Ventil</b> & 'Co'", lengthy, "   "]) {
+                Backend.runOnThread(`actuator.Actuator.mv_lauge_in.name = ${JSON.stringify(name)}`);
+                const button = outputs(page)[0];
+                tryCompare(button, "text", name);
+                const label = items(button, item => item instanceof Label)[0];
+                compare([label.text, label.textFormat], [name, Text.PlainText]);
+                verify(label.width <= button.availableWidth);
+            }
         }
 
         function test_output_button_stays_enabled_during_a_run_but_the_heating_does_not() {

@@ -18,6 +18,8 @@ from waiting import DEADLINE_SECS, T, wait_for
 CONTROLLERS = Path(__file__).parent / "controllers"
 DEMO_MACHINE = Path(__file__).parents[2] / "demo"
 TITLE = "Brovik Kubelor"
+# Below the configuration directory.
+SETTINGS_FILE = Path("kubelor-demo/BrovikGmbH/Kubelor.ini")
 
 # The page says one second; the margin is for a press that a busy machine handles late.
 HOLD_SECS = 1.5
@@ -180,6 +182,14 @@ class Panel:
         """The calls of that entry function so far, as `Enum.Member value`."""
         start = f"CALL {function} "
         return [line.removeprefix(start) for line in self.log if line.startswith(start)]
+
+
+def store_window(configuration: Path, content: bytes) -> Path:
+    """Writes the settings file of a program with that configuration directory, and gives its path."""
+    file = configuration / SETTINGS_FILE
+    file.parent.mkdir(parents=True, exist_ok=True)
+    file.write_bytes(content)
+    return file
 
 
 def remote(*arguments: str, **environment: str) -> Panel:

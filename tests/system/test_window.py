@@ -30,18 +30,13 @@ class WindowCase(unittest.TestCase):
     def setUp(self) -> None:
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.configuration = Path(self.enterContext(folder))
-        self.file = self.configuration / "kubelor-demo" / "BrovikGmbH" / "Kubelor.ini"
+        self.file = self.configuration / panel.SETTINGS_FILE
 
     def start(self) -> Panel:
         """The program with that directory, and the backend that does what the test says."""
         program = self.enterContext(panel.remote(XDG_CONFIG_HOME=str(self.configuration)))
         program.wait_until_shown(READY)
         return program
-
-    def store(self, content: bytes) -> None:
-        """Writes the settings file."""
-        self.file.parent.mkdir(parents=True, exist_ok=True)
-        self.file.write_bytes(content)
 
     def wait_for_geometry(self, program: Panel, expected: tuple[int, ...]) -> None:
         """Waits until the window stands there in that size."""
@@ -141,7 +136,7 @@ class DamagedFileTest(WindowCase):
 
     def _put_aside(self, content: bytes) -> None:
         """The program takes its defaults, tells of the file, keeps it, and begins a new one."""
-        self.store(content)
+        panel.store_window(self.configuration, content)
         program = self.start()
         program.wait_until_shown("Einstellungen")
         self.assertIn("ist beschädigt", program.wait_for_log(str(self.file)))
@@ -167,7 +162,7 @@ class DamagedFileTest(WindowCase):
 
     def test_nonsense(self) -> None:
         """A value that is no size is left alone with a line in the log."""
-        self.store(b"[window]\nwidth=viel\nheight=800\ndark=false\n")
+        panel.store_window(self.configuration, b"[window]\nwidth=viel\nheight=800\ndark=false\n")
         program = self.start()
         program.wait_for_log("Gespeicherter Wert von window/width wird ignoriert: viel")
         self.wait_for_size(program, 720, 800)
