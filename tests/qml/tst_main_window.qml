@@ -114,8 +114,8 @@ Item {
 
         // Where the backend's page leads to, from each of the tabs.
         function test_following_the_page_data() {
-            const leads = [["PageAuto", 0], ["PageChart", 1], ["PageSettingsAuto", 2], ["PageHandOp", 2], ["PageUpdatesOverview", 2], ["PageUpdatesShell", 2]];
-            return leads.map(([name, tab]) => ({tag: name, page: Gui[name], tab: tab}));
+            const leads = [["PageAuto", 0], ["PageChart", 1], ["PageSettingsAuto", 2, 0], ["PageHandOp", 2, 6], ["PageUpdatesOverview", 2, 4], ["PageUpdatesShell", 2, 4]];
+            return leads.map(([name, tab, settings]) => ({tag: name, page: Gui[name], tab: tab, settings: settings}));
         }
 
         function test_following_the_page(data) {
@@ -125,6 +125,9 @@ Item {
                 Gui.changePage(Gui.PageSettingsMisc);
                 Gui.changePage(data.page);
                 compare(tabs.currentIndex, data.tab);
+                if (data.settings !== undefined) {
+                    compare(part("settingsPages").currentIndex, data.settings);
+                }
             }
         }
 

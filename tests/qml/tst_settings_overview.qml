@@ -8,6 +8,7 @@ import brovik.base
 import brovik.gui
 import kubelor.test
 import main
+import "items.js" as Items
 
 // The frame of the settings pages, and the page of the window itself.
 Item {
@@ -86,15 +87,10 @@ Item {
             return findChild(window.frame, "settingsPages");
         }
 
-        function items(parent, wanted) {
-            const children = Array.from({length: parent.children.length}, (_, i) => parent.children[i]);
-            return children.reduce((found, child) => found.concat(wanted(child) ? [child] : [], items(child, wanted)), []);
-        }
-
         function button(text) {
             window.tabs.currentIndex = 1;
             window.frame.changeIndex(5);
-            const found = items(stack(), item => item.text === text)[0];
+            const found = Items.below(stack(), item => item.text === text)[0];
             tryVerify(() => found.width === window.width || found instanceof Label);
             return found;
         }

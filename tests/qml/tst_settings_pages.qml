@@ -11,6 +11,7 @@ import brovik.gui
 import brovik.settings
 import kubelor.test
 import main
+import "items.js" as Items
 
 // The boxes of the settings pages, and hand operation.
 Item {
@@ -121,25 +122,20 @@ for dout in actuator.Actuator.all_douts: dout.state = False`);
             return page;
         }
 
-        function items(parent, wanted) {
-            const children = Array.from({length: parent.children.length}, (_, i) => parent.children[i]);
-            return children.reduce((found, child) => found.concat(wanted(child) ? [child] : [], items(child, wanted)), []);
-        }
-
         function boxesOf(page) {
-            return items(page, item => item instanceof SettingsStepBox);
+            return Items.below(page, item => item instanceof SettingsStepBox);
         }
 
         function row(page, key) {
-            return items(page, item => item.key === key && item.description !== undefined)[0];
+            return Items.below(page, item => item.key === key && item.description !== undefined)[0];
         }
 
         function shownLines(box) {
-            return items(box, item => item instanceof BrovikBoxSeparatorLine && item.noMargins && item.visible).length;
+            return Items.below(box, item => item instanceof BrovikBoxSeparatorLine && item.noMargins && item.visible).length;
         }
 
         function withText(page, text) {
-            return items(page, item => item.text === text)[0];
+            return Items.below(page, item => item.text === text)[0];
         }
 
         function verifySent(key, value) {
@@ -180,8 +176,8 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
                     tryCompare(box, "num", expected[column][index]);
                 }
                 compare(box.title, expected.title);
-                compare(items(box, item => item.description !== undefined).map(item => item.key), expected.keys ?? []);
-                const remarks = items(box, item => item instanceof SettingsStepBoxAdditional);
+                compare(Items.below(box, item => item.description !== undefined).map(item => item.key), expected.keys ?? []);
+                const remarks = Items.below(box, item => item instanceof SettingsStepBoxAdditional);
                 compare(remarks.map(remark => remark.text), expected.remark ? [expected.remark] : []);
                 if (there) {
                     compare(shownLines(box), expected.lines ?? 0);
@@ -304,11 +300,11 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
             const box = boxesOf(page)[0];
             compare(page.switchWidth, 100);
             compare(box.title, "Verschiedene Prüfungen");
-            const hint = items(box, item => item instanceof Label && item.font.italic)[0];
+            const hint = Items.below(box, item => item instanceof Label && item.font.italic)[0];
             compare(hint.text, "Solange es kein Problem mit folgenden Prüfungen gibt, wird dringend davon abgeraten, diese zu deaktivieren. Bei Problemen kontaktieren Sie bitte die Fa. Brovik und deaktivieren Sie die entsprechende Prüfung nur temporär.");
             compare(hint.wrapMode, Text.WordWrap);
             compare(shownLines(box), 6);
-            for (const switchRow of items(box, item => item.switch_ !== undefined)) {
+            for (const switchRow of Items.below(box, item => item.switch_ !== undefined)) {
                 compare(switchRow.switch_.width, 100);
             }
             Backend.runOnThread("config.Config.has_level_switch = False");
@@ -351,7 +347,7 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
         }
 
         function outputs(page) {
-            return items(page, item => item instanceof BrovikDOutButton);
+            return Items.below(page, item => item instanceof BrovikDOutButton);
         }
 
         function heaterOf(page) {
@@ -390,7 +386,7 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
                 Backend.runOnThread(`actuator.Actuator.mv_lauge_in.name = ${JSON.stringify(name)}`);
                 const button = outputs(page)[0];
                 tryCompare(button, "text", name);
-                const label = items(button, item => item instanceof Label)[0];
+                const label = Items.below(button, item => item instanceof Label)[0];
                 compare([label.text, label.textFormat], [name, Text.PlainText]);
                 verify(label.width <= button.availableWidth);
             }

@@ -7,6 +7,7 @@ import brovik.components
 import brovik.settings
 import kubelor.test
 import main
+import "items.js" as Items
 
 // Every row of the settings pages: what it shows, what it sends, and when.
 Item {
@@ -146,13 +147,8 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             }
         }
 
-        function items(parent, wanted) {
-            const children = Array.from({length: parent.children.length}, (_, i) => parent.children[i]);
-            return children.reduce((found, child) => found.concat(wanted(child) ? [child] : [], items(child, wanted)), []);
-        }
-
         function rows(page, part) {
-            return items(pages[page], item => item[part] !== undefined);
+            return Items.below(pages[page], item => item[part] !== undefined);
         }
 
         function row(page, key, part) {

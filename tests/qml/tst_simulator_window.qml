@@ -8,6 +8,7 @@ import brovik.base
 import brovik.sensor
 import brovik.simulator
 import kubelor.test
+import "items.js" as Items
 
 Item {
     id: root
@@ -107,21 +108,16 @@ Simulator.enabled = True`);
             Backend.run("simulator.Simulator.enabled = False");
         }
 
-        function items(parent, wanted) {
-            const children = Array.from({length: parent.children.length}, (_, i) => parent.children[i]);
-            return children.reduce((found, child) => found.concat(wanted(child) ? [child] : [], items(child, wanted)), []);
-        }
-
         function sliderRow(tag) {
-            return items(win.contentItem, item => item.stored !== undefined && item.text.startsWith(tag))[0];
+            return Items.below(win.contentItem, item => item.stored !== undefined && item.text.startsWith(tag))[0];
         }
 
         function sliderOf(row) {
-            return items(row, item => item instanceof Slider)[0];
+            return Items.below(row, item => item instanceof Slider)[0];
         }
 
         function buttonOf(text) {
-            return items(win.contentItem, item => item instanceof Button && item.text === text)[0];
+            return Items.below(win.contentItem, item => item instanceof Button && item.text === text)[0];
         }
 
         function moveTo(slider, value) {
@@ -159,7 +155,7 @@ Simulator.enabled = True`);
         }
 
         function test_sliders_are_those_of_the_table() {
-            compare(items(win.contentItem, item => item instanceof Slider).length, sliders.length);
+            compare(Items.below(win.contentItem, item => item instanceof Slider).length, sliders.length);
         }
 
         function test_slider_data() {
@@ -325,14 +321,14 @@ Simulator.enabled = True`);
         }
 
         function test_level_switch_is_not_fitted() {
-            const hint = items(win.contentItem, item => item instanceof Label && item.text === "<i>Der Füllstandsschalter ist in der Config deaktiviert</i>")[0];
+            const hint = Items.below(win.contentItem, item => item instanceof Label && item.text === "<i>Der Füllstandsschalter ist in der Config deaktiviert</i>")[0];
             verify(!hint.visible);
             Backend.run("config.Config.has_level_switch = False");
             verify(hint.visible);
         }
 
         function test_outputs() {
-            const indicators = items(win.contentItem, item => item.out !== undefined);
+            const indicators = Items.below(win.contentItem, item => item.out !== undefined);
             const names = ["mvLaugeIn", "mvSaureIn", "mvKalt", "mvHeiss", "mvKreis", "mvSaureOut", "mvLaugeOut", "mvLuft", "mvCo2", "mvKanal", "pumpe", "heat1", "mvSteam"];
             compare(indicators.length, names.length);
             names.forEach((name, i) => {
