@@ -135,6 +135,13 @@ class Panel:
         """Waits for what has that name, and clicks on its middle."""
         desktop.click(*self.wait_until_shown(name, role).box.middle)
 
+    def open_settings(self, page: str) -> None:
+        """Shows that page of the settings."""
+        self.click("Settings", "page tab")
+        self.click("Seite der Einstellungen")
+        self.click(page, "menu item")
+        self.wait_until_gone(page, "menu item")
+
     def press_and_hold(self, name: str, seconds: float = HOLD_SECS) -> None:
         """Waits for what has that name, and holds the left button on it."""
         desktop.press_and_hold(*self.wait_until_shown(name).box.middle, seconds)

@@ -14,7 +14,6 @@ from waiting import wait_for
 READY = "Testbackend bereit"
 TO_LIGHT = "Helles Design"
 TO_DARK = "Dunkles Design"
-SELECTION = "Seite der Einstellungen"
 
 
 def geometry(program: Panel) -> tuple[int, ...]:
@@ -81,9 +80,7 @@ class GeometryTest(WindowCase):
         """The page of the window closes it, and that is no different."""
         program = self.start()
         desktop.xdotool("windowsize", "--sync", program.window, 700, 900)
-        program.click("Settings", "page tab")
-        program.click(SELECTION)
-        program.click("Erscheinungsbild", "menu item")
+        program.open_settings("Erscheinungsbild")
         program.wait_until_shown("Aktuelle Auflösung des Fensters: 700x900")
         program.press_and_hold("App schließen")
         self.assertEqual(program.wait_for_end(), 0)
