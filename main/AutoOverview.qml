@@ -74,7 +74,7 @@ BrovikFlickable {
         minimumPointSize: Gui.fSizeS
         textFormat: Text.PlainText
         color: privat.progressColor
-        text: Auto_.progressStr
+        text: Common.shortText(Auto_.progressStr)
     }
 
     ProgressBar {
@@ -96,7 +96,7 @@ BrovikFlickable {
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
-        text: Gui.status3
+        text: Common.shortText(Gui.status3, Common.statusTextLimit)
         visible: text !== ""
     }
 

@@ -18,8 +18,6 @@ BaseTemplate {
     width: 800
     height: 1200
     font.pointSize: Gui.fSizeS
-    // The style would write buttons and tabs in capitals.
-    font.capitalization: Font.MixedCase
 
     MyToast {
         id: toast
@@ -70,7 +68,7 @@ BaseTemplate {
 
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                text: Gui.status2
+                text: Common.shortText(Gui.status2, Common.statusTextLimit)
             }
         }
 
@@ -79,7 +77,7 @@ BaseTemplate {
 
             Layout.fillWidth: true
             Layout.preferredHeight: privat.statusHeight
-            text: Gui.status
+            text: Common.shortText(Gui.status, Common.statusTextLimit)
         }
 
         RowLayout {

@@ -57,9 +57,9 @@ def auto_value_from_cpp(enum: AutoEnum, _value: None) -> None:
 
 
 @entry
-def chart_action_from_cpp(enum: ChartEnum, _value: object) -> None:
-    """An action on a chart. The demo machine records none."""
-    _not_on_this_machine(f"Chart-Aktion {enum.name}")
+def chart_action_from_cpp(enum: ChartEnum, value: object) -> None:
+    """An action on a chart."""
+    backend().machine.post(lambda: backend().charts.act(enum, value))
 
 
 @entry

@@ -15,11 +15,13 @@ from brovik.simulator import Simulator
 
 from . import configuration, settings
 from .board import Board
+from .charts import Charts
 from .interrupted import RunNote
 from .jobs import READY_STATUS
 from .machine_thread import MachineThread
 from .operation import Operation
 from .process.plant import Fault, Plant
+from .recording import Recorder
 from .storage import MACHINE, RUN, SETTINGS, Change, StorageWriter, open_storage
 
 CONFIG_DIR: Final = "BROVIK_CONFIG_DIR"
@@ -38,6 +40,7 @@ class Backend:
     def __init__(self, directory: Path | None, time_factor: float, faults: Set[Fault]) -> None:
         storage = open_storage(directory, lambda text: Gui.message("Einstellungen", text, "error"))
         stored = storage.read(MACHINE)
+        saved_charts = storage.charts.infos()
         equipment = configuration.apply(stored)
         settings.load(storage.read(SETTINGS))
         self._note = RunNote.read(storage.read(RUN))
@@ -48,8 +51,10 @@ class Backend:
 
         Sensor.lw_sensor_defective = Fault.SENSOR in faults
         self._board = Board(equipment.steam_valve)
-        self.operation = Operation(self._board, Plant(faults), equipment, self._writer)
+        recorder = Recorder(self._board)
+        self.operation = Operation(self._board, Plant(faults), equipment, self._writer, recorder)
         self.machine = MachineThread(self.operation, time_factor)
+        self.charts = Charts(recorder, self._writer, saved_charts, self.machine.post)
         Gui.status = READY_STATUS
 
     @classmethod

@@ -38,8 +38,9 @@ class Board:
             dout.num = number
         for number, din in enumerate(Sensor.all_dins, start=1):
             din.num = number
-        hidden = () if with_steam else (Output.MV_STEAM,)
-        Actuator.set_dout_model(d for o, d in self._douts.items() if o not in hidden)
+        #: The outputs that the machine has.
+        self.shown = tuple(o for o in Output if with_steam or o is not Output.MV_STEAM)
+        Actuator.set_dout_model(self._douts[output] for output in self.shown)
 
     @property
     def pressure(self) -> float:

@@ -21,6 +21,17 @@ READY_STATUS: Final = "Bereit"
 
 
 @dataclass(frozen=True)
+class Outcome:
+    """How a job has ended, as the list of charts shows it."""
+
+    result: str
+    status: str
+
+
+ABORTED: Final = Outcome("neutral", "abgebrochen")
+
+
+@dataclass(frozen=True)
 class BathView:
     """The attributes of `Auto` that show one bath. The settings have two of the same names."""
 
@@ -61,6 +72,7 @@ class Job(ABC):
         self._board = board
         self.control = Control(board, self, SettingsValues, recipe)
         self.too_low_baths: list[Electrolyte] = []
+        self.outcome = ABORTED
         for electrolyte, view in BATH_VIEWS.items():
             setattr(Auto, view.minimum, recipe.limits[electrolyte].minimum)
             setattr(Auto, view.set_point, recipe.limits[electrolyte].set_point)
@@ -90,6 +102,7 @@ class Job(ABC):
 
     def _fail(self, reason: str) -> None:
         Logger.warning(f"{self.title} fehlgeschlagen: {reason}")
+        self.outcome = Outcome("error", reason)
         self._end(lambda: self.failed(reason))
 
     def _end(self, show_ending: Callable[[], None]) -> None:
@@ -191,6 +204,7 @@ class AutomaticRun(Job):
         color = ProgressColor.Warning if warning else ProgressColor.Success
         show_progress(100, "100 %", color)
         Gui.status3 = warning or "Das Fass ist gereinigt und vorgespannt."
+        self.outcome = Outcome("warning" if warning else "success", Gui.status3)
         if warning:
             Gui.message(self.title, warning, "warning")
 

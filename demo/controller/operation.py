@@ -19,6 +19,7 @@ from .process.outputs import Output
 from .process.plant import Plant
 from .process.recipe import Electrolyte, Equipment, Limits, Recipe
 from .process.sequence import StepKind, steps_for
+from .recording import Recorder
 from .storage import StorageWriter
 
 BATH_TESTS: Final = {
@@ -32,12 +33,20 @@ DOSING_MARGIN: Final = 1.5
 class Operation:
     """All that happens on the machine thread. From another thread, a call of it is posted."""
 
-    def __init__(self, board: Board, plant: Plant, equipment: Equipment, writer: StorageWriter) -> None:
+    def __init__(  # pylint: disable=too-many-arguments
+        self,
+        board: Board,
+        plant: Plant,
+        equipment: Equipment,
+        writer: StorageWriter,
+        recorder: Recorder,
+    ) -> None:
         self.questions = Questions(Gui.question, Gui.close_dialog)
         self._board = board
         self._plant = plant
         self._equipment = equipment
         self._writer = writer
+        self._recorder = recorder
         self._job: Job | None = None
 
     # What the thread calls.
@@ -47,7 +56,9 @@ class Operation:
         self._board.take_over_simulated_inputs(self._plant)
         self._plant.advance(dt, self._board.on)
         self._board.measure(self._plant)
-        if self._job is not None and not self._job.advance(dt):
+        running = self._job is None or self._job.advance(dt)
+        self._recorder.advance(dt)
+        if not running:
             self._end_job()
         self._heat()
         self._update_blocking()
@@ -129,14 +140,18 @@ class Operation:
             self._start_run(note)
 
     def _start_run(self, note: RunNote) -> None:
+        recipe = self._recipe(note.lengthening, note.steam)
+        kinds = steps_for(recipe)
+
         def remember(kind: StepKind | None) -> None:
             if kind is None:
                 self._writer.submit(NO_RUN)
             else:
                 self._writer.submit(RunNote(kind.key, note.lengthening, note.steam).change())
+                self._recorder.step(kinds.index(kind) + 1)
 
         self._prepare()
-        recipe = self._recipe(note.lengthening, note.steam)
+        self._recorder.start(AutomaticRun.title, [kind.title for kind in kinds])
         self._job = AutomaticRun(self._board, recipe, remember, note.step)
 
     def _toggle_bath_test(self, electrolyte: Electrolyte) -> None:
@@ -175,6 +190,8 @@ class Operation:
             self._end_job()
 
     def _end_job(self) -> None:
+        if isinstance(self._job, AutomaticRun):
+            self._recorder.end(self._job.outcome.result, self._job.outcome.status)
         self._job = None
         for bath in self._plant.baths.values():
             bath.refresh_to = 0.0

@@ -1,7 +1,7 @@
 """The one file in which the machine keeps what has to survive: an SQLite database.
 
-It has sections of keys with values. A change that has been applied survives the sudden end of the
-process; one that has not is lost as a whole.
+It has sections of keys with values, and the saved charts. A change that has been applied survives
+the sudden end of the process; one that has not is lost as a whole.
 """
 
 import json
@@ -12,7 +12,9 @@ from dataclasses import dataclass
 from datetime import datetime
 from pathlib import Path
 from queue import Empty, SimpleQueue
-from typing import Final
+from typing import Final, TypeAlias
+
+from . import saved_charts
 
 FILE_NAME: Final = "kubelor-demo.sqlite3"
 SETTINGS: Final = "settings"
@@ -47,6 +49,7 @@ class Storage:
     def __init__(self, path: Path | str) -> None:
         """Opens the file, or makes it. Raises sqlite3.Error if it cannot be used."""
         self._connection = sqlite3.connect(path, check_same_thread=False)
+        self.charts = saved_charts.ChartTables(self._connection)
         try:
             self._prepare()
         except BaseException:
@@ -61,8 +64,11 @@ class Storage:
         with self._connection:
             self._connection.execute(_SCHEMA)
         self._connection.execute("SELECT section, key, value FROM entry LIMIT 1").fetchone()
+        self._connection.executescript(saved_charts.SCHEMA)
+        self.charts.check()
         self._connection.execute("PRAGMA journal_mode = WAL")
         self._connection.execute("PRAGMA synchronous = FULL")
+        self._connection.execute("PRAGMA foreign_keys = ON")
 
     def read(self, section: str) -> dict[str, object]:
         """All values of a section. One that is no JSON comes as the text that it is."""
@@ -142,23 +148,31 @@ def _move_aside(path: Path) -> Path:
     return target
 
 
+Task: TypeAlias = Callable[[Storage], None]
+
+
 class StorageWriter:
     """Applies changes on the thread "demo-storage", as many as are waiting in one transaction.
 
-    `submit` may be called from any thread and returns at once. The storage belongs to the writer.
+    `submit` and `perform` may be called from any thread and return at once; the order is kept.
+    The storage belongs to the writer.
     """
 
     def __init__(self, storage: Storage, on_error: Callable[[], None]) -> None:
         """`on_error` is called inside the `except` block of a transaction that failed."""
         self._storage = storage
         self._on_error = on_error
-        self._queue: SimpleQueue[Change | None] = SimpleQueue()
+        self._queue: SimpleQueue[Change | Task | None] = SimpleQueue()
         self._thread = threading.Thread(target=self._run, name="demo-storage", daemon=True)
         self._thread.start()
 
     def submit(self, change: Change) -> None:
         """Takes a change on."""
         self._queue.put(change)
+
+    def perform(self, task: Task) -> None:
+        """Has something else done with the storage, on the writer's thread."""
+        self._queue.put(task)
 
     def stop(self) -> None:
         """Writes what is waiting and closes the file."""
@@ -168,21 +182,34 @@ class StorageWriter:
     def _run(self) -> None:
         open_ = True
         while open_:
-            changes = self._waiting()
-            open_ = None not in changes
-            self._apply([change for change in changes if change is not None])
+            changes: list[Change] = []
+            for item in self._waiting():
+                if isinstance(item, Change):
+                    changes.append(item)
+                    continue
+                self._apply(changes)
+                changes = []
+                if item is None:
+                    open_ = False
+                else:
+                    self._guarded(item)
+            self._apply(changes)
         self._storage.close()
 
-    def _waiting(self) -> list[Change | None]:
-        changes = [self._queue.get()]
+    def _waiting(self) -> list[Change | Task | None]:
+        items = [self._queue.get()]
         try:
             while True:
-                changes.append(self._queue.get_nowait())
+                items.append(self._queue.get_nowait())
         except Empty:
-            return changes
+            return items
 
     def _apply(self, changes: list[Change]) -> None:
+        if changes:
+            self._guarded(lambda storage: storage.apply(changes))
+
+    def _guarded(self, task: Task) -> None:
         try:
-            self._storage.apply(changes)
+            task(self._storage)
         except Exception:  # pylint: disable=broad-exception-caught
             self._on_error()

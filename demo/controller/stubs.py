@@ -5,6 +5,7 @@ The host's functions carry their signatures in their docstrings; the files repea
 
 import inspect
 import re
+import textwrap
 from collections.abc import Iterator
 from pathlib import Path
 from types import ModuleType
@@ -21,7 +22,11 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 _ENUM_DEFAULT: Final = re.compile(r"<(\w+\.\w+): -?\d+>")
 _BARE: Final = re.compile(r"(?<=[:>] )(Iterable|dict|list|set)(?![\w\[])")
 _PARAMETERS: Final = {"dict": "[Any, Any]"}
-_OPERATORS: Final = ("__getitem__", "__iter__", "__len__", "__repr__")
+_OPERATORS: Final = frozenset(
+    ("__init__", "__getitem__", "__setitem__", "__iter__", "__next__", "__len__", "__bool__", "__repr__")
+)
+_OVERLOADED: Final = "(*args, **kwargs)\nOverloaded function.\n"
+_OVERLOAD: Final = re.compile(r"^\d+\. ", re.MULTILINE)
 _ENUM_BODY: Final = """\
     __members__: ClassVar[dict[str, {name}]]
 {members}
@@ -76,11 +81,24 @@ def _class_text(cls: type) -> str:
     return head + (body if body or doc else "    ...\n")
 
 
+def _nested_class_text(cls: type) -> str:
+    return textwrap.indent(_class_text(cls), "    ")
+
+
+def _is_told(name: str, value: object) -> bool:
+    if name == "__init__":
+        # Else it is what stands in for a constructor that is not there.
+        return (value.__doc__ or "").startswith(name)
+    return name in _OPERATORS or not name.startswith("__")
+
+
 def _member_text(cls: type, name: str, value: object) -> str:
-    if name.startswith("__") and name not in _OPERATORS:
+    if not _is_told(name, value):
         return ""
     if type(value).__name__ == "pybind11_static_property":
         return f"    {name}: ClassVar[{type(getattr(cls, name)).__name__}]\n"
+    if inspect.isclass(value):
+        return _nested_class_text(value)
     if isinstance(value, property):
         return _property_text(name, value)
     if isinstance(value, staticmethod):
@@ -98,7 +116,12 @@ def _property_text(name: str, value: property) -> str:
 
 
 def _function_text(name: str, doc: str | None, indent: str) -> str:
-    """A function whose docstring begins with its signature."""
+    """A function whose docstring begins with its signature, or lists the signatures that it has."""
+    if _OVERLOADED in (doc or ""):
+        overloads = _OVERLOAD.split(str(doc).partition(_OVERLOADED)[2])[1:]
+        return "".join(
+            f"{indent}@typing.overload\n{_function_text(name, overload, indent)}" for overload in overloads
+        )
     signature, _, doc = (doc or "").partition("\n")
     signature = _BARE.sub(_parametrised, _ENUM_DEFAULT.sub(r"\1", signature))
     _, opening, arguments = signature.partition("(")

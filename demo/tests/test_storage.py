@@ -8,8 +8,11 @@ import sys
 import tempfile
 import threading
 import unittest
+from dataclasses import replace
 from pathlib import Path
+from typing import Any
 
+from controller.saved_charts import ChartInfo, SavedChart
 from controller.storage import (
     FILE_NAME,
     RUN,
@@ -102,6 +105,69 @@ class KeepingTest(StorageCase):
         first.apply([Change(SETTINGS, {"a": 1})])
         self.assertEqual(second.read(SETTINGS), {"a": 1})
         self.assertEqual(self.reports, [])
+
+
+class ChartsTest(StorageCase):
+    """Saved charts."""
+
+    def chart(self, name: str) -> SavedChart:
+        """A chart with a line of some length."""
+        points = [(n * 0.5, n / 7.0) for n in range(2000)]
+        return SavedChart(
+            ChartInfo(name, "success", "ok", "21.11.2026 12:00", 1000), ["s"], ["a"], {"P": points, "Lw": []}
+        )
+
+    def test_keeps_charts(self) -> None:
+        """All of it, across a reopening."""
+        storage = self.open()
+        storage.charts.save(self.chart("Fass '1'; --"))
+        storage.close()
+        storage = self.open()
+        self.assertEqual(storage.charts.infos(), [self.chart("Fass '1'; --").info])
+        self.assertEqual(storage.charts.load("Fass '1'; --"), self.chart("Fass '1'; --"))
+
+    def test_odd_points(self) -> None:
+        """What is no number of everyday life comes back, too."""
+        chart = replace(self.chart("a"), lines={"P": [(0.0, float("inf")), (-1.0, 5e-324)]})
+        storage = self.open()
+        storage.charts.save(chart)
+        self.assertEqual(storage.charts.load("a").lines, chart.lines)
+
+    def test_a_name_is_taken_once(self) -> None:
+        """Neither saving nor renaming overwrites; letters of another case make another name."""
+        storage = self.open()
+        for name in ("a", "b", "A"):
+            storage.charts.save(self.chart(name))
+        with self.assertRaises(sqlite3.IntegrityError):
+            storage.charts.save(self.chart("a"))
+        with self.assertRaises(sqlite3.IntegrityError):
+            storage.charts.rename("b", "a")
+        self.assertEqual(sorted(info.name for info in storage.charts.infos()), ["A", "a", "b"])
+
+    def test_all_or_nothing(self) -> None:
+        """A chart that cannot be written as a whole is not written at all."""
+        storage = self.open()
+        wrong: Any = ("x", 1.0)
+        bad = replace(self.chart("a"), lines={"P": [(0.0, 0.0)], "Lw": [wrong]})
+        with self.assertRaises(TypeError):
+            storage.charts.save(bad)
+        self.assertEqual(storage.charts.infos(), [])
+        storage.charts.save(self.chart("a"))
+
+    def test_delete_and_rename_take_the_lines_along(self) -> None:
+        """No line is left behind."""
+        storage = self.open()
+        storage.charts.save(self.chart("a"))
+        storage.charts.save(self.chart("b"))
+        storage.charts.rename("a", "c")
+        self.assertEqual(storage.charts.load("c").lines, self.chart("c").lines)
+        storage.charts.delete("b")
+        storage.charts.delete("c")
+        self.assertRaises(KeyError, storage.charts.load, "c")
+        with sqlite3.connect(self.path) as connection:
+            (lines,) = connection.execute("SELECT count(*) FROM chart_line").fetchone()
+        connection.close()
+        self.assertEqual(lines, 0)
 
 
 class DamageTest(StorageCase):
@@ -204,6 +270,16 @@ class WriterTest(StorageCase):
             writer.submit(Change(SETTINGS, {"number": number}))
         writer.stop()
         self.assertEqual(self.open().read(SETTINGS), {"number": 199})
+
+    def test_tasks_keep_their_place(self) -> None:
+        """A task sees what was submitted before it, and not what comes after it."""
+        seen: list[dict[str, object]] = []
+        writer = StorageWriter(self.open(), self.fail)
+        for number in range(50):
+            writer.submit(Change(SETTINGS, {"number": number}))
+            writer.perform(lambda storage: seen.append(storage.read(SETTINGS)))
+        writer.stop()
+        self.assertEqual(seen, [{"number": number} for number in range(50)])
 
     def test_error_is_reported_and_the_next_change_goes_on(self) -> None:
         """Inside the except block, so that the exception can be shown."""

@@ -49,8 +49,11 @@ private:
 
 void brakeNotifications(QObject &changed)
 {
-    // Without an application nothing is queued yet; on the object's own thread nothing is queued at all.
-    if (QCoreApplication::instance() == nullptr || changed.thread() == QThread::currentThread()) {
+    // Without an application nothing is queued yet; on the object's own thread nothing is queued at all; and
+    // what lives elsewhere than the screens does not reach them.
+    const QCoreApplication *application = QCoreApplication::instance();
+    if (application == nullptr || changed.thread() != application->thread() ||
+        changed.thread() == QThread::currentThread()) {
         return;
     }
     static Brake brake;

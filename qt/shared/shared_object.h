@@ -70,18 +70,42 @@ protected:
         return member;
     }
 
-    /// The change pattern: lock, compare, store, notify. Returns whether the member changed.
-    template <typename T, typename Notify> bool change(T &member, const T &value, const Notify &notify)
+    /// Holds the mutex over one change or several. Once the outermost hold is over, a thread that notifies
+    /// too fast is held back: not before, or the GUI thread would wait for that thread in a getter.
+    class Hold
     {
+    public:
+        explicit Hold(SharedObject &object)
+            : m_object(object)
         {
-            const SharedLocker lock(&m_mutex);
-            if (member == value) {
-                return false;
-            }
-            member = value;
-            notify();
+            m_object.m_mutex.lock();
+            ++m_object.m_holds;
         }
-        brakeNotifications(*this);
+
+        ~Hold()
+        {
+            const bool notified = --m_object.m_holds == 0 && std::exchange(m_object.m_notified, false);
+            m_object.m_mutex.unlock();
+            if (notified) {
+                brakeNotifications(m_object);
+            }
+        }
+
+        Q_DISABLE_COPY_MOVE(Hold)
+
+    private:
+        SharedObject &m_object;
+    };
+
+    /// The change pattern: lock, compare, store, notify. Returns whether the member changed.
+    template <typename T, typename Member, typename Notify>
+    bool change(Member &member, const T &value, const Notify &notify)
+    {
+        const Hold hold(*this);
+        if (member == value) {
+            return false;
+        }
+        store(member, value, notify);
         return true;
     }
 
@@ -90,20 +114,24 @@ protected:
     template <typename T, typename Notify>
     void changeWithin(T &member, T value, const T &lowest, const T &highest, const Notify &notify)
     {
-        {
-            const SharedLocker lock(&m_mutex);
-            if (member == value) {
-                return;
-            }
-            member = within(value, lowest, highest);
-            notify();
+        const Hold hold(*this);
+        if (member != value) {
+            store(member, within(value, lowest, highest), notify);
         }
-        brakeNotifications(*this);
     }
 
     mutable SharedMutex m_mutex;
 
 private:
+    /// With the mutex held.
+    template <typename Member, typename T, typename Notify>
+    void store(Member &member, const T &value, const Notify &notify)
+    {
+        member = value;
+        m_notified = true;
+        notify();
+    }
+
     /// The nearest value within the bounds; the lower one decides if they cross. A NaN counts as too small.
     template <typename T> T within(T value, T lowest, T highest) const
     {
@@ -123,6 +151,10 @@ private:
         const QString title = QStringLiteral("[%1 WERT ZU %2]").arg(metaObject()->className(), what);
         criticalStream() << qUtf8Printable(title) << value << "wird zu" << bound << "geändert.";
     }
+
+    int m_holds = 0;
+    /// Something was notified since the outermost hold began.
+    bool m_notified = false;
 };
 
 /// Makes the types of a class's signals known by name. QML looks them up so when a signal comes from another

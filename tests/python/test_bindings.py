@@ -30,6 +30,7 @@ WRONG_VALUES: dict[type, list[Any]] = {
     float: ["1.0", None, [], brovik, 1j],
     str: [],
     list: [5, None, True, brovik],
+    dict: [],
 }
 WRONG_FOR_OTHERS: list[Any] = [99, 1.5, "x", None, [], brovik]
 
@@ -74,10 +75,6 @@ class ModuleTest(unittest.TestCase):
 
     def test_enum_numbers_of_the_skeletons(self) -> None:
         """Enumerations of the objects that hold nothing else yet."""
-        self.assertEqual(
-            {name: int(value) for name, value in brovik.chart.ChartEnum.__members__.items()},
-            {"Invalid": 0, "Save": 1, "Load": 2, "Delete": 3, "Rename": 4, "Hand": 5},
-        )
         self.assertEqual(
             {name: int(value) for name, value in brovik.wifi.WifiActionEnum.__members__.items()},
             {"Scan": 0, "IPData": 1, "Connect": 2, "Disconnect": 3, "Login": 4, "RestartWireguard": 5},
@@ -129,6 +126,21 @@ class ClassTest(unittest.TestCase):
                             setattr(shared, name, wrong)
                         self.assertEqual(getattr(shared, name), before)
             self.assertEqual(log.names, [])
+
+    def test_numbers_by_the_rules_of_python(self) -> None:
+        """Where a number is asked for, True is 1; where a float is, a whole number is one."""
+        run = brovik.auto.Auto
+        for name, written, stored in (
+            ("progress", True, 1),
+            ("lw_saure_max", True, 1.0),
+            ("lw_saure_max", 2, 2.0),
+        ):
+            with self.subTest(name, written=written):
+                before = getattr(run, name)
+                setattr(run, name, written)
+                self.assertEqual(getattr(run, name), stored)
+                self.assertIs(type(getattr(run, name)), type(stored))
+                setattr(run, name, before)
 
     def test_read_only_attributes(self) -> None:
         """What cannot be written raises AttributeError."""

@@ -127,12 +127,11 @@ class EntryTest(RunningCase):
         self.assertEqual(Simulator.a_in_1, 55)
 
     def test_what_this_machine_has_not(self) -> None:
-        """Charts, updates and network are answered with a word."""
+        """Updates and network are answered with a word."""
         self.start()
-        controller.chart_action_from_cpp(ChartEnum.Save, "Name")
         controller.shell_action_from_cpp(ShellActionEnum.Update, None)
         controller.wifi_action_from_cpp(WifiActionEnum.Scan, None)
-        self.assertEqual(len(self.signals("toastWarn")), 3)
+        self.assertEqual(len(self.signals("toastWarn")), 2)
 
 
 class EnvironmentTest(RunningCase):

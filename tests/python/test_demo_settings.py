@@ -16,6 +16,7 @@ from brovik.settings import SettingsEnum, SettingsValues
 
 from demo_support import RunningCase, SteppedCase
 from controller.storage import FILE_NAME, SETTINGS, Change, Storage
+from tests.rig import PARAMETERS
 
 #: A process that does nothing but run the backend and set one parameter over and over.
 CHILD = "demo_child"
@@ -122,6 +123,15 @@ class WishTest(StoredCase):
         self.assertEqual((SettingsValues.p_offset, SettingsValues.lw_offset), (0.0, 0.0))
         self.assertEqual(len(self.signals("toastWarn")), 4)
         self.assertTrue(Auto.active)
+
+
+class RigTest(unittest.TestCase):
+    """What the tests of the units take for granted, without a host."""
+
+    def test_parameters(self) -> None:
+        """The units are tested with the host's defaults."""
+        defaults = SettingsValues.get_default_values()
+        self.assertEqual(PARAMETERS, {name: defaults[name] for name in PARAMETERS})
 
 
 class LoadTest(StoredCase):

@@ -130,49 +130,15 @@ ENUM_NAMES = [
     "use_co2_after_saure",
 ]
 
-DEFAULTS: dict[str, Any] = {
-    "intense_cleaning": False,
-    "intense_factor": 3.0,
-    "threshold_p_blow": 0.05,
-    "threshold_lw_empty": 0.07,
-    "threshold_lw_water": 0.1,
-    "threshold_lw_electrolyte": 1.5,
-    "secs_blow_min": 5,
-    "secs_pump": 5,
-    "secs_blow_after_pump": 3,
-    "leakage_p_fill": 0.5,
-    "leakage_p_inc_rate": 0.03,
-    "leakage_p_hold_secs": 3,
-    "leakage_p_max_loss": 0.07,
-    "blow_after_empty_secs": 10,
-    "lauge_kreis_secs": 100,
-    "hot_kreis_fill_secs_legacy": 6,
-    "hot_kreis_clean_secs_legacy": 6,
-    "saure_kreis_secs": 100,
-    "cold_kreis_fill_secs_legacy": 6,
-    "cold_kreis_clean_secs_legacy": 6,
-    "co2_blow_after_empty_secs": 5,
-    "vorspannen_p": 0.7,
-    "do_steam_step": True,
-    "steam_sterilization_secs": 40,
-    "steam_co2_blow_secs": 3,
-    "lw_test_hold_secs": 20,
-    "lw_saure_min": 10,
-    "lw_saure_sp": 20,
-    "lw_saure_name": "SANAL®-SA 3",
-    "lw_lauge_min": 30,
-    "lw_lauge_sp": 60,
-    "lw_lauge_name": "RIMALKAN®-HAT 26",
-    "test_leakage_p": True,
-    "test_lw_water_cold": True,
-    "test_lw_water_hot": True,
-    "test_lw_kreis_lauge": True,
-    "test_lw_kreis_saure": True,
-    "test_lauge_level": True,
-    "p_offset": 0.0,
-    "lw_offset": 0.0,
-    "use_co2_after_saure": True,
-}
+#: In the order of the enumeration, but the switch of intensive cleaning comes first and the offsets replace
+#: their actions.
+DEFAULT_NAMES = [
+    *("intense_cleaning", "intense_factor"),
+    *ENUM_NAMES[ENUM_NAMES.index("threshold_p_blow") : ENUM_NAMES.index("POffsetSet")],
+    *("p_offset", "lw_offset", "use_co2_after_saure"),
+]
+INITIAL = {attribute.name: attribute.initial for attribute in VALUES + SWITCHES + NAMES + OFFSETS}
+DEFAULTS: dict[str, Any] = {name: INITIAL[name] for name in DEFAULT_NAMES}
 
 
 class SettingsAttributesTest(unittest.TestCase):

@@ -58,6 +58,15 @@ class ShellTest(unittest.TestCase):
                 shell.Shell.installed = wrong
         self.assertEqual(shell.Shell.installed, [])
 
+    def test_list_of_no_records(self) -> None:
+        """An element that is no record is reported, and the list counts as empty."""
+        shell.Shell.installed = [PACKAGE]
+        capture = _probe.LogCapture()
+        shell.Shell.installed = [5]
+        self.assertEqual(shell.Shell.installed, [])
+        self.assertEqual(len(capture.messages), 1)
+        self.assertIn("py::error_already_set: TypeError", capture.messages[0][1])
+
     def test_console_output(self) -> None:
         """Output goes out at once, piece by piece, on the writer's thread."""
         log = _probe.SignalLog("Shell")

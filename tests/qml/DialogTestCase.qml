@@ -22,8 +22,12 @@ TestCase {
         spy.clear();
     }
 
-    // Every dialog that a test has left open is closed.
     function cleanup() {
+        closeAll();
+    }
+
+    // Closes every dialog that a test has left open.
+    function closeAll() {
         for (let left = 300; Dialogs.popupActive && left > 0; --left) {
             const before = spy.count;
             Dialogs.rejectCurrent();

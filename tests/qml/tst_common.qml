@@ -211,7 +211,8 @@ TestCase {
         const text = "x".repeat(limit + 1);
         Backend.startRecordingPrints();
         compare(Common.shortText(text), "x".repeat(limit) + "…");
-        compare(Backend.takePrints(), [text]);
+        compare(Common.shortText(text, 3), "xxx…");
+        compare(Backend.takePrints(), [text, text]);
     }
 
     function test_split_text_data() {

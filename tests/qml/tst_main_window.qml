@@ -62,7 +62,17 @@ Item {
             // Not x: this platform leaves room for a frame.
             compare([window.y, window.width, window.height], [70, 720, 950]);
             compare(window.font.pointSize, Gui.fSizeS);
+            compare(window.font.capitalization, Font.MixedCase);
             compare([Common.autoOverviewIndex, Common.chartsOverviewIndex, Common.settingsOverviewIndex], [0, 1, 2]);
+        }
+
+        function test_huge_status() {
+            Backend.runOnThread("gui.Gui.status = gui.Gui.status2 = gui.Gui.status3 = 'lang ' * 2000000");
+            for (const name of ["status", "status2", "status3"]) {
+                tryVerify(() => part(name).text.length === Common.statusTextLimit + 1);
+            }
+            Backend.runOnThread("gui.Gui.status3 = ''");
+            tryVerify(() => !part("status3").text);
         }
 
         function test_header_texts() {

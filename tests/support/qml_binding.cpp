@@ -37,6 +37,15 @@ bool QmlBinding::becomes(const QVariant &expected) const
     return reached;
 }
 
+std::string refusalOf(const char *program)
+{
+    QQmlEngine engine;
+    engine.addImportPath(QStringLiteral(":/"));
+    QQmlComponent component(&engine);
+    component.setData(program, QUrl());
+    return component.errorString().toStdString();
+}
+
 void onForeignThread(const std::function<void()> &task)
 {
     const std::unique_ptr<QThread> thread(QThread::create(task));

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 /// A binding in QML, as a screen has it. Lives on the GUI thread, with an engine of its own.
 class QmlBinding
@@ -26,6 +27,9 @@ private:
     std::unique_ptr<QObject> m_object;
     std::unique_ptr<SignalLog> m_changes;
 };
+
+/// Why the engine refuses a QML program; empty if it does not.
+std::string refusalOf(const char *program);
 
 /// Runs `task` to its end on a thread of its own, as a thread of the backend does.
 void onForeignThread(const std::function<void()> &task);

@@ -15,7 +15,7 @@ import desktop
 from accessible import Node
 from waiting import DEADLINE_SECS, T, wait_for
 
-CONTROLLERS = Path(__file__).parent / "controllers"
+REMOTE_BACKEND = Path(__file__).parent / "remote"
 DEMO_MACHINE = Path(__file__).parents[2] / "demo"
 TITLE = "Brovik Kubelor"
 # Below the configuration directory.
@@ -200,8 +200,11 @@ def store_window(configuration: Path, content: bytes) -> Path:
 
 
 def remote(*arguments: str, **environment: str) -> Panel:
-    """The program with the backend that does what the test says."""
-    return Panel(CONTROLLERS / "remote", *arguments, **environment)
+    """The program with the backend that does what the test says.
+
+    With KUBELOR_TEST_RAISING in the environment all its entry functions fail and forward it.
+    """
+    return Panel(REMOTE_BACKEND, *arguments, **environment)
 
 
 def demo(time_factor: int, *arguments: str, **environment: str) -> Panel:

@@ -33,12 +33,16 @@ class PowerTest(unittest.TestCase):
     def _ran(self, command: str) -> Path:
         return self._folder / f"{command}.ran"
 
+    @staticmethod
+    def _ask_for(program: Panel, button: str, question: str) -> None:
+        program.click(POWER_BUTTON)
+        program.click(button)
+        program.wait_until_shown(question)
+
     def test_poweroff_fails(self) -> None:
         """An error code is shown, and the program runs on without its backend."""
         with self._program("poweroff", 1) as program:
-            program.click(POWER_BUTTON)
-            program.click("Herunterfahren")
-            program.wait_until_shown(POWEROFF_QUESTION)
+            self._ask_for(program, "Herunterfahren", POWEROFF_QUESTION)
             program.click("OK")
             program.wait_until_shown("'poweroff' hat den Fehlercode 1 zurückgegeben")
             program.wait_until_shown("Poweroff")
@@ -64,8 +68,7 @@ class PowerTest(unittest.TestCase):
     def test_poweroff_cancelled(self) -> None:
         """Abbrechen runs nothing."""
         with self._program("poweroff", 0) as program:
-            program.click(POWER_BUTTON)
-            program.click("Herunterfahren")
+            self._ask_for(program, "Herunterfahren", POWEROFF_QUESTION)
             program.click("Abbrechen")
             program.wait_until_gone(POWEROFF_QUESTION)
             program.wait_until_shown("Testbackend bereit")
@@ -74,9 +77,7 @@ class PowerTest(unittest.TestCase):
     def test_reboot_fails_and_missing_command(self) -> None:
         """The same for the restart."""
         with self._program("reboot", 3) as program:
-            program.click(POWER_BUTTON)
-            program.click("Neu starten")
-            program.wait_until_shown(REBOOT_QUESTION)
+            self._ask_for(program, "Neu starten", REBOOT_QUESTION)
             program.click("OK")
             program.wait_until_shown("'reboot' hat den Fehlercode 3 zurückgegeben")
             program.wait_until_shown("Reboot")

@@ -30,34 +30,6 @@ class StepKind:
         return recipe.equipment.legacy or not self.legacy_only
 
 
-def _rinse_hot(control: Control, passes: int) -> Step:
-    return steps.rinse(control, Output.MV_HEISS, passes)
-
-
-def _rinse_cold(control: Control, passes: int) -> Step:
-    return steps.rinse(control, Output.MV_KALT, passes)
-
-
-def _hot_circuit(control: Control) -> Step:
-    settings = control.settings
-    return steps.rinse_circuit(
-        control,
-        Output.MV_HEISS,
-        settings.hot_kreis_fill_secs_legacy,
-        settings.hot_kreis_clean_secs_legacy,
-    )
-
-
-def _cold_circuit(control: Control) -> Step:
-    settings = control.settings
-    return steps.rinse_circuit(
-        control,
-        Output.MV_KALT,
-        settings.cold_kreis_fill_secs_legacy,
-        settings.cold_kreis_clean_secs_legacy,
-    )
-
-
 def _leak_secs(control: Control) -> float:
     settings = control.settings
     if not settings.test_leakage_p:
@@ -77,10 +49,46 @@ def _steam_secs(control: Control) -> float:
     return float(control.settings.steam_sterilization_secs + control.settings.steam_co2_blow_secs)
 
 
+def _hot_circuit_secs(control: Control) -> tuple[int, int]:
+    settings = control.settings
+    return settings.hot_kreis_fill_secs_legacy, settings.hot_kreis_clean_secs_legacy
+
+
+def _cold_circuit_secs(control: Control) -> tuple[int, int]:
+    settings = control.settings
+    return settings.cold_kreis_fill_secs_legacy, settings.cold_kreis_clean_secs_legacy
+
+
+def _rinsing(key: str, title: str, water: Output, passes: int, *, legacy_only: bool = False) -> StepKind:
+    """Water through the barrel, some times over."""
+    run = partial(steps.rinse, water=water, passes=passes)
+    return StepKind(key, title, run, partial(_rinse_secs, passes=passes), legacy_only)
+
+
+def _circuit_rinsing(
+    key: str, title: str, water: Output, secs: Callable[[Control], tuple[int, int]]
+) -> StepKind:
+    """Water through the circuit; `secs` are those to fill it and those to pump the water round."""
+
+    def run(control: Control) -> Step:
+        return steps.rinse_circuit(control, water, *secs(control))
+
+    return StepKind(key, title, run, lambda control: float(sum(secs(control))), legacy_only=True)
+
+
+def _cleaning(key: str, title: str, electrolyte: Electrolyte) -> StepKind:
+    """Lye or acid through the barrel."""
+    run = partial(steps.clean, electrolyte=electrolyte)
+    return StepKind(key, title, run, partial(steps.circuit_secs, electrolyte=electrolyte))
+
+
+def _giving_back(key: str, title: str, electrolyte: Electrolyte) -> StepKind:
+    """Lye or acid back into its bath."""
+    return StepKind(key, title, partial(steps.give_back, electrolyte=electrolyte), _blow_secs)
+
+
 #: Rise of the pressure that the weights reckon with, bar/s.
 EXPECTED_RISE: Final = 0.05
-
-LYE, ACID = Electrolyte.LYE, Electrolyte.ACID
 
 SEQUENCE: Final = (
     StepKind("leak_test", "Dichtheitsprobe", steps.leak_test, _leak_secs),
@@ -90,76 +98,17 @@ SEQUENCE: Final = (
         steps.empty_into_channel,
         lambda c: _blow_secs(c) + c.settings.blow_after_empty_secs,
     ),
-    StepKind(
-        "rinse_hot",
-        "Spülen mit Heißwasser",
-        partial(_rinse_hot, passes=3),
-        partial(_rinse_secs, passes=3),
-    ),
-    StepKind(
-        "lye",
-        "Reinigen mit Lauge",
-        partial(steps.clean, electrolyte=LYE),
-        partial(steps.circuit_secs, electrolyte=LYE),
-    ),
-    StepKind(
-        "lye_back",
-        "Lauge zurückfördern",
-        partial(steps.give_back, electrolyte=LYE),
-        _blow_secs,
-    ),
-    StepKind(
-        "rinse_lye",
-        "Laugereste in den Kanal spülen",
-        partial(_rinse_hot, passes=1),
-        partial(_rinse_secs, passes=1),
-    ),
-    StepKind(
-        "circuit_hot",
-        "Kreislauf mit Heißwasser spülen",
-        _hot_circuit,
-        lambda c: float(c.settings.hot_kreis_fill_secs_legacy + c.settings.hot_kreis_clean_secs_legacy),
-        legacy_only=True,
-    ),
-    StepKind(
-        "rinse_hot_again",
-        "Nachspülen mit Heißwasser",
-        partial(_rinse_hot, passes=1),
-        partial(_rinse_secs, passes=1),
-        legacy_only=True,
-    ),
-    StepKind(
-        "acid",
-        "Reinigen mit Säure",
-        partial(steps.clean, electrolyte=ACID),
-        partial(steps.circuit_secs, electrolyte=ACID),
-    ),
-    StepKind(
-        "acid_back",
-        "Säure zurückfördern",
-        partial(steps.give_back, electrolyte=ACID),
-        _blow_secs,
-    ),
-    StepKind(
-        "rinse_cold",
-        "Spülen mit Kaltwasser",
-        partial(_rinse_cold, passes=3),
-        partial(_rinse_secs, passes=3),
-    ),
-    StepKind(
-        "circuit_cold",
-        "Kreislauf mit Kaltwasser spülen",
-        _cold_circuit,
-        lambda c: float(c.settings.cold_kreis_fill_secs_legacy + c.settings.cold_kreis_clean_secs_legacy),
-        legacy_only=True,
-    ),
-    StepKind(
-        "rinse_cold_again",
-        "Nachspülen mit Kaltwasser",
-        partial(_rinse_cold, passes=1),
-        partial(_rinse_secs, passes=1),
-        legacy_only=True,
-    ),
+    _rinsing("rinse_hot", "Spülen mit Heißwasser", Output.MV_HEISS, 3),
+    _cleaning("lye", "Reinigen mit Lauge", Electrolyte.LYE),
+    _giving_back("lye_back", "Lauge zurückfördern", Electrolyte.LYE),
+    _rinsing("rinse_lye", "Laugereste in den Kanal spülen", Output.MV_HEISS, 1),
+    _circuit_rinsing("circuit_hot", "Kreislauf mit Heißwasser spülen", Output.MV_HEISS, _hot_circuit_secs),
+    _rinsing("rinse_hot_again", "Nachspülen mit Heißwasser", Output.MV_HEISS, 1, legacy_only=True),
+    _cleaning("acid", "Reinigen mit Säure", Electrolyte.ACID),
+    _giving_back("acid_back", "Säure zurückfördern", Electrolyte.ACID),
+    _rinsing("rinse_cold", "Spülen mit Kaltwasser", Output.MV_KALT, 3),
+    _circuit_rinsing("circuit_cold", "Kreislauf mit Kaltwasser spülen", Output.MV_KALT, _cold_circuit_secs),
+    _rinsing("rinse_cold_again", "Nachspülen mit Kaltwasser", Output.MV_KALT, 1, legacy_only=True),
     StepKind("steam", "Sterilisieren mit Dampf", steps.steam, _steam_secs, steam_only=True),
     StepKind(
         "air_out",

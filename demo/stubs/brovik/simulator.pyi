@@ -22,6 +22,7 @@ class SimuEnum:
 
 class SimKeys:
     """Names of the attributes."""
+    def __init__(self) -> None: ...
     enabled: ClassVar[str]
     enabled_default: ClassVar[str]
     a_in_0: ClassVar[str]

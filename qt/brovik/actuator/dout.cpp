@@ -15,10 +15,7 @@ DOut::DOut(ActuatorEnum output, const QString &name, const QString &logName, DOu
 
 void DOut::setState(bool state)
 {
-    const SharedLocker lock(&m_mutex);
-    if (m_state.exchange(state) != state) {
-        Q_EMIT stateChanged();
-    }
+    change(m_state, state, [this] { Q_EMIT stateChanged(); });
 }
 
 void DOut::toggle()

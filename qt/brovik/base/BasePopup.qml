@@ -31,6 +31,9 @@ Popup {
     y: (Common.h - implicitHeight) / 2
     width: Common.dialogWidth
     modal: true
+    Overlay.modal: Rectangle {
+        color: Common.colorVeil
+    }
     focus: true
 
     onAboutToHide: privat.closing = true

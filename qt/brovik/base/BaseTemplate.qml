@@ -75,8 +75,7 @@ ApplicationWindow {
 
         function onException(e) {
             console.log("onException: " + JSON.stringify(e));
-            const traceback = e.withTraceback ? e.trace : null;
-            Dialogs.message(e.type, e.text, "error", {traceback: traceback});
+            Dialogs.exception(e);
         }
     }
 }

@@ -3,6 +3,7 @@ pragma Singleton
 
 import QtQuick
 import QtQuick.Controls.Material
+// For the attached margins that printLayoutInfo() reads, which the linter does not see.
 import QtQuick.Layouts // qmllint disable unused-imports
 
 import brovik.gui
@@ -30,10 +31,12 @@ Item {
     property int spacing: 5
     readonly property int dialogMaxWidth: 450
     readonly property int dialogWidth: Math.min(dialogMaxWidth, w1)
+    readonly property int drawnDialogs: 3
     readonly property int dialogTextHeight: 100
     readonly property int dialogDetailsHeight: 200
-    // Characters: a title or toast, what a dialog lays out as rich text, the pieces in which it lays out more.
+    // Characters: a title or toast, a status, what a dialog lays out as rich text, the pieces in which it lays out more.
     readonly property int shortTextLimit: 200
+    readonly property int statusTextLimit: 1000
     readonly property int richTextLimit: 20000
     readonly property int textPiece: 1000
     readonly property int dialogTitlePadding: 3
@@ -48,6 +51,7 @@ Item {
     // Milliseconds.
     property int delayButtonDelay: 1500
     property int toolTipDuration: 500
+    readonly property int echoDuration: 5000
 
     // Position of each page in its stack; the page writes its own.
     property int autoOverviewIndex
@@ -72,6 +76,8 @@ Item {
     property color colorWarningAlpha: Qt.alpha(colorWarning, 0.75)
     property color colorActive: isDarkTheme ? Qt.darker("grey", 1.5) : "lightgrey"
     property color colorHovered: Qt.lighter(colorActive, isDarkTheme ? 1.2 : 1.1)
+    // Over the page below a dialog. That of the style is nearly white in the dark theme.
+    readonly property color colorVeil: Qt.rgba(0, 0, 0, 0.6)
     property color bg1Dark: "#355269"
     property color bg1Light: "#b4c7dc"
     property color bg2Dark: Qt.darker("grey", 2)
@@ -96,12 +102,12 @@ Item {
     }
 
     // A text for a place that has no room for a long one. What is cut goes to the log.
-    function shortText(text) {
-        if (text.length <= shortTextLimit) {
+    function shortText(text, limit = shortTextLimit) {
+        if (text.length <= limit) {
             return text;
         }
         console.log(text);
-        return text.slice(0, shortTextLimit) + "…";
+        return text.slice(0, limit) + "…";
     }
 
     // The text in pieces of at most `textPiece` characters, cut at the ends of lines or words where there are any.

@@ -19,7 +19,8 @@ Item {
 
     readonly property bool popupActive: privat.openDialogsIdStackLen > 0
 
-    // Opens a message. Options: id, details, traceback. Returns the dialog, or nothing if its id is open already.
+    // Opens a message. Options: id, details, traceback, ofException (see exception()). Returns the dialog, or nothing
+    // if its id is open already.
     function message(title, text, category = "info", options = {}) {
         const traceback = options.traceback || "";
         const dialog = msgComp.createObject(overlay, {
@@ -28,12 +29,26 @@ Item {
             text: text,
             details: options.details || "",
             traceback: traceback,
-            time: traceback
+            time: traceback,
+            ofException: options.ofException || false
         });
         if (privat.enter("message", privat.wholeNumber(options.id), dialog)) {
             dialog.open();
             return dialog;
         }
+    }
+
+    // Shows an exception of the backend. If the backend has raised it when it was told of the dialog of another one, a
+    // toast must do: a dialog for each would never end.
+    function exception(error) {
+        if (privat.echoing) {
+            Gui.toastWarn(`${error.type}: ${error.text}`, Common.echoDuration);
+            return;
+        }
+        message(error.type, error.text, "error", {
+            traceback: error.withTraceback ? error.trace : null,
+            ofException: true
+        });
     }
 
     // Asks for a text. Options: category, text (the text to start with), password, open. Returns the dialog.
@@ -129,6 +144,7 @@ Item {
         privat.push(newId);
         Gui.toPy(Gui.PopupOpened, true);
         privat.openDialogsMap.set(String(newId), [popup, null]);
+        privat.countAbove();
         return newId;
     }
 
@@ -198,6 +214,14 @@ Item {
         property int openDialogAutoNumber: -1
         property int openDialogsIdStackLen: 0
         property var customQuestionComponentsMap: new Map()
+        // The signals that arrive now were raised while the backend was told of the dialog of an exception.
+        property bool echoing: false
+        readonly property EventFence echoBegin: EventFence {
+            onPassed: privat.echoing = true
+        }
+        readonly property EventFence echoEnd: EventFence {
+            onPassed: privat.echoing = false
+        }
 
         // 0 for what is no number.
         function wholeNumber(id) {
@@ -234,7 +258,7 @@ Item {
                 return 0;
             }
             push(id);
-            Gui.toPy(Gui.DialogData, {current: [id, description]});
+            tell(dialog, {current: [id, description]});
             openDialogsMap.set(String(id), [dialog, description]);
             return id;
         }
@@ -250,7 +274,38 @@ Item {
             let accepted = false;
             dialog.accepted?.connect(() => accepted = true);
             dialog.closed.connect(() => removeDialogById(newId, accepted, true));
+            dialog.visibleChanged?.connect(countAbove);
+            dialog.closingChanged?.connect(countAbove);
             return newId;
+        }
+
+        // Tells each dialog how many stand above it. Below a covered one all are covered already.
+        function countAbove() {
+            let above = 0;
+            for (let i = openDialogsIdStack.length - 1; i >= 0; --i) {
+                const [dialog] = openDialogsMap.get(openDialogsIdStack[i]) ?? [];
+                if (above >= Common.drawnDialogs && dialog?.covered) {
+                    return;
+                }
+                if (dialog?.above !== undefined) {
+                    dialog.above = above;
+                }
+                if (dialog?.visible && !dialog.closing) {
+                    ++above;
+                }
+            }
+        }
+
+        // Reports to the backend, and marks in the event queue what it raises meanwhile if this is about an exception.
+        function tell(dialog, data) {
+            const ofException = dialog?.ofException === true;
+            if (ofException) {
+                echoBegin.raise();
+            }
+            Gui.toPy(Gui.DialogData, data);
+            if (ofException) {
+                echoEnd.raise();
+            }
         }
 
         function openUnless(dialog, open) {
@@ -279,8 +334,8 @@ Item {
                 return;
             }
             const key = String(id);
+            const [dialog] = openDialogsMap.get(key) ?? [];
             if (destroy) {
-                const [dialog] = openDialogsMap.get(key) ?? [];
                 dialog?.destroy();
             }
             openDialogsMap.delete(key);
@@ -289,12 +344,13 @@ Item {
                 openDialogsIdStack.splice(index, 1);
             }
             openDialogsIdStackLen = openDialogsIdStack.length;
+            countAbove();
 
             const reply = {[key]: {a: accepted}, current: currentForBackend()};
             if (value !== undefined) {
                 reply[key].v = value;
             }
-            Gui.toPy(Gui.DialogData, reply);
+            tell(dialog, reply);
         }
 
         function currentForBackend() {

@@ -13,6 +13,8 @@ MyDialogFrame {
     property string details: ""
     // Frames with pathRel, pathAbs, lineNo, func and lineStr, outermost first.
     property var traceback: null
+    // Shows an exception of the backend.
+    property bool ofException: false
 
     function accept() {
         close();

@@ -12,6 +12,10 @@ Popup {
     property alias color: titleBar.barColor
     property alias text: mainText.text
     property alias textMinimumHeight: mainText.minimumHeight
+    // The dialogs that show above this one, as far as they matter.
+    property int above: 0
+    // It is not drawn: drawing hundreds would take all the time there is.
+    readonly property bool covered: above >= Common.drawnDialogs
     // The dialog is fading out: it has its answer already.
     readonly property bool closing: privat.closing
     default property alias content: column.data
@@ -26,14 +30,21 @@ Popup {
     height: Math.min(column.implicitHeight + topPadding + bottomPadding, parent ? parent.height : Infinity)
     margins: 0
     modal: true
+    // One veil is enough; more would hide all that is below.
+    dim: modal && above === 0
+    Overlay.modal: Rectangle {
+        color: Common.colorVeil
+    }
     focus: true
     closePolicy: Popup.NoAutoClose
 
+    // The id ends the deferring: the style has no content of its own that would be made in vain.
     contentItem: ColumnLayout { // qmllint disable deferred-property-id
         id: column
 
         spacing: Common.spacing
         focus: true
+        visible: !root.covered
 
         Keys.onEnterPressed: root.enterPressed()
         Keys.onReturnPressed: root.enterPressed()
@@ -56,6 +67,12 @@ Popup {
     onAboutToHide: privat.closing = true
     onOpened: column.forceActiveFocus()
     onClosed: privat.closing = false
+
+    Binding {
+        target: root.background
+        property: "visible"
+        value: !root.covered
+    }
 
     QtObject {
         id: privat

@@ -8,6 +8,9 @@ import brovik.base
 Rectangle {
     id: root
 
+    property alias above: popup.above
+    readonly property alias covered: popup.covered
+    readonly property alias closing: popup.closing
     property alias title: popup.title
     property alias text: popup.text
     property alias input: field
@@ -79,7 +82,7 @@ Rectangle {
             color: root.stdColor
         }
     }
-    opacity: 0.5
+    opacity: covered ? 0 : 0.5
     visible: popup.visible
 
     // The popup is not modal, since that would lock the on-screen keyboard too. So the clicks end here.

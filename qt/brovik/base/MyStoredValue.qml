@@ -34,6 +34,7 @@ QtObject {
         }
 
         // A control that is taken down may change once more, when this is already gone.
+        // The linter does not know that callLater() takes a function, here and below.
         function afterHandlers() {
             if (privat) {
                 Qt.callLater(privat.afterNotifications); // qmllint disable type

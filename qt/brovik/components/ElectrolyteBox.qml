@@ -37,7 +37,7 @@ BrovikBox {
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
-        text: root.product
+        text: Common.shortText(root.product)
     }
 
     BrovikBoxSeparatorLine {}

@@ -33,13 +33,6 @@ QVariant iconUrl(Gui::IconEnum icon)
 
 } // namespace
 
-Gui::Gui()
-{
-    // A signal from another thread reaches QML only if the types of its arguments are known by name.
-    qRegisterMetaType<ColorEnum>();
-    qRegisterMetaType<PopupEnum>();
-}
-
 void Gui::setTitle(const QString &title)
 {
     if (m_title == title) {

@@ -158,7 +158,7 @@ Q_SIGNALS:
 
 private:
     friend class SharedSingleton<Gui>;
-    Gui();
+    Gui() = default;
 
     struct PendingMessage
     {

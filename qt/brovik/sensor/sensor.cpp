@@ -75,33 +75,29 @@ AIn *Sensor::ainFromEnum(SensorEnum input)
 double Sensor::setLwAndApplyOffset(double raw)
 {
     const double value = raw - Settings::instance().lwOffset();
-    const SharedLocker lock(&m_mutex);
-    setLeitwert(value);
-    setRawLeitwert(raw);
+    storeLw(value, raw);
     return value;
 }
 
 double Sensor::setPAndApplyOffset(double raw)
 {
     const double value = raw - Settings::instance().pOffset();
-    const SharedLocker lock(&m_mutex);
-    setDruck(value);
-    setRawDruck(raw);
+    storeP(value, raw);
     return value;
 }
 
-void Sensor::setLwWithoutOffset(double value)
+void Sensor::storeLw(double value, double raw)
 {
-    const SharedLocker lock(&m_mutex);
+    const Hold hold(*this);
     setLeitwert(value);
-    setRawLeitwert(value);
+    setRawLeitwert(raw);
 }
 
-void Sensor::setPWithoutOffset(double value)
+void Sensor::storeP(double value, double raw)
 {
-    const SharedLocker lock(&m_mutex);
+    const Hold hold(*this);
     setDruck(value);
-    setRawDruck(value);
+    setRawDruck(raw);
 }
 
 void Sensor::setupLwEdgeDetect(uint channel)
@@ -149,7 +145,7 @@ void Sensor::calcLw(qint64 elapsedMs)
 {
     const std::optional<qint64> frequency = takeFrequency(elapsedMs);
     if (!frequency) {
-        const SharedLocker lock(&m_mutex);
+        const Hold hold(*this);
         setLeitwert(0.0);
         setLwSensorDefective(true);
         return;

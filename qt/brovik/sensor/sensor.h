@@ -84,8 +84,8 @@ public:
 
     double setLwAndApplyOffset(double raw);
     double setPAndApplyOffset(double raw);
-    void setLwWithoutOffset(double value);
-    void setPWithoutOffset(double value);
+    void setLwWithoutOffset(double value) { storeLw(value, value); }
+    void setPWithoutOffset(double value) { storeP(value, value); }
 
     /// Starts the measurement of conductivity; any thread. To be called once, or every second period finds no
     /// pulses.
@@ -121,6 +121,8 @@ private:
     friend class SharedSingleton<Sensor>;
     Sensor();
 
+    void storeLw(double value, double raw);
+    void storeP(double value, double raw);
     std::optional<qint64> takeFrequency(qint64 elapsedMs);
     void lwChangeFromSimulator(double value);
 

@@ -7,6 +7,11 @@ namespace py = pybind11;
 
 void bindWifi(py::module_ &module)
 {
+    py::enum_<Wifi::WifiState>(module, "WifiStateEnum", "States of the wireless connection.")
+        .value("Connected", Wifi::Connected)
+        .value("Connecting", Wifi::Connecting)
+        .value("Disconnected", Wifi::Disconnected)
+        .value("Aborted", Wifi::Aborted);
     py::enum_<Wifi::WifiAction>(module, "WifiActionEnum", "Requests of the operator.")
         .value("Scan", Wifi::Scan)
         .value("IPData", Wifi::IPData)
@@ -15,6 +20,14 @@ void bindWifi(py::module_ &module)
         .value("Login", Wifi::Login)
         .value("RestartWireguard", Wifi::RestartWireguard);
 
-    auto cls = sharedClass<Wifi>(module, "WifiClass", "State of the network.");
-    publishSingleton<Wifi>(module, "Wifi");
+    using namespace py::literals;
+    using Self = Wifi;
+    auto cls = sharedClass<Self>(module, "WifiClass", "State of the network.");
+    WIFI_PROPERTIES(BIND_PROPERTY, BIND_NOTHING)
+    cls.def("set_login_data", &Wifi::gotLoginData, "ssid"_a, "psk"_a,
+            "Opens the login page for a network, with this password in its field.");
+    cls.def("abort_wifi_scan", &Wifi::abortWifiScan, "Ends the wait for a scan that has no results.");
+    cls.def("set_scan_results", &Wifi::takeScanResults, "results"_a,
+            "Ends the wait for a scan: the networks found, by name, each with its `quality` and `is5GHz`.");
+    publishSingleton<Self>(module, "Wifi");
 }

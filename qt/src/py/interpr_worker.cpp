@@ -202,7 +202,7 @@ void PyWorker::pyShellValueQJs(Shell::ShellAction action, const QJSValue &value)
     callOrLog(shellFn, "shell_action_from_cpp", "pyShellValueQJs", action, value);
 }
 
-void PyWorker::pySimulatorValueQJs(Simulator::SimEnum what, const QJSValue &value)
+void PyWorker::pySimulatorValueQJs(SimulatorEnum what, const QJSValue &value)
 {
     callOrLog(simulatorFn, "simulator_value_from_cpp", "pySimulatorValueQJs", what, value);
 }
@@ -249,7 +249,9 @@ void PyWorker::extendSysPath()
 bool PyWorker::bringUpBackend()
 {
     const bool prepared = guarded([this] { extendSysPath(); }) && guarded([] { py::exec(streamCatcher); });
-    const bool imported = prepared && guarded([this] { module = py::module_::import(moduleName.c_str()); });
+    // Makes the enums of the presses known to Python, also to a backend that never imports the module.
+    const bool known = prepared && guarded([] { py::module_::import("brovik"); });
+    const bool imported = known && guarded([this] { module = py::module_::import(moduleName.c_str()); });
     if (!imported || _bridge->stubMode()) {
         return imported;
     }

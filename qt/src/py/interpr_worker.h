@@ -24,6 +24,9 @@
 
 class Bridge;
 
+/// What the slot of the simulator's actions calls their enum.
+using SimulatorEnum = Simulator::SimEnum;
+
 /// Holds the interpreter and carries every action of the operator into the backend.
 ///
 /// Lives on the interpreter thread, which is Python's main thread. All slots run there, one after the other
@@ -56,7 +59,7 @@ public Q_SLOTS:
     void pyGuiValueQJs(Gui::GuiValueEnum what, const QJSValue &value);
     void pyGuiValueQVar(Gui::GuiValueEnum what, const QVariant &value);
     void pyShellValueQJs(Shell::ShellAction action, const QJSValue &value);
-    void pySimulatorValueQJs(Simulator::SimEnum what, const QJSValue &value);
+    void pySimulatorValueQJs(SimulatorEnum what, const QJSValue &value);
     void pySettingsQJs(Settings::SettingsEnum key, const QJSValue &value);
     void pyWifiValue(Wifi::WifiAction action, const QJSValue &value);
     /// Brings up Python and the backend. True if the backend is up, or if stub mode reached its end.

@@ -51,6 +51,9 @@ void bindProperty(Class &cls, const char *name, Get get, Set set, const char *do
 #define BIND_PROPERTY(type, name, setter, pyName, initial, doc)                                              \
     bindProperty(cls, pyName, &Self::name, &Self::setter, doc);
 
+/// A line of a property table that Python does not know.
+#define BIND_NOTHING(type, name, setter, pyName, initial, doc)
+
 /// The two attributes of a property with its default, which Python can only read.
 #define BIND_DEFAULTED(type, name, setter, pyName, initial, doc)                                             \
     BIND_PROPERTY(type, name, setter, pyName, initial, doc)                                                  \

@@ -1,19 +1,10 @@
 #include "declared.h"
-#include "gpio.h"
-#include "log_capture.h"
+#include "gpio_test.h"
 #include "signal_log.h"
-#include "simulated_chip.h"
 
-#include <gmock/gmock.h>
-
-#include <QTest>
 #include <QThread>
 
-#include <memory>
-#include <mutex>
-#include <semaphore>
 #include <stdexcept>
-#include <tuple>
 
 using brovik::Edge;
 using brovik::detail::GPIOWorker;
@@ -26,134 +17,6 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 namespace {
-
-constexpr const char *noValidLine =
-    "Konnte den GPIO-Thread nicht erfolgreich starten, da keine gültigen Lines angegeben wurden";
-
-/// What the callbacks of a test were called with, in order. Any thread.
-class Calls
-{
-public:
-    using Call = std::tuple<uint, bool>;
-
-    gpio_callback_func recorder()
-    {
-        return [this](uint line, bool rising) {
-            const std::lock_guard lock(m_mutex);
-            m_calls.emplace_back(line, rising);
-        };
-    }
-
-    std::vector<Call> all() const
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_calls;
-    }
-
-    std::vector<uint> lines() const
-    {
-        std::vector<uint> result;
-        for (const auto &[line, rising] : all()) {
-            result.push_back(line);
-        }
-        return result;
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    std::vector<Call> m_calls;
-};
-
-/// A callback that keeps the loop from its next turn until the test lets it go on.
-class Gate
-{
-public:
-    gpio_callback_func callback()
-    {
-        return [this](uint, bool) {
-            m_entered.release();
-            m_open.acquire();
-        };
-    }
-
-    void waitUntilEntered() { m_entered.acquire(); }
-    void open() { m_open.release(); }
-
-private:
-    std::binary_semaphore m_entered{0};
-    std::binary_semaphore m_open{0};
-};
-
-template <typename Condition> bool eventually(const Condition &condition)
-{
-    return QTest::qWaitFor(condition, 20000);
-}
-
-std::vector<std::string> texts(const LogCapture &log, QtMsgType type)
-{
-    std::vector<std::string> result;
-    for (const QString &text : log.texts(type)) {
-        result.push_back(text.toStdString());
-    }
-    return result;
-}
-
-/// A chip that the service has open, and a service without a thread.
-class GpioTest : public testing::Test
-{
-protected:
-    GpioTest()
-    {
-        gpio.setConsumerPrefix("brovik_");
-        gpio.openChip(SimulatedChip::path);
-    }
-
-    ~GpioTest() override
-    {
-        gpio.stopThread();
-        // The service neither reads nor writes a level.
-        EXPECT_EQ(chip.otherCalls(), 0U);
-    }
-
-    std::vector<std::string> errors() const { return texts(log, QtCriticalMsg); }
-    bool isArmed(unsigned line) const
-    {
-        return eventually([&] { return chip.request(line).has_value(); });
-    }
-    bool isGivenUp(unsigned line) const
-    {
-        return eventually([&] { return !chip.request(line).has_value(); });
-    }
-
-    SimulatedChip chip;
-    GPIO &gpio = GPIO::instance();
-    Calls calls;
-    LogCapture log;
-};
-
-/// A worker whose lines are all queued before its loop starts.
-class GpioBatchTest : public GpioTest
-{
-protected:
-    GpioBatchTest() { worker->moveToThread(&thread); }
-
-    ~GpioBatchTest() override
-    {
-        thread.requestInterruption();
-        thread.quit();
-        thread.wait();
-    }
-
-    void start()
-    {
-        QObject::connect(&thread, &QThread::started, worker, &GPIOWorker::startLoop);
-        QObject::connect(&thread, &QThread::finished, worker, &QObject::deleteLater);
-        thread.start();
-    }
-
-    GPIOWorker *const worker = new GPIOWorker(&GPIO::instance());
-    QThread thread;
-};
 
 struct EdgeCase
 {
@@ -251,8 +114,7 @@ TEST_F(GpioTest, AnEdgeOutsideTheEnumerationIsRefusedSilentlyByItself)
 TEST_F(GpioTest, PrefixAndOffsetMakeTheLabel)
 {
     gpio.setConsumerPrefix("x_");
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    EXPECT_TRUE(isArmed(5));
+    arm(5);
     gpio.setConsumerPrefix("y_");
     EXPECT_EQ(chip.request(5)->label, "x_5");
 }
@@ -274,8 +136,7 @@ TEST_F(GpioTest, CallbacksRunOnTheGpioThreadAtHighestPriority)
 
 TEST_F(GpioTest, ALowPinIsAnActiveLine)
 {
-    gpio.addEventDetect(5, Edge::BOTH, calls.recorder());
-    ASSERT_TRUE(isArmed(5));
+    arm(5, Edge::BOTH);
     chip.drive(5, false);
     chip.drive(5, true);
     EXPECT_TRUE(eventually([&] { return calls.all().size() == 2; }));
@@ -284,114 +145,13 @@ TEST_F(GpioTest, ALowPinIsAnActiveLine)
 
 TEST_F(GpioTest, OnePulseIsOneFallingEdge)
 {
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    ASSERT_TRUE(isArmed(5));
+    arm(5);
     chip.pulse(5);
     chip.pulse(5);
     chip.pulse(5);
     EXPECT_TRUE(eventually([&] { return calls.all().size() == 3; }));
     EXPECT_THAT(calls.all(), Each(Calls::Call(5, false)));
     EXPECT_THAT(errors(), IsEmpty());
-}
-
-TEST_F(GpioBatchTest, OneEventPerLineAndTurnAndNoneLost)
-{
-    Gate gate;
-    worker->add(4, Edge::RISING, gate.callback());
-    worker->add(5, Edge::RISING, calls.recorder());
-    worker->add(6, Edge::RISING, calls.recorder());
-    start();
-    ASSERT_TRUE(isArmed(6));
-    chip.pulse(4);
-    gate.waitUntilEntered();
-    chip.pulse(5);
-    chip.pulse(5);
-    chip.pulse(6);
-    chip.pulse(6);
-    gate.open();
-    EXPECT_TRUE(eventually([&] { return calls.all().size() == 4; }));
-    EXPECT_THAT(calls.lines(), ElementsAre(5, 6, 5, 6));
-    EXPECT_THAT(calls.all(), Each(testing::FieldsAre(testing::_, true)));
-}
-
-TEST_F(GpioBatchTest, TwoRisingEventsOnOneLineTakeTwoTurns)
-{
-    Gate gate;
-    std::atomic<int> count = 0;
-    worker->add(5, Edge::RISING, [&, stop = gate.callback()](uint line, bool rising) {
-        ++count;
-        stop(line, rising);
-    });
-    start();
-    ASSERT_TRUE(isArmed(5));
-    chip.pulse(5);
-    chip.pulse(5);
-    gate.waitUntilEntered();
-    EXPECT_EQ(count, 1);
-    gate.open();
-    gate.waitUntilEntered();
-    EXPECT_EQ(count, 2);
-    gate.open();
-}
-
-TEST_F(GpioBatchTest, AddedTwiceBeforeTheStartTheSecondCallbackWinsAndTheFirstRequestStays)
-{
-    Calls first;
-    worker->add(5, Edge::FALLING, first.recorder());
-    worker->add(5, Edge::BOTH, calls.recorder());
-    start();
-    EXPECT_TRUE(eventually([&] { return errors().size() == 1; }));
-    EXPECT_THAT(errors(), ElementsAre(StartsWith("GPIO Request für Line 5 fehlgeschlagen:  ")));
-    ASSERT_TRUE(isArmed(5));
-    EXPECT_EQ(chip.request(5)->edges, GPIOEVENT_REQUEST_FALLING_EDGE);
-    chip.pulse(5);
-    EXPECT_TRUE(eventually([&] { return calls.all().size() == 1; }));
-    EXPECT_THAT(first.all(), IsEmpty());
-}
-
-TEST_F(GpioBatchTest, ALineInOtherHandsIsRefusedAndTheOthersWork)
-{
-    chip.occupy(5);
-    worker->add(5, Edge::FALLING, calls.recorder());
-    worker->add(6, Edge::FALLING, calls.recorder());
-    start();
-    ASSERT_TRUE(isArmed(6));
-    chip.pulse(6);
-    EXPECT_TRUE(eventually([&] { return !calls.all().empty(); }));
-    EXPECT_THAT(errors(), ElementsAre(StartsWith("GPIO Request für Line 5 fehlgeschlagen:  ")));
-}
-
-TEST_F(GpioBatchTest, ALineThatTheChipDoesNotHaveLosesTheWholeBatch)
-{
-    worker->add(6, Edge::FALLING, calls.recorder());
-    worker->add(99, Edge::FALLING, calls.recorder());
-    start();
-    EXPECT_TRUE(eventually([&] { return errors().size() == 2; }));
-    EXPECT_THAT(errors(), ElementsAre(StartsWith("Fehler im GPIO-Thread [_makeBulk()]: "), noValidLine));
-}
-
-TEST_F(GpioBatchTest, EventsReadBeforeTheRemovalIsAppliedAreDroppedSilently)
-{
-    Gate gate;
-    worker->add(3, Edge::FALLING, gate.callback());
-    worker->add(4, Edge::FALLING, [this](uint line, bool rising) {
-        for (const uint removed : {3U, 4U, 5U}) {
-            worker->remove(removed);
-        }
-        calls.recorder()(line, rising);
-    });
-    worker->add(5, Edge::FALLING, calls.recorder());
-    start();
-    ASSERT_TRUE(isArmed(5));
-    chip.pulse(3);
-    gate.waitUntilEntered();
-    // Both events are in the set of one turn; the callback of 4 comes first and removes 5.
-    chip.pulse(4);
-    chip.pulse(5);
-    gate.open();
-    EXPECT_TRUE(isGivenUp(5));
-    EXPECT_THAT(calls.lines(), ElementsAre(4));
-    EXPECT_THAT(log.messages(), IsEmpty());
 }
 
 TEST_F(GpioTest, AThrowingCallbackIsLoggedAndTheLoopGoesOn)
@@ -410,10 +170,8 @@ TEST_F(GpioTest, AThrowingCallbackIsLoggedAndTheLoopGoesOn)
 
 TEST_F(GpioTest, ArmingALineWhileAnotherRunsLeavesTheOtherReleased)
 {
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    ASSERT_TRUE(isArmed(5));
-    gpio.addEventDetect(6, Edge::FALLING, calls.recorder());
-    EXPECT_TRUE(isArmed(6));
+    arm(5);
+    arm(6);
     EXPECT_TRUE(isGivenUp(5));
     // The set now holds a released line, which the library refuses to wait for, on every turn.
     EXPECT_TRUE(eventually([&] { return errors().size() >= 3; }));
@@ -423,8 +181,7 @@ TEST_F(GpioTest, ArmingALineWhileAnotherRunsLeavesTheOtherReleased)
 
 TEST_F(GpioTest, RemovalGivesTheLineUpAndEndsALoopWithoutLines)
 {
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    ASSERT_TRUE(isArmed(5));
+    arm(5);
     gpio.removeEventDetect(5);
     chip.pulse(5);
     EXPECT_TRUE(isGivenUp(5));
@@ -435,8 +192,7 @@ TEST_F(GpioTest, RemovalGivesTheLineUpAndEndsALoopWithoutLines)
 
 TEST_F(GpioTest, AnUnpluggedChipIsReportedOnEveryTurn)
 {
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    ASSERT_TRUE(isArmed(5));
+    arm(5);
     chip.unplug();
     EXPECT_TRUE(eventually([&] { return errors().size() >= 3; }));
     gpio.stopThread();
@@ -445,8 +201,7 @@ TEST_F(GpioTest, AnUnpluggedChipIsReportedOnEveryTurn)
 
 TEST_F(GpioTest, ALineReleasedBehindTheLoopsBackIsReportedOnEveryTurn)
 {
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    ASSERT_TRUE(isArmed(5));
+    arm(5);
     chip.pulse(5);
     EXPECT_TRUE(eventually([&] { return calls.all().size() == 1; }));
     gpio.release(5);
@@ -459,8 +214,7 @@ TEST_F(GpioTest, ALineReleasedBehindTheLoopsBackIsReportedOnEveryTurn)
 
 TEST_F(GpioTest, ASecondStopIsHarmless)
 {
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    ASSERT_TRUE(isArmed(5));
+    arm(5);
     gpio.stopThread();
     gpio.stopThread();
     EXPECT_THAT(texts(log, QtDebugMsg), ElementsAre("Stoppe GPIO-Thread ..."));
@@ -468,12 +222,10 @@ TEST_F(GpioTest, ASecondStopIsHarmless)
 
 TEST_F(GpioTest, StoppingKeepsTheLinesAndALaterArmStartsAgain)
 {
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    ASSERT_TRUE(isArmed(5));
+    arm(5);
     gpio.stopThread();
     EXPECT_TRUE(chip.request(5));
-    gpio.addEventDetect(6, Edge::FALLING, calls.recorder());
-    ASSERT_TRUE(isArmed(6));
+    arm(6);
     chip.pulse(5);
     chip.pulse(6);
     EXPECT_TRUE(eventually([&] { return !calls.all().empty(); }));
@@ -489,8 +241,7 @@ TEST_F(GpioTest, AfterAStartWithoutLinesNothingIsServedUntilTheStop)
     gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
     gpio.stopThread();
     EXPECT_FALSE(chip.request(5));
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    EXPECT_TRUE(isArmed(5));
+    arm(5);
 }
 
 TEST_F(GpioTest, ACallbackMayStopTheWatchItself)
@@ -508,8 +259,7 @@ TEST_F(GpioTest, ACallbackMayStopTheWatchItself)
 TEST_F(GpioTest, AnotherChipThatCannotBeOpenedLeavesTheOpenOne)
 {
     EXPECT_THROW(gpio.openChip("/dev/gpiochip-missing"), std::system_error);
-    gpio.addEventDetect(5, Edge::FALLING, calls.recorder());
-    EXPECT_TRUE(isArmed(5));
+    arm(5);
 }
 
 TEST_F(GpioTest, LinesThatDoNotExistCannotBeReleased)

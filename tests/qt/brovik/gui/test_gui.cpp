@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <atomic>
 #include <thread>
 #include <vector>
 
@@ -220,25 +221,42 @@ TEST_F(GuiTest, WritesOfForeignThreadsReachABinding)
     }
 }
 
+TEST_F(GuiTest, EnumsOfForeignSignalsReachTheScreens)
+{
+    const QmlBinding screen(
+        {QStringLiteral("brovik.gui")},
+        QStringLiteral("''; property Connections connections: Connections {\ntarget: Gui\n"
+                       "function onToastNotify(text, icon, color) { seen += `color ${color} ` }\n"
+                       "function onRequestPopup(which) { seen += `popup ${which}` }\n}"));
+    onForeignThread([this] {
+        gui.showToast({}, Gui::IconInfo, Gui::ColorGreen, 1);
+        Q_EMIT gui.requestPopup(Gui::PopupRecovery, 2);
+    });
+    EXPECT_TRUE(screen.becomes(QStringLiteral("color 1 popup 1")));
+}
+
 TEST_F(GuiTest, FourThreadsLoseNoChange)
 {
     constexpr int threads = 4;
     constexpr int writes = 2000;
+    gui.deliverPending();
     const SignalLog changes(gui, {"statusChanged", "message"});
     {
+        std::atomic<int> running = threads;
         std::vector<std::jthread> writers;
         for (int writer = 0; writer < threads; ++writer) {
-            writers.emplace_back([this, writer] {
+            writers.emplace_back([this, writer, &running] {
                 for (int count = 0; count < writes; ++count) {
                     gui.setStatus(QStringLiteral("%1 %2").arg(writer).arg(count));
                     gui.applyItemsScaleToDefault(1.0 + count % 2);
                 }
                 gui.showMessage(QString::number(writer), {}, info);
+                --running;
             });
         }
-        while (gui.status() != QStringLiteral("0 %1").arg(writes - 1) &&
-               changes.names().size() < threads * writes) {
-            std::this_thread::yield(); // the GUI thread reads meanwhile
+        while (running > 0) {
+            gui.status(); // as the bindings read it
+            QCoreApplication::processEvents();
         }
     }
     EXPECT_EQ(changes.names().size(), static_cast<std::size_t>(threads * writes + threads));

@@ -107,6 +107,16 @@ constexpr Press presses[] = {
      "Object]\" )."},
 };
 
+/// The types of the exceptions that were shown.
+QStringList typesOf(const QSignalSpy &exceptions)
+{
+    QStringList result;
+    for (const QVariantList &shown : exceptions) {
+        result.append(shown.constFirst().toMap().value(QStringLiteral("type")).toString());
+    }
+    return result;
+}
+
 QStringList expectedTellings()
 {
     QStringList result;
@@ -138,6 +148,30 @@ TEST_F(BridgeTest, EveryFamilyReachesItsEntryFunctionInOrderOnTheInterpreterThre
     EXPECT_THAT(run.tellings.texts().mid(before), ElementsAreArray(expectedTellings()));
     ASSERT_EQ(run.tellings.threads().size(), 1);
     EXPECT_NE(run.tellings.threads().constFirst(), QThread::currentThread());
+}
+
+TEST_F(BridgeTest, APressThatCarriesAScriptValueReturnsOnceItIsHandled)
+{
+    BackendRun run("recording");
+    run.waitForStart();
+    for (const Press &press : presses) {
+        if (QByteArray(press.statement).contains(".toPy(")) {
+            act(press.module, press.statement);
+            EXPECT_EQ(run.tellings.texts().constLast(), QString::fromUtf8(press.told));
+        }
+    }
+}
+
+TEST_F(BridgeTest, ABackendThatNeverImportsTheModuleGetsItsEnums)
+{
+    testing::internal::CaptureStdout();
+    {
+        Bridge bridge({QStringLiteral(TEST_PYTHON)}, false, QStringLiteral(TEST_BACKEND_DIR "/../unaware"));
+        act("brovik.actuator", "Actuator.toggle(ActuatorEnums.MvKalt)");
+        act("brovik.gui", "Gui.toPy(Gui.PopupOpened, true)");
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "<ActuatorEnum.MvKalt: 2>\n<GuiEnum.PopupOpened: 3> True\n");
 }
 
 TEST_F(BridgeTest, ValuesOfAScreenArriveConverted)
@@ -176,12 +210,12 @@ TEST_F(BridgeTest, InterpreterIsStartedWithPathArgumentsAndUtf8)
     BackendRun run("recording", false, {QStringLiteral("--make-stubs"), QStringLiteral("-"), QString()});
     run.waitForStart();
     EXPECT_THAT(
-        run.tellings.texts().mid(0, 5),
+        run.tellings.texts().mid(0, 6),
         ElementsAre(
             QStringLiteral("sys.path ['%1', '/usr/bin']").arg(QStringLiteral(TEST_BACKEND_DIR)),
             QStringLiteral("sys.argv ['%1', '--make-stubs', '-', '']").arg(QStringLiteral(TEST_PYTHON)),
             QStringLiteral("stubs None"), QStringLiteral("file names utf-8"),
-            QStringLiteral("main init False")));
+            QStringLiteral("SIGINT default_int_handler"), QStringLiteral("main init False")));
     EXPECT_TRUE(gui.controlsEnabled());
 }
 
@@ -236,9 +270,7 @@ TEST_F(BridgeTest, AMissingEntryFunctionIsReportedOnceAndItsFamilyLogs)
     QSignalSpy exceptions(&gui, &Gui::exception);
     BackendRun run("incomplete");
     run.waitForStart();
-    ASSERT_EQ(exceptions.size(), 1);
-    EXPECT_EQ(exceptions.constFirst().constFirst().toMap().value(QStringLiteral("type")),
-              QStringLiteral("AttributeError"));
+    EXPECT_THAT(typesOf(exceptions), ElementsAre(QStringLiteral("AttributeError")));
     EXPECT_TRUE(gui.controlsEnabled());
     const LogCapture log;
     act("brovik.wifi", "Wifi.toPy(Wifi.Scan, null)");
@@ -254,9 +286,7 @@ TEST_F(BridgeTest, InitMissingIsAnAttributeErrorAndAFailedStart)
     QSignalSpy exceptions(&gui, &Gui::exception);
     BackendRun run("init_missing");
     run.waitForStart();
-    ASSERT_EQ(exceptions.size(), 1);
-    EXPECT_EQ(exceptions.constFirst().constFirst().toMap().value(QStringLiteral("type")),
-              QStringLiteral("AttributeError"));
+    EXPECT_THAT(typesOf(exceptions), ElementsAre(QStringLiteral("AttributeError")));
     EXPECT_FALSE(gui.controlsEnabled());
 }
 
@@ -265,9 +295,7 @@ TEST_F(BridgeTest, InitFailingLeavesEveryEntryFunctionUnfound)
     QSignalSpy exceptions(&gui, &Gui::exception);
     BackendRun run("init_fails");
     run.waitForStart();
-    ASSERT_EQ(exceptions.size(), 1);
-    EXPECT_EQ(exceptions.constFirst().constFirst().toMap().value(QStringLiteral("type")),
-              QStringLiteral("ValueError"));
+    EXPECT_THAT(typesOf(exceptions), ElementsAre(QStringLiteral("ValueError")));
     EXPECT_FALSE(gui.controlsEnabled());
     const LogCapture log;
     for (const Press &press : presses) {
@@ -312,6 +340,16 @@ TEST_F(BridgeTest, StubRunImportsTheBackendAndNothingElse)
     run.end();
     EXPECT_THAT(run.tellings.texts(), ElementsAre(QStringLiteral("stubs at import 1")));
     EXPECT_THAT(controls, IsEmpty());
+}
+
+TEST_F(BridgeTest, StubRunOfABackendThatFailsIsAFailedStart)
+{
+    QSignalSpy exceptions(&gui, &Gui::exception);
+    gui.setControlsEnabled(true);
+    BackendRun run("import_fails", true);
+    run.waitForStart();
+    EXPECT_EQ(exceptions.size(), 1);
+    EXPECT_FALSE(gui.controlsEnabled());
 }
 
 TEST_F(BridgeTest, WithoutStubModeTheVariableKeepsItsValue)
@@ -387,6 +425,7 @@ TEST_F(BridgeTest, CallsQueuedAtTheStopAreDropped)
         act("brovik.actuator", "Actuator.toggle(ActuatorEnums.MvKalt)");
     }
     act("brovik.sensor", "Sensor.stateChangeRequested(SensorEnums.StartBtn, true)");
+    act("brovik.gui", "Gui.deleteWarnings()");
     ASSERT_TRUE(run.tellings.waitFor(QStringLiteral("entered")));
     QThread *const interpreter = run.tellings.threads().constFirst();
     const std::jthread release = onceStopping(*interpreter, [this] { gui.changePage(Gui::PageChart); });
@@ -466,9 +505,18 @@ TEST_F(BridgeTest, InterfaceIsDeclaredInOrder)
                             "void pyGuiValueQJs(Gui::GuiValueEnum,QJSValue)",
                             "void pyGuiValueQVar(Gui::GuiValueEnum,QVariant)",
                             "void pyShellValueQJs(Shell::ShellAction,QJSValue)",
-                            "void pySimulatorValueQJs(Simulator::SimEnum,QJSValue)",
+                            "void pySimulatorValueQJs(SimulatorEnum,QJSValue)",
                             "void pySettingsQJs(Settings::SettingsEnum,QJSValue)",
                             "void pyWifiValue(Wifi::WifiAction,QJSValue)", "bool initInterpreter()"));
+}
+
+TEST_F(BridgeTest, TheSimulatorsEnumHasTwoNames)
+{
+    static_assert(std::is_same_v<SimulatorEnum, Simulator::SimEnum>);
+    const QMetaObject &worker = PyWorker::staticMetaObject;
+    const int slot = worker.indexOfSlot("pySimulatorValueQJs(SimulatorEnum,QJSValue)");
+    ASSERT_GE(slot, 0);
+    EXPECT_EQ(worker.method(slot).parameterMetaType(0), QMetaType::fromType<Simulator::SimEnum>());
 }
 
 TEST_F(BridgeTest, ConstantsAndUuid)

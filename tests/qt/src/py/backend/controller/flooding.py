@@ -54,11 +54,6 @@ def gui_value_from_cpp(what: object, value: object) -> None:
     _forwarding(what, value)
 
 
-actuator_toggle_from_cpp = _forwarding
-auto_value_from_cpp = _forwarding
-chart_action_from_cpp = _forwarding
-sensor_value_from_cpp = _forwarding
-shell_action_from_cpp = _forwarding
-simulator_value_from_cpp = _forwarding
-settings_from_cpp = _forwarding
-wifi_action_from_cpp = _forwarding
+actuator_toggle_from_cpp = auto_value_from_cpp = chart_action_from_cpp = _forwarding
+sensor_value_from_cpp = shell_action_from_cpp = simulator_value_from_cpp = _forwarding
+settings_from_cpp = wifi_action_from_cpp = _forwarding

@@ -1,6 +1,7 @@
 """Tells every call."""
 
 import os
+import signal
 import sys
 
 from controller.telling import tell, tell_call
@@ -12,6 +13,7 @@ def init(debug: object) -> None:
     tell("sys.argv", sys.argv)
     tell("stubs", os.environ.get("BROVIK_MAKE_PY_STUBS"))
     tell("file names", sys.getfilesystemencoding())
+    tell("SIGINT", getattr(signal.getsignal(signal.SIGINT), "__name__", None))
     tell_call("init", debug)
 
 

@@ -1,4 +1,7 @@
-"""A backend that prints every call and runs the code that a test sends over a local socket."""
+"""A backend that prints every call and runs the code that a test sends over a local socket.
+
+With KUBELOR_TEST_RAISING in the environment, every call fails as well and says so as it should.
+"""
 
 import os
 import socketserver
@@ -6,7 +9,10 @@ import threading
 import traceback
 from typing import Any, Protocol
 
+import brovik
 from brovik.gui import Gui
+
+RAISING = "KUBELOR_TEST_RAISING" in os.environ
 
 
 class Entry(Protocol):  # pylint: disable=too-few-public-methods
@@ -16,9 +22,18 @@ class Entry(Protocol):  # pylint: disable=too-few-public-methods
         ...
 
 
+def _fail(text: str) -> None:
+    try:
+        raise ValueError(text)
+    except ValueError:
+        brovik.forward_exception()
+
+
 def _entry(name: str) -> Entry:
     def entry(enum: object, value: object = None) -> None:
         print(f"CALL {name} {enum} {value}\n", end="")
+        if RAISING:
+            _fail(f"{name}({enum}, {value})")
 
     return entry
 

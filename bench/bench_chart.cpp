@@ -1,0 +1,286 @@
+// The chart on a real window: what a point, a move of the view and a load cost the GUI thread, and the memory
+// of a long recording. Needs a display.
+
+#include "chart.h"
+#include "trace_schedule.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <string>
+#include <thread>
+
+namespace {
+
+constexpr double secondsPerPoint = 0.5;
+constexpr qsizetype pointsOfADay = 172'800;
+constexpr qsizetype pointsOfALoad = 36'000;
+
+QQuickWindow *window = nullptr;
+
+Chart &chart()
+{
+    return Chart::instance();
+}
+
+/// Steps of ten minutes, each at a height of its own that is reached within a minute, and the noise of a
+/// sensor.
+QPointF pointAt(qsizetype index)
+{
+    constexpr double stepSeconds = 600;
+    constexpr double riseSeconds = 60;
+    const double x = static_cast<double>(index) * secondsPerPoint;
+    const auto heightOf = [](double step) { return 2.0 + std::fmod(step * 3.0, 7.0); };
+    const double step = std::floor(x / stepSeconds);
+    const double reached = std::min((x - step * stepSeconds) / riseSeconds, 1.0);
+    const double noise = static_cast<double>(index * 7919 % 13) * 0.01;
+    return {x, heightOf(step) * reached + heightOf(step - 1) * (1.0 - reached) + noise};
+}
+
+ChartLine::Points record(qsizetype count)
+{
+    ChartLine::Points points;
+    points.reserve(count);
+    for (qsizetype index = 0; index < count; ++index) {
+        points.append(pointAt(index));
+    }
+    return points;
+}
+
+/// An output that goes on and off every minute of so many points.
+ChartLine::Points switching(qsizetype count)
+{
+    ChartLine::Points points;
+    const double end = static_cast<double>(count) * secondsPerPoint;
+    for (double second = 10; second < end; second += 60) {
+        points.append({second, 3});
+        points.append({second + 30, 0});
+    }
+    return points;
+}
+
+void handleAll()
+{
+    for (int round = 0; round < 5; ++round) {
+        QCoreApplication::processEvents();
+    }
+}
+
+/// Handles events until what has happened so far is on the screen.
+void awaitFrame()
+{
+    bool swapped = false;
+    const auto connection =
+        QObject::connect(window, &QQuickWindow::frameSwapped, window, [&] { swapped = true; });
+    window->update();
+    while (!swapped) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    QObject::disconnect(connection);
+}
+
+void fill(qsizetype count)
+{
+    chart().clear();
+    chart().p()->setData(record(count));
+    chart().lw()->setData(record(count));
+    handleAll();
+    awaitFrame();
+}
+
+void clearChart()
+{
+    chart().clear();
+    handleAll();
+    awaitFrame();
+}
+
+/// One point on p and one on lw, from another thread: until the series have them, without the frame.
+void addPoint(benchmark::State &state, bool showAll)
+{
+    qsizetype index = state.range(0);
+    fill(index);
+    window->setProperty("autoScroll", !showAll);
+    double frames = 0;
+    for ([[maybe_unused]] const auto _ : state) {
+        std::thread([&] {
+            chart().p()->addPoint(pointAt(index));
+            chart().lw()->addPoint(pointAt(index));
+        }).join();
+        ++index;
+        QElapsedTimer timer;
+        timer.start();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); // the points
+        QCoreApplication::sendPostedEvents(&TraceSchedule::instance(), QEvent::MetaCall);
+        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+        timer.start();
+        awaitFrame();
+        frames += static_cast<double>(timer.nsecsElapsed()) * 1e-6;
+    }
+    state.counters["frame_ms"] = frames / static_cast<double>(state.iterations());
+    clearChart();
+    window->setProperty("autoScroll", true);
+}
+
+void addPointFollowing(benchmark::State &state)
+{
+    addPoint(state, false);
+}
+
+void addPointShowingAll(benchmark::State &state)
+{
+    addPoint(state, true);
+}
+
+/// Moves the window of so many seconds over 100,000 points by `move`, until the frame.
+template <typename Move> void moveView(benchmark::State &state, const Move &move)
+{
+    fill(100'000);
+    double from = 1000;
+    double to = from + static_cast<double>(state.range(0));
+    for ([[maybe_unused]] const auto _ : state) {
+        move(from, to);
+        QElapsedTimer timer;
+        timer.start();
+        window->setProperty("timeMin", from);
+        window->setProperty("timeMax", to);
+        awaitFrame();
+        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+    }
+    clearChart();
+}
+
+void pan(benchmark::State &state)
+{
+    moveView(state, [](double &from, double &to) {
+        const double step = (to - from) / 100;
+        from += step;
+        to += step;
+    });
+}
+
+void zoom(benchmark::State &state)
+{
+    bool in = false;
+    moveView(state, [&in](double &from, double &to) {
+        in = !in;
+        const double step = (to - from) / 100 * (in ? 1 : -1);
+        from += step;
+        to -= step;
+    });
+}
+
+void load()
+{
+    for (ChartLine *line : chart().lines()) {
+        const bool isMeasured = line == chart().p() || line == chart().lw();
+        line->setData(isMeasured ? record(pointsOfALoad) : switching(pointsOfALoad));
+    }
+}
+
+void loadChart(benchmark::State &state)
+{
+    for ([[maybe_unused]] const auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        load();
+        handleAll();
+        awaitFrame();
+        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+        clearChart();
+    }
+}
+
+double residentMib()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with("VmRSS:")) {
+            return std::stod(line.substr(6)) / 1024;
+        }
+    }
+    return 0;
+}
+
+/// Memory that 100 loads and clears leave behind, after some to warm up.
+void loadsAndClears(benchmark::State &state)
+{
+    const auto loadAndClear = [] {
+        load();
+        handleAll();
+        awaitFrame();
+        clearChart();
+    };
+    for ([[maybe_unused]] const auto _ : state) {
+        for (int round = 0; round < 10; ++round) {
+            loadAndClear();
+        }
+        const double before = residentMib();
+        for (int round = 0; round < 100; ++round) {
+            loadAndClear();
+        }
+        state.counters["growth_mib"] = residentMib() - before;
+    }
+}
+
+/// A day of recording, live.
+void dayOfRecording(benchmark::State &state)
+{
+    for ([[maybe_unused]] const auto _ : state) {
+        clearChart();
+        const double before = residentMib();
+        std::thread backend([] {
+            for (qsizetype index = 0; index < pointsOfADay; ++index) {
+                chart().p()->addPoint(pointAt(index));
+                chart().lw()->addPoint(pointAt(index));
+            }
+        });
+        while (chart().lw()->data().size() < pointsOfADay) {
+            QCoreApplication::processEvents();
+        }
+        backend.join();
+        handleAll();
+        awaitFrame();
+        state.counters["memory_mib"] = residentMib() - before;
+        clearChart();
+    }
+}
+
+/// Timed by itself, in milliseconds. The number of rounds is fixed, since most of their time is not counted.
+#define CHART_BENCHMARK(function, name, rounds)                                                              \
+    BENCHMARK(function)->Name(name)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(rounds)
+
+CHART_BENCHMARK(addPointFollowing, "chart_add_point/following", 20)->Arg(1000)->Arg(10000)->Arg(100000);
+CHART_BENCHMARK(addPointShowingAll, "chart_add_point/all", 20)->Arg(1000)->Arg(10000)->Arg(100000);
+CHART_BENCHMARK(pan, "chart_pan", 20)->Arg(60)->Arg(3600)->Arg(45000);
+CHART_BENCHMARK(zoom, "chart_zoom", 20)->Arg(60)->Arg(3600)->Arg(45000);
+CHART_BENCHMARK(loadChart, "chart_load", 5);
+BENCHMARK(loadsAndClears)->Name("chart_100_loads")->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(dayOfRecording)->Name("chart_day")->Iterations(1)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    Chart::instance();
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral(":/"));
+    engine.load(QUrl::fromLocalFile(QStringLiteral(KUBELOR_BENCH_BACKEND "/ChartWindow.qml")));
+    window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (window == nullptr) {
+        return 1;
+    }
+    awaitFrame();
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,110 @@
+#include "chart.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+/// The lines of the outputs; the heater has none.
+constexpr std::pair<ActuatorEnum, Chart::LineEnum> linesOfActuators[] = {
+    {ActuatorEnums::MvLaugeIn, Chart::LineLIn},   {ActuatorEnums::MvSaureIn, Chart::LineSIn},
+    {ActuatorEnums::MvKalt, Chart::LineKalt},     {ActuatorEnums::MvHeiss, Chart::LineHeiss},
+    {ActuatorEnums::MvKreis, Chart::LineKreis},   {ActuatorEnums::MvSaureOut, Chart::LineSOut},
+    {ActuatorEnums::MvLaugeOut, Chart::LineLOut}, {ActuatorEnums::MvLuft, Chart::LineLuft},
+    {ActuatorEnums::MvCo2, Chart::LineCo2},       {ActuatorEnums::MvKanal, Chart::LineKanal},
+    {ActuatorEnums::Pumpe, Chart::LinePumpe},     {ActuatorEnums::MvSteam, Chart::LineSteam},
+};
+
+} // namespace
+
+#define CHART_LINE_POINTER(lineEnum, pyEnum, name, ...) &m_##name,
+Chart::Chart()
+    : m_lines{CHART_LINES(CHART_LINE_POINTER)}
+{
+    connect(this, &Chart::metaDataListChanged, this, &Chart::retireCopies);
+}
+#undef CHART_LINE_POINTER
+
+ChartLine *Chart::lineFromLineEnum(Chart::LineEnum line) const
+{
+    return line > LineInvalid && line <= LineStep ? m_lines.at(static_cast<std::size_t>(line) - 1) : nullptr;
+}
+
+ChartLine *Chart::lineFromActuatorEnum(ActuatorEnum actuator) const
+{
+    const auto *const found = std::find_if(std::begin(linesOfActuators), std::end(linesOfActuators),
+                                           [actuator](const auto &entry) { return entry.first == actuator; });
+    return found != std::end(linesOfActuators) ? lineFromLineEnum(found->second) : nullptr;
+}
+
+void Chart::clear()
+{
+    for (ChartLine *line : m_lines) {
+        line->clear();
+    }
+}
+
+void Chart::setMetaDataList(const MetaDataList &list)
+{
+    change(m_metaDataList, list, [this] { Q_EMIT metaDataListChanged(); });
+}
+
+void Chart::emitMetaDataListChanged()
+{
+    {
+        const SharedLocker lock(&m_mutex);
+        Q_EMIT metaDataListChanged();
+    }
+    brakeNotifications(*this);
+}
+
+void Chart::sortAndEmitMetaDataListChanged()
+{
+    const SharedLocker lock(&m_mutex);
+    m_metaDataList.sort([](const ChartMetaData &left, const ChartMetaData &right) {
+        return QString::compare(left.name(), right.name(), Qt::CaseInsensitive) < 0;
+    });
+    Q_EMIT metaDataListChanged();
+}
+
+Chart::MetaDataList::Reference Chart::findMetaDataByName(const QString &name) const
+{
+    return m_metaDataList.find([&](const ChartMetaData &record) { return record.name() == name; });
+}
+
+QQmlListProperty<ChartMetaData> Chart::qmlMetaDataList()
+{
+    using List = QQmlListProperty<ChartMetaData>;
+    return {
+        this, nullptr, [](List *list) { return static_cast<Chart *>(list->object)->m_metaDataList.size(); },
+        [](List *list, qsizetype index) { return static_cast<Chart *>(list->object)->copyForQml(index); }};
+}
+
+/// The engine would collect a copy that a delegate still shows, were it the owner.
+ChartMetaData *Chart::copyForQml(qsizetype index) const
+{
+    const MetaDataList::Reference record = m_metaDataList.at(index);
+    if (record == nullptr) {
+        return nullptr; // it went between the count and this
+    }
+    auto copy = std::make_unique<ChartMetaData>(*record);
+    copy->setParent(m_copies.get());
+    QJSEngine::setObjectOwnership(copy.get(), QJSEngine::CppOwnership);
+    return copy.release();
+}
+
+/// Views may take their new copies before this runs or after it, and drop the old ones in their next frame.
+void Chart::retireCopies()
+{
+    if (std::exchange(m_retiring, true)) {
+        return;
+    }
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_retiring = false;
+            m_oldCopies = std::exchange(m_copies, std::make_unique<QObject>());
+        },
+        Qt::QueuedConnection);
+}

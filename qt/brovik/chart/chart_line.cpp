@@ -1,0 +1,73 @@
+#include "chart_line.h"
+
+#include <QLineSeries>
+#include <QValueAxis>
+
+ChartLine::ChartLine(const QString &name, QObject *parent)
+    : SharedObject(parent)
+    , m_name(name)
+{
+    QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
+}
+
+void ChartLine::setData(const Points &data)
+{
+    change(m_data, data, [this] {
+        ++m_replacements;
+        m_wholeCount = m_data.size();
+        Q_EMIT dataChanged();
+    });
+}
+
+void ChartLine::addPoint(const QPointF &point)
+{
+    {
+        const SharedLocker lock(&m_mutex);
+        m_data.append(point);
+        Q_EMIT pointAdded(point);
+        if (!m_drawable) {
+            criticalStream() << "Der ChartLine" << m_name
+                             << "wurde noch keine LineSeries zugeordnet, daher kann der Punkt" << point
+                             << "nicht hinzugefügt werden";
+        }
+    }
+    brakeNotifications(*this);
+}
+
+ChartLine::News ChartLine::newsSince(const Mark &mark) const
+{
+    const SharedLocker lock(&m_mutex);
+    const Mark now{m_replacements, m_data.size()};
+    if (mark.replacements == m_replacements) {
+        return {false, {}, m_data.sliced(mark.count), now};
+    }
+    return {true, m_data.first(m_wholeCount), m_data.sliced(m_wholeCount), now};
+}
+
+void ChartLine::setName(const QString &name)
+{
+    change(m_name, name, [this] { Q_EMIT nameChanged(); });
+}
+
+void ChartLine::registerQmlLine(QLineSeries *series, QValueAxis *axis)
+{
+    for (QObject *object : {static_cast<QObject *>(series), static_cast<QObject *>(axis)}) {
+        if (object != nullptr) {
+            connect(object, &QObject::destroyed, this, &ChartLine::forget, Qt::UniqueConnection);
+        }
+    }
+    m_axis = axis;
+    m_drawable = series != nullptr;
+    m_series = series;
+}
+
+void ChartLine::forget(const QObject *gone)
+{
+    if (m_axis == gone) {
+        m_axis = nullptr;
+    }
+    if (m_series.value() == gone) {
+        m_drawable = false;
+        m_series = nullptr;
+    }
+}

@@ -1,0 +1,243 @@
+#include "chart_trace.h"
+
+#include "trace_schedule.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+/// How a kind of line takes a point of a whole list and one that comes alone.
+struct Drawing
+{
+    void (TracePoints::*stored)(const QPointF &point);
+    void (TracePoints::*live)(const QPointF &point);
+};
+
+constexpr Drawing drawings[] = {
+    {&TracePoints::addMeasured, &TracePoints::addMeasured},
+    {&TracePoints::addStoredActuator, &TracePoints::addLiveActuator},
+    {&TracePoints::addStoredStep, &TracePoints::addLiveStep},
+};
+
+/// A line two pixels wide needs more than one column for each, or steep parts come out too thin.
+constexpr double columnsPerPixel = 2.0;
+
+/// Pixels. The raster engine hands the parts of a longer line to other threads, which takes far longer than
+/// to draw them.
+constexpr double longestRise = 24.0;
+
+/// NaN and infinity have no place on the axes.
+bool isDrawable(const QPointF &point)
+{
+    return std::isfinite(point.x()) && std::isfinite(point.y());
+}
+
+QValueAxis *axisOf(QLineSeries &series, Qt::Orientation orientation)
+{
+    for (QAbstractAxis *axis : series.attachedAxes()) {
+        if (axis->orientation() == orientation) {
+            return qobject_cast<QValueAxis *>(axis);
+        }
+    }
+    return nullptr;
+}
+
+/// Lets `receiver` follow another object than before.
+template <typename Object, typename Signal, typename Receiver, typename Slot>
+void followInstead(QPointer<Object> &followed, Object *object, Signal signal, Receiver *receiver, Slot slot)
+{
+    if (followed == object) {
+        return;
+    }
+    if (followed) {
+        QObject::disconnect(followed, signal, receiver, slot);
+    }
+    followed = object;
+    if (object != nullptr) {
+        QObject::connect(object, signal, receiver, slot);
+    }
+}
+
+} // namespace
+
+void ChartTrace::setLine(ChartLine *line)
+{
+    if (m_line == line) {
+        return;
+    }
+    if (m_line) {
+        disconnect(m_line, nullptr, this, nullptr);
+    }
+    m_line = line;
+    start();
+    Q_EMIT lineChanged();
+}
+
+void ChartTrace::setKind(Kind kind)
+{
+    if (m_kind != kind) {
+        m_kind = kind;
+        start();
+        Q_EMIT kindChanged();
+    }
+}
+
+void ChartTrace::redraw()
+{
+    readNews();
+    publish();
+    draw();
+}
+
+void ChartTrace::componentComplete()
+{
+    m_complete = true;
+    start();
+}
+
+/// Who comes later finds the line as one whole list.
+void ChartTrace::start()
+{
+    if (!m_complete || !m_line) {
+        return;
+    }
+    connect(m_line, &ChartLine::pointAdded, this, &ChartTrace::pointCame, Qt::UniqueConnection);
+    connect(m_line, &ChartLine::dataChanged, this, &ChartTrace::wholeListCame, Qt::UniqueConnection);
+    m_seriesNotifier = QPropertyNotifier(m_line->series(), [this] { followSeries(); });
+    const ChartLine::News news = m_line->newsSince({});
+    m_mark = news.mark;
+    readWhole(news.whole + news.added);
+    m_wholeListCame = !m_points.all().isEmpty();
+    followSeries();
+}
+
+void ChartTrace::followSeries()
+{
+    followInstead(m_series, m_line->series().value(), &QLineSeries::visibleChanged, this,
+                  &ChartTrace::request);
+    request();
+}
+
+void ChartTrace::followAxes(QLineSeries &series)
+{
+    followInstead(m_time, axisOf(series, Qt::Horizontal), &QValueAxis::rangeChanged, this,
+                  &ChartTrace::request);
+    followInstead(m_value, axisOf(series, Qt::Vertical), &QValueAxis::rangeChanged, this,
+                  &ChartTrace::request);
+    followInstead(m_chart, series.chart(), &QChart::plotAreaChanged, this, &ChartTrace::request);
+}
+
+void ChartTrace::request()
+{
+    TraceSchedule::instance().request(this);
+}
+
+void ChartTrace::pointCame(const QPointF &point)
+{
+    if (isDrawable(point)) {
+        m_wholeListCame = false;
+        m_drawnTo = point.x();
+        request();
+    }
+}
+
+void ChartTrace::wholeListCame()
+{
+    m_wholeListCame = true;
+    request();
+}
+
+void ChartTrace::catchUp()
+{
+    readNews();
+    publish();
+    if (std::exchange(m_wholeListCame, false)) {
+        m_drawnTo = m_endOfWhole;
+    }
+    const std::optional<double> drawnTo = std::exchange(m_drawnTo, std::nullopt);
+    if (drawnTo && m_kind == Measured) {
+        Q_EMIT pointsDrawn(*drawnTo);
+    }
+}
+
+/// What the signals carried may be older than the line: only the line itself is asked.
+void ChartTrace::readNews()
+{
+    if (!m_line) {
+        return;
+    }
+    const ChartLine::News news = m_line->newsSince(m_mark);
+    m_mark = news.mark;
+    if (news.replaced) {
+        readWhole(news.whole);
+    }
+    readLive(news.added);
+}
+
+void ChartTrace::readWhole(const Points &points)
+{
+    m_points.clear();
+    m_highest = lowestMaxY;
+    m_endOfWhole = endOfNothing;
+    for (const QPointF &point : points) {
+        if (isDrawable(point)) {
+            (m_points.*drawings[m_kind].stored)(point);
+            m_highest = std::max(m_highest, point.y());
+            m_endOfWhole = point.x();
+        }
+    }
+}
+
+void ChartTrace::readLive(const Points &points)
+{
+    for (const QPointF &point : points) {
+        if (isDrawable(point)) {
+            (m_points.*drawings[m_kind].live)(point);
+            m_highest = std::max(m_highest, point.y());
+        }
+    }
+}
+
+void ChartTrace::publish()
+{
+    if (m_kind == Measured && std::exchange(m_maxY, m_highest) != m_highest) {
+        Q_EMIT maxYChanged();
+    }
+    const double lastX = m_points.last().x();
+    if (std::exchange(m_lastX, lastX) != lastX) {
+        Q_EMIT lastXChanged();
+    }
+}
+
+void ChartTrace::draw()
+{
+    if (!m_series) {
+        return;
+    }
+    followAxes(*m_series);
+    const Points points = picture(*m_series);
+    if (m_series->points() != points) {
+        m_series->replace(points);
+    }
+}
+
+ChartTrace::Points ChartTrace::picture(const QLineSeries &series) const
+{
+    if (!series.isVisible()) {
+        return {}; // it costs as much as a visible one
+    }
+    if (!m_time || !m_value || !m_chart) {
+        return m_points.all();
+    }
+    const QSizeF size = m_chart->plotArea().size();
+    if (size.isEmpty() || m_time->min() >= m_time->max() || m_value->min() >= m_value->max()) {
+        return {};
+    }
+    // A point beyond the edge shows if it is nearer than the pen is wide.
+    const double beyond = (m_time->max() - m_time->min()) / size.width() * series.pen().widthF();
+    const int columns = qCeil((size.width() + 2 * series.pen().widthF()) * columnsPerPixel);
+    const double rise = (m_value->max() - m_value->min()) / size.height() * longestRise;
+    return withShortRises(m_points.seen(m_time->min() - beyond, m_time->max() + beyond, columns), rise);
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QList>
+#include <QPointF>
+
+/// The points that a line is drawn through, and what a picture of a given width needs of them. All are
+/// finite. One thread.
+///
+/// A line of changes is turned into steps. A change that comes while the recording runs is drawn on to
+/// `tailX`, and the next change takes that tail away; a change that comes with a whole list has no tail.
+class TracePoints
+{
+public:
+    /// Far beyond the end of a usual run, seconds.
+    static constexpr double tailX = 10000.0;
+    /// So many points are drawn as they are.
+    static constexpr qsizetype few = 3000;
+
+    void clear();
+    void addMeasured(const QPointF &point) { append(point); }
+    void addStoredActuator(const QPointF &point);
+    void addLiveActuator(const QPointF &point);
+    void addStoredStep(const QPointF &point);
+    void addLiveStep(const QPointF &point);
+
+    const QList<QPointF> &all() const { return m_points; }
+    /// (0, 0) without points.
+    QPointF last() const { return m_points.isEmpty() ? QPointF() : m_points.constLast(); }
+
+    /// The points that give the same picture between two values of x, seconds, on so many columns: those in
+    /// the window and one beyond it on either side; if they are more than `few`, in each column the lowest
+    /// and the highest.
+    QList<QPointF> seen(double from, double to, int columns) const;
+
+private:
+    void append(const QPointF &point);
+    void removeLast();
+    bool isOrdered() const { return m_orderedCount == m_points.size(); }
+
+    QList<QPointF> m_points;
+    qsizetype m_orderedCount = 0; ///< So many points from the first have no smaller x than those before.
+};
+
+/// The same line with points added so that none of its pieces rises or falls by more than this.
+QList<QPointF> withShortRises(const QList<QPointF> &points, double rise);

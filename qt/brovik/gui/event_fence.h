@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+/// A mark in the event queue of the GUI thread: what other threads have raised before it arrives before it.
+/// Lives and is used on the GUI thread alone.
+class EventFence : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+public:
+    using QObject::QObject;
+
+    /// Puts the mark behind all that waits now.
+    Q_INVOKABLE void raise() { QMetaObject::invokeMethod(this, &EventFence::passed, Qt::QueuedConnection); }
+
+Q_SIGNALS:
+    /// All that waited at raise() has arrived.
+    void passed();
+};

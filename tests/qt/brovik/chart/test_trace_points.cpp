@@ -1,0 +1,175 @@
+#include "point_by_point.h"
+#include "trace_points.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+using Points = QList<QPointF>;
+
+TracePoints measured(const Points &points)
+{
+    TracePoints trace;
+    for (const QPointF &point : points) {
+        trace.addMeasured(point);
+    }
+    return trace;
+}
+
+Points wave(int count)
+{
+    Points points;
+    for (int index = 0; index < count; ++index) {
+        points.append({index * 0.5, 3.0 + 2.0 * std::sin(index * 0.7) + index % 5});
+    }
+    return points;
+}
+
+} // namespace
+
+TEST(TracePoints, AnActuatorGoingOffTakesTheTailAway)
+{
+    TracePoints trace;
+    trace.addLiveActuator({5, 3});
+    EXPECT_THAT(trace.all(), ElementsAre(QPointF(5, 0), QPointF(5, 3), QPointF(10000, 3)));
+    trace.addLiveActuator({8, 0});
+    EXPECT_THAT(trace.all(), ElementsAre(QPointF(5, 0), QPointF(5, 3), QPointF(8, 3), QPointF(8, 0)));
+}
+
+TEST(TracePoints, GoingOffDoesNotLookAtTheHeight)
+{
+    TracePoints trace;
+    trace.addLiveActuator({5, 3});
+    trace.addLiveActuator({8, 7});
+    EXPECT_EQ(trace.last(), QPointF(8, 0));
+}
+
+TEST(TracePoints, AStoredActuatorHasNoTail)
+{
+    TracePoints trace;
+    for (const QPointF &point : Points{{1, 0}, {2, 4}, {3, 4}, {6, 0}, {7, 4}}) {
+        trace.addStoredActuator(point);
+    }
+    EXPECT_THAT(trace.all(), ElementsAre(QPointF(1, 0), QPointF(2, 0), QPointF(2, 4), QPointF(3, 4),
+                                         QPointF(6, 4), QPointF(6, 0), QPointF(7, 0), QPointF(7, 4)));
+}
+
+TEST(TracePoints, AStepMovesToTheNext)
+{
+    TracePoints live;
+    live.addLiveStep({0, 1});
+    live.addLiveStep({4, 2});
+    EXPECT_THAT(live.all(),
+                ElementsAre(QPointF(0, 0), QPointF(0, 1), QPointF(4, 1), QPointF(4, 2), QPointF(10000, 2)));
+    TracePoints stored;
+    stored.addStoredStep({0, 1});
+    stored.addStoredStep({4, 2});
+    EXPECT_THAT(stored.all(), ElementsAre(QPointF(0, 0), QPointF(0, 1), QPointF(4, 1), QPointF(4, 2)));
+}
+
+TEST(TracePoints, AMixtureOfStoredAndLiveIsThatOfPointByPoint)
+{
+    const Points stored = {{1, 3}, {5, 0}, {9, 3}};
+    const Points live = {{12, 0}, {14, 0}, {15, 3}, {10500, 0}, {10600, 3}, {10700, 0}};
+    for (const ChartTrace::Kind kind : {ChartTrace::Actuator, ChartTrace::Step}) {
+        PointByPoint reference(kind);
+        reference.replace(stored);
+        TracePoints trace;
+        const bool step = kind == ChartTrace::Step;
+        for (const QPointF &point : stored) {
+            step ? trace.addStoredStep(point) : trace.addStoredActuator(point);
+        }
+        for (const QPointF &point : live) {
+            reference.add(point);
+            step ? trace.addLiveStep(point) : trace.addLiveActuator(point);
+            EXPECT_EQ(trace.all(), reference.points());
+        }
+    }
+}
+
+TEST(TracePoints, AWindowHasOneNeighbourOnEitherSide)
+{
+    const TracePoints trace = measured({{0, 1}, {1, 2}, {2, 3}, {3, 4}, {4, 5}, {5, 6}});
+    EXPECT_THAT(trace.seen(1.5, 3.5, 100),
+                ElementsAre(QPointF(1, 2), QPointF(2, 3), QPointF(3, 4), QPointF(4, 5)));
+    EXPECT_THAT(trace.seen(2.2, 2.8, 100), ElementsAre(QPointF(2, 3), QPointF(3, 4)));
+    EXPECT_EQ(trace.seen(-10, 10, 1000).size(), 6);
+}
+
+TEST(TracePoints, NothingIsSeenOfNothing)
+{
+    EXPECT_THAT(TracePoints().seen(0, 60, 100), IsEmpty());
+    EXPECT_EQ(TracePoints().last(), QPointF(0, 0));
+}
+
+TEST(TracePoints, ACrowdedColumnKeepsItsExtremes)
+{
+    Points points{{0.0, 3}, {0.1, 9}};
+    for (int index = 0; index < TracePoints::few; ++index) {
+        points.append({0.2 + 1e-6 * index, 4});
+    }
+    points << QPointF(0.3, 1) << QPointF(0.4, 2) << QPointF(1.5, 5);
+    EXPECT_THAT(measured(points).seen(0, 4, 4),
+                ElementsAre(QPointF(0, 3), QPointF(0.3, 1), QPointF(0.1, 9), QPointF(1.5, 5)));
+    points.last().setX(2.5);
+    EXPECT_THAT(measured(points).seen(0, 4, 4), ElementsAre(QPointF(0, 3), QPointF(0.3, 1), QPointF(0.1, 9),
+                                                            QPointF(0.4, 2), QPointF(2.5, 5)))
+        << "the way to a far column begins where the line leaves this one";
+}
+
+TEST(TracePoints, FewPointsAreSeenAsTheyAre)
+{
+    const Points points = wave(TracePoints::few);
+    EXPECT_EQ(measured(points).seen(0, 1e6, 1), points);
+}
+
+TEST(TracePoints, WhatIsSeenIsBoundedByTheWidth)
+{
+    const TracePoints trace = measured(wave(100'000));
+    EXPECT_LE(trace.seen(0, 50'000, 700).size(), 2 * 701 + 4);
+    EXPECT_LE(trace.seen(1000, 1060, 700).size(), 123);
+}
+
+TEST(TracePoints, PiecesOfALineRiseAsAsked)
+{
+    EXPECT_THAT(withShortRises({{0, 0}, {1, 1}, {2, 5}, {2, -1}}, 2.0),
+                ElementsAre(QPointF(0, 0), QPointF(1, 1), QPointF(1.5, 3), QPointF(2, 5), QPointF(2, 3),
+                            QPointF(2, 1), QPointF(2, -1)));
+    EXPECT_THAT(withShortRises({}, 2.0), IsEmpty());
+    EXPECT_LE(withShortRises({{0, -1e300}, {1, 1e300}}, 1.0).size(), 200) << "whatever the numbers are";
+}
+
+TEST(TracePoints, AFarNeighbourIsPulledCloserAlongTheLine)
+{
+    const TracePoints trace = measured({{0, 0}, {1, 1}, {10001, 10001}});
+    EXPECT_THAT(trace.seen(0, 2, 100), ElementsAre(QPointF(0, 0), QPointF(1, 1), QPointF(4, 4)));
+    const TracePoints early = measured({{-1e300, 7}, {1, 7}});
+    EXPECT_THAT(early.seen(0, 2, 100), ElementsAre(QPointF(-2, 7), QPointF(1, 7)));
+}
+
+TEST(TracePoints, ALineMayGoBack)
+{
+    // It leaves the window, comes back, and has no order that a search could use.
+    const TracePoints trace = measured({{0, 1}, {5, 2}, {3, 3}, {9, 4}, {2, 5}, {4, 6}});
+    EXPECT_THAT(trace.seen(1.5, 4.5, 100), ElementsAre(QPointF(0, 1), QPointF(5, 2), QPointF(3, 3),
+                                                       QPointF(9, 4), QPointF(2, 5), QPointF(4, 6)));
+    TracePoints cleared = trace;
+    cleared.clear();
+    EXPECT_THAT(cleared.all(), IsEmpty());
+}
+
+TEST(TracePoints, OrderIsFoundAgainWhenTheTailIsGone)
+{
+    TracePoints trace;
+    for (int second = 10'000; second < 60'000; second += 10) {
+        trace.addLiveStep({static_cast<double>(second), static_cast<double>(second % 13)});
+    }
+    trace.addLiveActuator({60'000, 0}); // takes the last tail away
+    EXPECT_LE(trace.seen(20'000, 20'060, 100'000).size(), 2 * 8 + 2);
+}

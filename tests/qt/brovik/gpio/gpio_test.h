@@ -1,0 +1,106 @@
+#pragma once
+
+#include "gpio.h"
+#include "log_capture.h"
+#include "simulated_chip.h"
+
+#include <gmock/gmock.h>
+
+#include <QTest>
+
+#include <mutex>
+#include <tuple>
+#include <vector>
+
+// What the tests of the service and of its worker share.
+
+inline constexpr const char *noValidLine =
+    "Konnte den GPIO-Thread nicht erfolgreich starten, da keine gültigen Lines angegeben wurden";
+
+/// What the callbacks of a test were called with, in order. Any thread.
+class Calls
+{
+public:
+    using Call = std::tuple<uint, bool>;
+
+    gpio_callback_func recorder()
+    {
+        return [this](uint line, bool rising) {
+            const std::lock_guard lock(m_mutex);
+            m_calls.emplace_back(line, rising);
+        };
+    }
+
+    std::vector<Call> all() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_calls;
+    }
+
+    std::vector<uint> lines() const
+    {
+        std::vector<uint> result;
+        for (const auto &[line, rising] : all()) {
+            result.push_back(line);
+        }
+        return result;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::vector<Call> m_calls;
+};
+
+/// Waits until the condition holds; false if it never does.
+template <typename Condition> bool eventually(const Condition &condition)
+{
+    return QTest::qWaitFor(condition, 20000);
+}
+
+inline std::vector<std::string> texts(const LogCapture &log, QtMsgType type)
+{
+    std::vector<std::string> result;
+    for (const QString &text : log.texts(type)) {
+        result.push_back(text.toStdString());
+    }
+    return result;
+}
+
+/// A chip that the service has open, and a service without a thread.
+class GpioTest : public testing::Test
+{
+protected:
+    GpioTest()
+    {
+        gpio.setConsumerPrefix("brovik_");
+        gpio.openChip(SimulatedChip::path);
+    }
+
+    ~GpioTest() override
+    {
+        gpio.stopThread();
+        // The service neither reads nor writes a level.
+        EXPECT_EQ(chip.otherCalls(), 0U);
+    }
+
+    std::vector<std::string> errors() const { return texts(log, QtCriticalMsg); }
+    /// Has the edges of a line recorded, and waits until it is watched.
+    void arm(unsigned line, brovik::Edge edge = brovik::Edge::FALLING)
+    {
+        gpio.addEventDetect(line, edge, calls.recorder());
+        ASSERT_TRUE(isArmed(line));
+    }
+    bool isArmed(unsigned line) const
+    {
+        return eventually([&] { return chip.request(line).has_value(); });
+    }
+    bool isGivenUp(unsigned line) const
+    {
+        return eventually([&] { return !chip.request(line).has_value(); });
+    }
+
+    SimulatedChip chip;
+    GPIO &gpio = GPIO::instance();
+    Calls calls;
+    LogCapture log;
+};
