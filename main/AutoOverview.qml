@@ -47,9 +47,7 @@ BrovikFlickable {
         objectName: "intense"
 
         text: "Intensivreinigung durchführen"
-        stored: BrovikSettings.intenseCleaning
-
-        onToggled: BrovikSettings.toPy(BrovikSettings.IntenseCleaning, checked)
+        key: "intenseCleaning"
     }
 
     SettingSwitch {
@@ -57,9 +55,7 @@ BrovikFlickable {
 
         visible: Config.hasSteamValve
         text: `Dampf${Config.steamPressureSterilization ? "druck" : ""}sterilisation durchführen`
-        stored: BrovikSettings.doSteamStep
-
-        onToggled: BrovikSettings.toPy(BrovikSettings.DoSteamStep, checked)
+        key: "doSteamStep"
     }
 
     SteamWarning {

@@ -10,6 +10,7 @@ import brovik.base
 import brovik.chart
 import brovik.gui
 import brovik.sensor
+import brovik.simulator
 import main
 
 BaseTemplate {
@@ -152,6 +153,18 @@ BaseTemplate {
         objectName: "powerPopup"
     }
 
+    SimulatorOptionsWindow {
+        id: simulator
+
+        objectName: "simulator"
+    }
+
+    SimulatorOptionsButton {
+        objectName: "simulatorButton"
+
+        win: simulator
+    }
+
     InputPanel {
         id: inputPanel
 
@@ -215,6 +228,7 @@ BaseTemplate {
             case Gui.PageUpdatesOverview:
             case Gui.PageUpdatesShell:
                 tabs.currentIndex = Common.settingsOverviewIndex;
+                settings.showUpdatePage();
                 break;
             }
         }
@@ -231,6 +245,9 @@ BaseTemplate {
             powerPopup.open();
         }
     }
+
+    // The program ends with its last window.
+    onClosing: simulator.close()
 
     Component.onCompleted: {
         VirtualKeyboardSettings.locale = "de_DE";

@@ -5,7 +5,7 @@ import QtQuick.Layouts
 
 import brovik.base
 import brovik.gui
-import brovik.settings
+import main
 
 RowLayout {
     id: root
@@ -23,30 +23,14 @@ RowLayout {
 
         Accessible.name: "Vorspanndruck"
         precision: 1
-        from: Math.round(BrovikSettings.vorspannenPMin * factor)
-        to: Math.round(BrovikSettings.vorspannenPMax * factor)
+        from: number.lowest
+        to: number.highest
 
-        MyStoredValue {
-            id: stored
+        SettingNumber {
+            id: number
 
-            target: spinBox
-            name: "value"
-            value: Math.round(BrovikSettings.vorspannenP * spinBox.factor)
+            key: "vorspannenP"
+            spinBox: spinBox
         }
     }
-
-    QtObject {
-        id: privat
-
-        // What the backend has written itself goes back to it once. The way back from a refused wish does not: it
-        // would be a wish against one that is only late.
-        function send() {
-            if (!stored.rereading) {
-                BrovikSettings.toPy(BrovikSettings.VorspannenP, spinBox.realValue);
-            }
-        }
-    }
-
-    // Connected late, so that the first value is not sent.
-    Component.onCompleted: spinBox.realValueChanged.connect(privat.send)
 }

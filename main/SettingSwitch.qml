@@ -1,22 +1,31 @@
-// A switch that shows a setting of the run to come; locked during a run.
+// A switch for a setting of the run to come; locked during a run.
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 
 import brovik.auto
 import brovik.base
+import brovik.settings
 
 Switch {
     id: root
 
-    required property bool stored
+    required property string key
 
     Layout.alignment: Qt.AlignHCenter
     enabled: !Auto_.active
 
+    Setting {
+        id: setting
+
+        key: root.key
+    }
+
     MyStoredValue {
         target: root
         name: "checked"
-        value: root.stored
+        value: setting.value
     }
+
+    onToggled: setting.send(root.checked)
 }

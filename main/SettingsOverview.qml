@@ -1,9 +1,12 @@
 // The frame of the settings pages.
 import QtQuick
+import QtQuick.Controls
 import QtQuick.Layouts
 
 import brovik.base
+import brovik.components
 import brovik.gui
+import main
 
 ColumnLayout {
     id: root
@@ -13,20 +16,58 @@ ColumnLayout {
     // Shows the page at this position.
     function changeIndex(index: int) {
         pages.currentIndex = index;
+        selection.currentIndex = index;
     }
 
     // Shows the update pages, and this tab of theirs.
     function showUpdatePage(index = 0) {
+        root.changeIndex(updates.StackLayout.index);
     }
 
-    StackLayout {
+    ComboBox {
+        id: selection
+
+        objectName: "selection"
+
+        Layout.fillWidth: true
+        Layout.preferredHeight: Gui.controlHeight
+        Accessible.name: "Seite der Einstellungen"
+        font.pointSize: Gui.fSizeM
+        model: ["Reinigungsprozess", "Leitwertprüfung", "Sonstige Einstellungen", "Netzwerk", "Updates", "Erscheinungsbild", "Handbetrieb"]
+
+        onActivated: pages.currentIndex = currentIndex
+    }
+
+    PageStack {
         id: pages
-    }
 
-    onIsCurrentChanged: {
-        if (isCurrent) {
-            Gui.changePage(Gui.PageSettingsAuto);
+        objectName: "settingsPages"
+
+        // Gives way to the on-screen keyboard.
+        Layout.minimumHeight: 0
+        shown: root.isCurrent
+        currentIndex: selection.currentIndex
+
+        SettingsAuto {}
+
+        SettingsElectrolyte {}
+
+        SettingsMisc {}
+
+        // The place of the network page.
+        Item {}
+
+        // The place of the update pages.
+        Item {
+            id: updates
         }
+
+        SettingsAppearance {}
+
+        HandOp {}
+
+        // The place of the login to a wireless network.
+        Item {}
     }
 
     Component.onCompleted: Common.settingsOverviewIndex = StackLayout.index

@@ -11,6 +11,7 @@ from typing import Final, Self
 from brovik import Logger, forward_exception
 from brovik.gui import Gui
 from brovik.sensor import Sensor
+from brovik.simulator import Simulator
 
 from . import configuration, settings
 from .board import Board
@@ -26,6 +27,7 @@ from .storage import MACHINE, RUN, SETTINGS, Change, StorageWriter, open_storage
 CONFIG_DIR: Final = "BROVIK_CONFIG_DIR"
 TIME_FACTOR: Final = "BROVIK_DEMO_TIME_FACTOR"
 FAULT: Final = "BROVIK_DEMO_FAULT"
+SIMULATOR: Final = "BROVIK_DEMO_SIMULATOR"
 
 
 class Backend:
@@ -63,7 +65,9 @@ class Backend:
         # A press must not wait long for a machine thread that has much to do, as at a high time factor.
         sys.setswitchinterval(0.001)
         directory = os.environ.get(CONFIG_DIR)
-        return cls(Path(directory) if directory else None, _time_factor(), _faults())
+        backend = cls(Path(directory) if directory else None, _time_factor(), _faults())
+        Simulator.enabled = os.environ.get(SIMULATOR) == "1" or Simulator.enabled
+        return backend
 
     def screens_ready(self) -> None:
         """The screens can take questions now."""

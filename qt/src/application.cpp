@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QQuickStyle>
@@ -58,8 +59,30 @@ void setIdentity(const PlatformPaths &paths)
     QCoreApplication::setApplicationVersion(QLatin1String(applicationVersion));
 }
 
+/// Moves a settings file that is not one out of the way: its values are not to be trusted either. Tells where
+/// to, once the screens are loaded.
+void putDamagedSettingsAside()
+{
+    const QSettings settings;
+    settings.allKeys(); // a group is parsed when somebody looks into it
+    if (settings.status() != QSettings::FormatError) {
+        return;
+    }
+    const QString file = settings.fileName();
+    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss-zzz"));
+    const QString aside = QStringLiteral("%1.damaged-%2").arg(file, stamp);
+    const bool moved = QFile::rename(file, aside);
+    const QString text =
+        QStringLiteral("Die Datei %1 ist beschädigt. Für das Fenster gelten die Standardwerte.").arg(file) +
+        (moved ? QStringLiteral(" Die beschädigte Datei liegt nun in %1.").arg(aside) : QString());
+    criticalStream().noquote() << text;
+    Gui::instance().showMessage(QStringLiteral("Einstellungen"), text.toHtmlEscaped(),
+                                QStringLiteral("error"));
+}
+
 void readSettings()
 {
+    putDamagedSettingsAside();
     const QSettings settings;
     qputenv("BROVIK_CONFIG_DIR", QFileInfo(settings.fileName()).path().toLocal8Bit());
     Gui::instance().setDarkThemeEnabled(settings.value(QStringLiteral("window/dark"), true).toBool());

@@ -118,11 +118,12 @@ class SteppedCase(DemoCase):
 class RunningCase(DemoCase):
     """The backend as the host starts it, with its threads, through the entry functions."""
 
-    def start(self, factor: float = 500.0, fault: str = "") -> None:
+    def start(self, factor: float = 500.0, fault: str = "", simulator: str = "") -> None:
         """Calls `init` with this environment. The backend is stopped at the end of the test."""
         os.environ["BROVIK_CONFIG_DIR"] = str(self.directory)
         os.environ["BROVIK_DEMO_TIME_FACTOR"] = str(factor)
         os.environ["BROVIK_DEMO_FAULT"] = fault
+        os.environ["BROVIK_DEMO_SIMULATOR"] = simulator
         controller.init(False)
         self.addCleanup(self.stop)
 

@@ -252,6 +252,25 @@ class ConfigurationTest(SteppedCase):
         self.assertEqual(len(texts), 4)
 
 
+class SimulatorWindowTest(RunningCase):
+    """The window of the simulated hardware, from the environment or from the file."""
+
+    def test_opened(self) -> None:
+        """Either opens it; neither keeps it away."""
+        for simulator, stored, opened in (
+            ("", False, False),
+            ("0", False, False),
+            ("1", False, True),
+            ("", True, True),
+            ("0", True, True),
+        ):
+            with self.subTest(simulator=simulator, stored=stored):
+                self.configure(simulator=stored)
+                self.start(simulator=simulator)
+                self.assertEqual(Simulator.enabled, opened)
+                self.stop()
+
+
 class ThreadedHandTest(RunningCase):
     """Through the entry functions."""
 

@@ -5,6 +5,7 @@
 #include <pybind11/embed.h>
 
 #include <QDebug>
+#include <QSettings>
 #include <QThread>
 
 #include <memory>
@@ -53,6 +54,11 @@ void Backend::runOnThread(const QString &code)
 void Backend::setDarkTheme(bool dark)
 {
     Gui::instance().setDarkThemeEnabled(dark);
+}
+
+void Backend::forgetSettings()
+{
+    QSettings().clear();
 }
 
 void Backend::startRecordingPrints()

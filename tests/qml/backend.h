@@ -22,6 +22,9 @@ public:
     /// Sets the theme that the program reads from its settings at start.
     Q_INVOKABLE void setDarkTheme(bool dark);
 
+    /// Empties the settings file.
+    Q_INVOKABLE void forgetSettings();
+
     /// Begins to record what is printed. Warnings are left to ignoreWarning() and failOnWarning().
     Q_INVOKABLE void startRecordingPrints();
     /// Ends the recording and returns it.

@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QQmlEngine>
 #include <QQuickStyle>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QtQuickTest>
 
 /// Prepares each engine as the program does.
@@ -24,6 +26,11 @@ int main(int argc, char **argv)
     // No test may end the machine it runs on.
     qputenv("PATH", QUICK_TEST_SOURCE_DIR "/bin");
     QApplication application(argc, argv);
+    // The window keeps its geometry in a settings file.
+    const QTemporaryDir settings;
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+    QCoreApplication::setOrganizationName(QStringLiteral("test"));
     QQuickStyle::setStyle(QStringLiteral("Material"));
     const pybind11::scoped_interpreter interpreter(false);
     const pybind11::gil_scoped_release withoutGil;

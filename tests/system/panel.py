@@ -18,6 +18,8 @@ from waiting import DEADLINE_SECS, T, wait_for
 REMOTE_BACKEND = Path(__file__).parent / "remote"
 DEMO_MACHINE = Path(__file__).parents[2] / "demo"
 TITLE = "Brovik Kubelor"
+# Below the configuration directory.
+SETTINGS_FILE = Path("kubelor-demo/BrovikGmbH/Kubelor.ini")
 
 # The page says one second; the margin is for a press that a busy machine handles late.
 HOLD_SECS = 1.5
@@ -133,6 +135,13 @@ class Panel:
         """Waits for what has that name, and clicks on its middle."""
         desktop.click(*self.wait_until_shown(name, role).box.middle)
 
+    def open_settings(self, page: str) -> None:
+        """Shows that page of the settings."""
+        self.click("Settings", "page tab")
+        self.click("Seite der Einstellungen")
+        self.click(page, "menu item")
+        self.wait_until_gone(page, "menu item")
+
     def press_and_hold(self, name: str, seconds: float = HOLD_SECS) -> None:
         """Waits for what has that name, and holds the left button on it."""
         desktop.press_and_hold(*self.wait_until_shown(name).box.middle, seconds)
@@ -147,6 +156,7 @@ class Panel:
         command = [
             "xdotool",
             "search",
+            "--all",
             "--onlyvisible",
             "--pid",
             str(self.process.pid),
@@ -179,6 +189,14 @@ class Panel:
         """The calls of that entry function so far, as `Enum.Member value`."""
         start = f"CALL {function} "
         return [line.removeprefix(start) for line in self.log if line.startswith(start)]
+
+
+def store_window(configuration: Path, content: bytes) -> Path:
+    """Writes the settings file of a program with that configuration directory, and gives its path."""
+    file = configuration / SETTINGS_FILE
+    file.parent.mkdir(parents=True, exist_ok=True)
+    file.write_bytes(content)
+    return file
 
 
 def remote(*arguments: str, **environment: str) -> Panel:

@@ -29,7 +29,10 @@ class KeyboardTest(unittest.TestCase):
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         folder = Path(self.enterContext(directory))
         self._picture = folder / "window.png"
-        self.program = self.enterContext(panel.remote())
+        program = panel.remote()
+        # As high as the page needs it.
+        panel.store_window(program.directory, b"[window]\nwidth=800\nheight=1200\n")
+        self.program = self.enterContext(program)
         self.program.wait_until_shown("Testbackend bereit")
 
     def _raise_keyboard(self) -> int:

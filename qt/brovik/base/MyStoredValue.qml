@@ -33,9 +33,12 @@ QtObject {
             }
         }
 
+        // A control that is taken down may change once more, when this is already gone.
         // The linter does not know that callLater() takes a function, here and below.
         function afterHandlers() {
-            Qt.callLater(privat.afterNotifications); // qmllint disable type
+            if (privat) {
+                Qt.callLater(privat.afterNotifications); // qmllint disable type
+            }
         }
 
         // The change signals that other threads have sent meanwhile stand in the event queue before this call.

@@ -10,6 +10,9 @@ BrovikGreenCheckButton {
 
     enabled: !Auto_.active
     active: root.dOut.state
+    contentItem: PlainCheckContent {
+        button: root
+    }
 
     onClicked: root.dOut.toggle()
 }

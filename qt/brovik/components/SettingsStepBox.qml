@@ -3,6 +3,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 
+import brovik.base
 import brovik.components
 import brovik.gui
 
@@ -18,7 +19,8 @@ BrovikBox {
 
         Label {
             Layout.alignment: Qt.AlignTop
-            Layout.preferredWidth: Gui.boxLeftMargin
+            // Two figures may need more.
+            Layout.preferredWidth: Math.max(Gui.boxLeftMargin, implicitWidth + Common.spacing)
             font.bold: true
             text: `${root.num}:`
             visible: root.num !== 0

@@ -21,7 +21,10 @@ RowLayout {
     Label {
         id: label
 
+        // Not its own height: as long as it is less than that of the control, its changes would pass the layout by.
+        Layout.fillHeight: true
         Layout.fillWidth: true
+        verticalAlignment: Text.AlignVCenter
         wrapMode: Text.WordWrap
         textFormat: Text.StyledText
         text: root.description + root.suffix

@@ -1,0 +1,126 @@
+// The window: its size, its theme, its end. Keeps both size and theme from one start of the program to the next.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import Qt.labs.settings
+
+import brovik.base
+import brovik.components
+import brovik.gui
+
+ColumnLayout {
+    id: root
+
+    readonly property BaseTemplate window: ApplicationWindow.window as BaseTemplate
+
+    component Action: Button {
+        Layout.fillWidth: true
+        Layout.preferredHeight: Gui.controlHeight
+        font.bold: true
+        font.pointSize: Gui.fSizeM
+    }
+
+    BrovikDelayButton {
+        text: "App minimieren"
+
+        onMyActivated: root.window.showMinimized()
+    }
+
+    BrovikDelayButton {
+        text: "App schließen"
+
+        onMyActivated: root.window.close()
+    }
+
+    Action {
+        readonly property bool fullScreen: Window.visibility === Window.FullScreen
+
+        text: `Fullscreen ${fullScreen ? "aus" : "an"}`
+
+        onClicked: fullScreen ? root.window.showNormal() : root.window.showFullScreen()
+    }
+
+    Action {
+        text: `Theme ändern zu: ${Common.isDarkTheme ? "hell" : "dunkel"}`
+        icon.source: Common.isDarkTheme ? "img/sun.svg" : "img/moon.svg"
+
+        onClicked: root.window.setTheme(Common.isDarkTheme ? Material.Light : Material.Dark)
+    }
+
+    Label {
+        Layout.fillWidth: true
+        font.pointSize: Gui.fSizeM
+        wrapMode: Text.WordWrap
+        text: `Aktuelle Auflösung des Fensters: ${root.window?.width}x${root.window?.height}`
+    }
+
+    Item {
+        Layout.fillHeight: true
+    }
+
+    PageReporter {
+        page: root
+        pageEnum: Gui.PageSettingsAppearance
+    }
+
+    Settings {
+        id: memory
+
+        category: "window"
+    }
+
+    Connections {
+        target: root.window
+
+        function onClosing() {
+            privat.keepGeometry();
+        }
+    }
+
+    Connections {
+        target: Common
+
+        function onIsDarkThemeChanged() {
+            memory.setValue("dark", Common.isDarkTheme);
+        }
+    }
+
+    QtObject {
+        id: privat
+
+        // Pixels. Further out no screen reaches.
+        readonly property int furthest: 32767
+        readonly property var geometry: ({x: 0, y: 70, width: 720, height: 950})
+
+        function keepGeometry() {
+            for (const name in privat.geometry) {
+                memory.setValue(name, root.window[name]);
+            }
+            memory.sync();
+        }
+
+        function restoreGeometry() {
+            for (const name in privat.geometry) {
+                root.window[name] = privat.stored(name, privat.geometry[name]);
+            }
+        }
+
+        // The default in place of what is no number that will do.
+        function stored(name: string, standard: int): int {
+            const text = memory.value(name, standard);
+            const number = Number(text);
+            const lowest = name === "width" || name === "height" ? 1 : -privat.furthest;
+            if (Number.isInteger(number) && number >= lowest && number <= privat.furthest) {
+                return number;
+            }
+            console.warn(`Gespeicherter Wert von window/${name} wird ignoriert: ${text}`);
+            return standard;
+        }
+    }
+
+    Component.onCompleted: {
+        Common.settingsAppearanceIndex = StackLayout.index;
+        privat.restoreGeometry();
+    }
+}

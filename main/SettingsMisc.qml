@@ -1,0 +1,98 @@
+// The checks of the run, and the calibration of the sensors.
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+import brovik.base
+import brovik.components
+import brovik.config
+import brovik.gui
+import brovik.sensor
+import brovik.settings
+import main
+
+BrovikFlickable {
+    id: root
+
+    readonly property int switchWidth: 100
+
+    spacing: Common.spacing
+
+    SettingsStepBox {
+        title: "Verschiedene Prüfungen"
+
+        Label {
+            Layout.fillWidth: true
+            font.italic: true
+            wrapMode: Text.WordWrap
+            text: "Solange es kein Problem mit folgenden Prüfungen gibt, wird dringend davon abgeraten, diese zu deaktivieren. Bei Problemen kontaktieren Sie bitte die Fa. Brovik und deaktivieren Sie die entsprechende Prüfung nur temporär."
+        }
+
+        CheckSwitch {
+            key: "testLeakageP"
+            text: "Führe zu Beginn der Automatik eine Dichtheitsprüfung des Systems durch"
+            switchWidth: root.switchWidth
+        }
+
+        CheckSwitch {
+            key: "testLwWaterHot"
+            text: "Prüfe während Spülen auf Heißwasser"
+            switchWidth: root.switchWidth
+        }
+
+        CheckSwitch {
+            key: "testLwWaterCold"
+            text: "Prüfe während Spülen auf Kaltwasser"
+            switchWidth: root.switchWidth
+        }
+
+        CheckSwitch {
+            key: "testLwKreisLauge"
+            text: "Prüfe während Kreislauf Lauge auf Lauge"
+            switchWidth: root.switchWidth
+        }
+
+        CheckSwitch {
+            key: "testLwKreisSaure"
+            text: "Prüfe während Kreislauf Säure auf Säure"
+            switchWidth: root.switchWidth
+        }
+
+        CheckSwitch {
+            visible: Config.hasLevelSwitch
+            key: "testLaugeLevel"
+            text: "Prüfe Füllstand Laugebecken für die Heizungsautomatik"
+            switchWidth: root.switchWidth
+        }
+    }
+
+    CalibrationBox {
+        title: "Drucksensor kalibrieren (System muss drucklos sein!)"
+        offset: BrovikSettings.pOffset
+        unit: "bar"
+
+        onCalibrate: BrovikSettings.toPy(BrovikSettings.POffsetSet, null)
+        onReset: BrovikSettings.toPy(BrovikSettings.POffsetReset, null)
+    }
+
+    CalibrationBox {
+        visible: Sensor.lwType === SensorEnums.Seli_SLI_03
+        title: "Leitwertsensor kalibrieren (System muss gespült und leer sein!)"
+        offset: BrovikSettings.lwOffset
+        unit: "mS/cm"
+
+        onCalibrate: BrovikSettings.toPy(BrovikSettings.LwOffsetSet, null)
+        onReset: BrovikSettings.toPy(BrovikSettings.LwOffsetReset, null)
+    }
+
+    Item {
+        Layout.preferredHeight: Common.spacing
+    }
+
+    PageReporter {
+        page: root
+        pageEnum: Gui.PageSettingsMisc
+    }
+
+    Component.onCompleted: Common.settingsMiscIndex = StackLayout.index
+}

@@ -1,0 +1,47 @@
+// A setting that is a text, on a settings page. It is sent when nobody has typed for a while.
+import QtQuick
+
+import brovik.base
+import brovik.components
+import brovik.settings
+
+SettingsStepBoxTextField {
+    id: root
+
+    required property string key
+
+    Setting {
+        id: setting
+
+        key: root.key
+    }
+
+    Timer {
+        id: pause
+
+        interval: 3000
+
+        onTriggered: {
+            setting.send(root.product);
+            privat.typing = false;
+        }
+    }
+
+    MyStoredValue {
+        target: root.field
+        name: "text"
+        value: privat.typing ? root.product : setting.value
+    }
+
+    QtObject {
+        id: privat
+
+        // What is typed has not been sent yet.
+        property bool typing: false
+    }
+
+    field.onTextEdited: {
+        privat.typing = true;
+        pause.restart();
+    }
+}

@@ -1,0 +1,27 @@
+// Shows the name of an output, and whether it is on.
+import QtQuick
+import QtQuick.Controls
+
+import brovik.actuator
+
+Row {
+    id: root
+
+    required property DOut out
+    readonly property int size: 10
+    readonly property int gap: 5
+
+    spacing: root.gap
+
+    Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        width: root.size
+        height: root.size
+        color: root.out.state ? "green" : "lightgrey"
+    }
+
+    Label {
+        textFormat: Text.PlainText
+        text: root.out.name
+    }
+}

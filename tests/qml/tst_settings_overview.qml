@@ -1,0 +1,272 @@
+import QtQuick
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import QtTest
+import Qt.labs.settings
+
+import brovik.base
+import brovik.gui
+import kubelor.test
+import main
+import "items.js" as Items
+
+// The frame of the settings pages, and the page of the window itself.
+Item {
+    id: root
+
+    width: 100
+    height: 100
+
+    Component {
+        id: windowComponent
+
+        BaseTemplate {
+            readonly property alias tabs: tabs
+            readonly property alias frame: frame
+
+            width: 800
+            height: 1200
+
+            StackLayout {
+                id: tabs
+
+                anchors.fill: parent
+
+                Item {}
+
+                SettingsOverview {
+                    id: frame
+                }
+            }
+        }
+    }
+
+    // Another eye on the settings file.
+    Settings {
+        id: memory
+
+        category: "window"
+    }
+
+    TestCase {
+        name: "SettingsOverview"
+        when: windowShown
+
+        property var window
+
+        // Position, text in the selection, and what the page reports, if there is a page.
+        readonly property var pages: [
+            {index: 0, text: "Reinigungsprozess", page: Gui.PageSettingsAuto},
+            {index: 1, text: "Leitwertprüfung", page: Gui.PageSettingsElectrolyte},
+            {index: 2, text: "Sonstige Einstellungen", page: Gui.PageSettingsMisc},
+            {index: 3, text: "Netzwerk"},
+            {index: 4, text: "Updates"},
+            {index: 5, text: "Erscheinungsbild", page: Gui.PageSettingsAppearance},
+            {index: 6, text: "Handbetrieb", page: Gui.PageHandOp}
+        ]
+
+        function init() {
+            failOnWarning(/.?/);
+            Backend.forgetSettings();
+            Backend.setDarkTheme(true);
+            open();
+        }
+
+        // A window of its own, as after a start of the program.
+        function open() {
+            Gui.changePage(Gui.PageAuto);
+            window = createTemporaryObject(windowComponent, root);
+            tryVerify(() => window.active);
+        }
+
+        function selection() {
+            return findChild(window.frame, "selection");
+        }
+
+        function stack() {
+            return findChild(window.frame, "settingsPages");
+        }
+
+        function button(text) {
+            window.tabs.currentIndex = 1;
+            window.frame.changeIndex(5);
+            const found = Items.below(stack(), item => item.text === text)[0];
+            tryVerify(() => found.width === window.width || found instanceof Label);
+            return found;
+        }
+
+        function test_selection() {
+            compare(selection().model, pages.map(page => page.text));
+            compare(selection().font.pointSize, Gui.fSizeM);
+            verify(selection().Accessible.name !== "");
+            window.tabs.currentIndex = 1;
+            tryCompare(selection(), "height", Gui.controlHeight);
+            compare(selection().width, window.width);
+            compare(stack().y + stack().height, window.height);
+        }
+
+        function test_indices() {
+            compare([Common.settingsAutoIndex, Common.settingsElecrolyteIndex, Common.settingsMiscIndex, Common.settingsAppearanceIndex, Common.handOpIndex], [0, 1, 2, 5, 6]);
+            compare(Common.settingsOverviewIndex, 1);
+            compare(stack().count, 8);
+        }
+
+        function test_operator_selects_data() {
+            return pages.map(page => Object.assign({tag: page.text}, page));
+        }
+
+        function test_operator_selects(data) {
+            window.tabs.currentIndex = 1;
+            const box = selection();
+            // From another page.
+            window.frame.changeIndex(data.index === 0 ? 1 : 0);
+            mouseClick(box);
+            tryVerify(() => box.popup.opened);
+            mouseClick(box.popup.contentItem.itemAtIndex(data.index));
+            compare(box.currentIndex, data.index);
+            compare(stack().currentIndex, data.index);
+            if (data.page !== undefined) {
+                compare(Gui.page, data.page);
+                compare(stack().currentPage, data.page);
+            }
+        }
+
+        function test_change_index_data() {
+            return pages.map(page => Object.assign({tag: page.text}, page));
+        }
+
+        function test_change_index(data) {
+            window.tabs.currentIndex = 1;
+            window.frame.changeIndex(data.index);
+            compare([stack().currentIndex, selection().currentIndex], [data.index, data.index]);
+            compare(selection().displayText, data.text);
+            if (data.page !== undefined) {
+                compare(Gui.page, data.page);
+            }
+        }
+
+        // After the operator has chosen, too.
+        function test_page_without_an_entry() {
+            window.tabs.currentIndex = 1;
+            const box = selection();
+            mouseClick(box);
+            tryVerify(() => box.popup.opened);
+            mouseClick(box.popup.contentItem.itemAtIndex(2));
+            window.frame.changeIndex(7);
+            compare(stack().currentIndex, 7);
+            compare(box.displayText, "");
+            window.frame.changeIndex(3);
+            compare(box.displayText, "Netzwerk");
+        }
+
+        function test_update_page() {
+            window.tabs.currentIndex = 1;
+            window.frame.showUpdatePage();
+            compare([stack().currentIndex, selection().displayText], [4, "Updates"]);
+        }
+
+        function test_hidden_frame_reports_nothing() {
+            compare(stack().currentPage, Gui.PageSettingsAuto);
+            window.frame.changeIndex(2);
+            compare(stack().currentPage, Gui.PageSettingsMisc);
+            compare(Gui.page, Gui.PageAuto);
+        }
+
+        function test_returning_reports_the_same_page() {
+            window.tabs.currentIndex = 1;
+            compare(Gui.page, Gui.PageSettingsAuto);
+            window.frame.changeIndex(6);
+            window.tabs.currentIndex = 0;
+            Gui.changePage(Gui.PageChart);
+            window.tabs.currentIndex = 1;
+            compare(Gui.page, Gui.PageHandOp);
+        }
+
+        function test_geometry_without_a_file() {
+            compare([window.y, window.width, window.height], [70, 720, 950]);
+        }
+
+        function test_geometry_is_kept_and_restored() {
+            [window.x, window.y, window.width, window.height] = [40, 90, 640, 800];
+            tryVerify(() => window.x === 40 && window.y === 90 && window.width === 640 && window.height === 800);
+            compare(memory.value("width"), undefined);
+            window.close();
+            compare(["x", "y", "width", "height"].map(key => Number(memory.value(key))), [40, 90, 640, 800]);
+            open();
+            tryVerify(() => window.x === 40 && window.y === 90 && window.width === 640 && window.height === 800);
+        }
+
+        function test_stored_nonsense_is_replaced_data() {
+            return ["breit", "-5", "0", "1e9", "12.5", "NaN", ""].map(text => ({tag: text}));
+        }
+
+        function test_stored_nonsense_is_replaced(data) {
+            memory.setValue("width", data.tag);
+            memory.setValue("height", "700");
+            ignoreWarning(`Gespeicherter Wert von window/width wird ignoriert: ${data.tag}`);
+            open();
+            compare([window.width, window.height], [720, 700]);
+        }
+
+        function test_theme_is_stored_at_each_change() {
+            for (const [theme, dark] of [[Material.Light, "false"], [Material.Dark, "true"]]) {
+                window.setTheme(theme);
+                compare(String(memory.value("dark")), dark);
+            }
+        }
+
+        function test_theme_button_data() {
+            return [{tag: "dark", from: Material.Dark, to: Material.Light, text: "Theme ändern zu: hell", icon: "sun"}, {tag: "light", from: Material.Light, to: Material.Dark, text: "Theme ändern zu: dunkel", icon: "moon"}];
+        }
+
+        function test_theme_button(data) {
+            window.setTheme(data.from);
+            const pressed = button(data.text);
+            verify(pressed.icon.source.toString().endsWith(`img/${data.icon}.svg`));
+            mouseClick(pressed);
+            compare(window.Material.theme, data.to);
+        }
+
+        function test_buttons() {
+            for (const text of ["App minimieren", "App schließen", "Fullscreen an", "Theme ändern zu: hell"]) {
+                const found = button(text);
+                compare([found.height, found.width, found.font.bold, found.font.pointSize], [Gui.controlHeight, window.width, true, Gui.fSizeM], text);
+            }
+        }
+
+        function test_fullscreen() {
+            mouseClick(button("Fullscreen an"));
+            compare(window.visibility, Window.FullScreen);
+            mouseClick(button("Fullscreen aus"));
+            compare(window.visibility, Window.Windowed);
+            verify(button("Fullscreen an"));
+        }
+
+        function hold(pressed) {
+            mousePress(pressed);
+            tryCompare(pressed, "progress", 1);
+            mouseRelease(pressed);
+        }
+
+        function test_minimise() {
+            hold(button("App minimieren"));
+            compare(window.visibility, Window.Minimized);
+        }
+
+        function test_close() {
+            const pressed = button("App schließen");
+            mouseClick(pressed);
+            verify(window.visible);
+            hold(pressed);
+            verify(!window.visible);
+        }
+
+        function test_resolution() {
+            const label = button("Aktuelle Auflösung des Fensters: 720x950");
+            compare(label.font.pointSize, Gui.fSizeM);
+            window.width = 800;
+            window.height = 1200;
+            tryCompare(label, "text", "Aktuelle Auflösung des Fensters: 800x1200");
+        }
+    }
+}
