@@ -16,6 +16,7 @@ Item {
 
         width: 800
         height: 1000
+        font.pointSize: Gui.fSizeS
 
         Component {
             id: stackComponent
@@ -201,6 +202,19 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                 }
                 compare(part("swAutoScroll").contentItem.lineCount, 1);
                 verify(Math.abs(part("swShowAll").x + part("swShowAll").width - data.width) < 1);
+            }
+
+            function test_growing_numbers_do_not_move_the_chart() {
+                page.parent.parent.anchors.rightMargin = 800 - 710;
+                tryCompare(page, "width", 710);
+                waitForRendering(page);
+                const view = part("chartView");
+                compare(part("swShowAll").contentItem.lineCount, 1);
+                const height = view.height;
+                Backend.run("chart.Chart.p.add_point((86399.5, 1.0))");
+                tryVerify(() => part("swShowAll").contentItem.lineCount === 2);
+                waitForRendering(page);
+                compare(view.height, height);
             }
 
             // What enables the button of the list of charts.

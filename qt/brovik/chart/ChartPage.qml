@@ -147,7 +147,7 @@ Item {
         }
 
         RowLayout {
-            spacing: Common.spacing
+            spacing: privat.switchSpacing
 
             ChartSwitch {
                 id: swAutoScroll
@@ -165,6 +165,8 @@ Item {
 
                 objectName: "swShowAll"
 
+                // Room for two lines, so that the chart does not change its height when the numbers grow.
+                Layout.minimumHeight: topPadding + 2 * Math.ceil(showAllFont.height) + bottomPadding
                 text: privat.showAllText
 
                 onCheckedChanged: {
@@ -179,6 +181,12 @@ Item {
         }
     }
 
+    FontMetrics {
+        id: showAllFont
+
+        font: swShowAll.font
+    }
+
     ChartTimeWindow {
         id: timeWindow
 
@@ -191,6 +199,7 @@ Item {
         id: privat
 
         readonly property int topMargin: 10
+        readonly property int switchSpacing: 15
         readonly property string lastXText: plot.lastX === 0 ? "--" : plot.lastX.toFixed(1)
         readonly property string showAllText: {
             if (swShowAll.checked) {
