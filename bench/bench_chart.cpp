@@ -17,6 +17,7 @@
 #include <fstream>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -67,6 +68,33 @@ ChartLine::Points switching(qsizetype count)
     return points;
 }
 
+/// Times of single events, in milliseconds, of which the median counts.
+class Samples
+{
+public:
+    explicit Samples(benchmark::State &state)
+        : m_state(state)
+    {}
+
+    ~Samples()
+    {
+        const auto middle = m_times.begin() + static_cast<std::ptrdiff_t>(m_times.size() / 2);
+        std::nth_element(m_times.begin(), middle, m_times.end());
+        m_state.counters["median_ms"] = *middle;
+    }
+
+    void take(const QElapsedTimer &timer)
+    {
+        const double nanoseconds = static_cast<double>(timer.nsecsElapsed());
+        m_times.push_back(nanoseconds * 1e-6);
+        m_state.SetIterationTime(nanoseconds * 1e-9);
+    }
+
+private:
+    benchmark::State &m_state;
+    std::vector<double> m_times;
+};
+
 void handleAll()
 {
     for (int round = 0; round < 5; ++round) {
@@ -110,6 +138,7 @@ void addPoint(benchmark::State &state, bool showAll)
     fill(index);
     window->setProperty("autoScroll", !showAll);
     double frames = 0;
+    Samples samples(state);
     for ([[maybe_unused]] const auto _ : state) {
         std::thread([&] {
             chart().p()->addPoint(pointAt(index));
@@ -119,8 +148,8 @@ void addPoint(benchmark::State &state, bool showAll)
         QElapsedTimer timer;
         timer.start();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); // the points
-        QCoreApplication::sendPostedEvents(&TraceSchedule::instance(), QEvent::MetaCall);
-        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+        QCoreApplication::sendPostedEvents(&TraceSchedule::instance());
+        samples.take(timer);
         timer.start();
         awaitFrame();
         frames += static_cast<double>(timer.nsecsElapsed()) * 1e-6;
@@ -146,6 +175,7 @@ template <typename Move> void moveView(benchmark::State &state, const Move &move
     fill(100'000);
     double from = 1000;
     double to = from + static_cast<double>(state.range(0));
+    Samples samples(state);
     for ([[maybe_unused]] const auto _ : state) {
         move(from, to);
         QElapsedTimer timer;
@@ -153,7 +183,7 @@ template <typename Move> void moveView(benchmark::State &state, const Move &move
         window->setProperty("timeMin", from);
         window->setProperty("timeMax", to);
         awaitFrame();
-        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+        samples.take(timer);
     }
     clearChart();
 }
@@ -188,13 +218,14 @@ void load()
 
 void loadChart(benchmark::State &state)
 {
+    Samples samples(state);
     for ([[maybe_unused]] const auto _ : state) {
         QElapsedTimer timer;
         timer.start();
         load();
         handleAll();
         awaitFrame();
-        state.SetIterationTime(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+        samples.take(timer);
         clearChart();
     }
 }

@@ -60,3 +60,11 @@ set(KUBELOR_EFFECTS Qt5Compat/GraphicalEffects)
 file(COPY "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_QML}/${KUBELOR_EFFECTS}"
      DESTINATION "${KUBELOR_QML_STUBS_DIR}/Qt5Compat" PATTERN "*.so" EXCLUDE)
 file(WRITE "${KUBELOR_QML_STUBS_DIR}/${KUBELOR_EFFECTS}/private/plugins.qmltypes" "import QtQuick.tooling 1.2\nModule {}\n")
+
+# That of QtCharts has one class under two names, of which qmllint knows the last alone. The copy tells them apart.
+set(KUBELOR_CHARTS "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_QML}/QtCharts")
+file(COPY "${KUBELOR_CHARTS}/qmldir" DESTINATION "${KUBELOR_QML_STUBS_DIR}/QtCharts")
+file(READ "${KUBELOR_CHARTS}/plugins.qmltypes" charts_types)
+string(REGEX REPLACE "name: \"QValueAxis\"([^\n]*\n[^\n]*\n[^\n]*\n[^\n]*\n *\"QtCharts/ValuesAxis)"
+                     "name: \"QValuesAxis\"\\1" charts_types "${charts_types}")
+file(WRITE "${KUBELOR_QML_STUBS_DIR}/QtCharts/plugins.qmltypes" "${charts_types}")

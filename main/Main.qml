@@ -7,6 +7,7 @@ import QtQuick.VirtualKeyboard
 import QtQuick.VirtualKeyboard.Settings
 
 import brovik.base
+import brovik.chart
 import brovik.gui
 import brovik.sensor
 import brovik.simulator

@@ -93,6 +93,7 @@ class WifiTest(unittest.TestCase):
 
     def test_results_that_are_no_dict(self) -> None:
         """They are reported, and taken for none."""
+        _probe.screens_loaded()
         log = _probe.SignalLog("Gui", ["exception"])
         wifi.Wifi.set_scan_results(5)
         self.assertEqual(wifi.Wifi.scan_results, {})

@@ -1,5 +1,6 @@
 #include "backend.h"
 #include "gui.h"
+#include "input.h"
 
 #include <pybind11/embed.h>
 
@@ -37,6 +38,8 @@ int main(int argc, char **argv)
     Gui::instance().deliverPending();
     Backend backend;
     qmlRegisterSingletonInstance("kubelor.test", 1, 0, "Backend", &backend);
+    Input input;
+    qmlRegisterSingletonInstance("kubelor.test", 1, 0, "Input", &input);
     Setup setup;
     return quick_test_main_with_setup(argc, argv, "qml", QUICK_TEST_SOURCE_DIR, &setup);
 }

@@ -177,6 +177,15 @@ Item {
                 compare(accepted.count, 1);
             }
 
+            function test_long_error_leaves_room_for_the_rest() {
+                const dialog = opened({errorText: "Wort ".repeat(1000)});
+                const error = findText(popupItem(dialog), dialog.errorText);
+                compare(error.lineCount, 3);
+                verify(error.truncated);
+                verify(popupItem(dialog).implicitHeight < 300);
+                dialog.close();
+            }
+
             function test_error_text_follows_each_edit() {
                 const dialog = opened({value: "a"});
                 compare(dialog.errorText, "");

@@ -38,8 +38,9 @@ class Desktop:
         for name in ("WAYLAND_DISPLAY", "SESSION_MANAGER", "AT_SPI_BUS_ADDRESS"):
             os.environ.pop(name, None)
         try:
+            # A reset after its last client has gone would take a client along that is just coming.
             os.environ["DISPLAY"] = ":" + self._start_reporting(
-                "Xvfb", "-screen", "0", _SCREEN, "-nolisten", "tcp", report="-displayfd {}"
+                "Xvfb", "-screen", "0", _SCREEN, "-nolisten", "tcp", "-noreset", report="-displayfd {}"
             )
             os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_reporting(
                 "dbus-daemon", "--session", "--nofork", report="--print-address={}"

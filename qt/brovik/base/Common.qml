@@ -122,6 +122,12 @@ Item {
         return pieces;
     }
 
+    // The text for a place that takes rich text only: shown as it stands, with all its blanks.
+    function escaped(text: string): string {
+        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", " ": "&nbsp;"};
+        return text.replace(/[&<>"\n]|^ | $| (?= )/g, found => entities[found]);
+    }
+
     // Index of the item in a container with itemAt(), -1 if it is not there.
     function findItemIndex(container, item) {
         if (!container || !item) {

@@ -126,6 +126,9 @@ Rectangle {
             Layout.fillWidth: true
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
+            // It may quote what was typed, however long.
+            maximumLineCount: privat.errorLines
+            elide: Text.ElideRight
             color: "red"
             visible: text
         }
@@ -160,6 +163,8 @@ Rectangle {
 
     QtObject {
         id: privat
+
+        readonly property int errorLines: 3
 
         function missingText() {
             return root.required && !field.text ? "Es ist eine Eingabe erforderlich" : "";

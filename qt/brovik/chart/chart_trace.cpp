@@ -116,22 +116,27 @@ void ChartTrace::start()
 void ChartTrace::followSeries()
 {
     followInstead(m_series, m_line->series().value(), &QLineSeries::visibleChanged, this,
-                  &ChartTrace::request);
-    request();
+                  &ChartTrace::requestForView);
+    requestForNews();
 }
 
 void ChartTrace::followAxes(QLineSeries &series)
 {
     followInstead(m_time, axisOf(series, Qt::Horizontal), &QValueAxis::rangeChanged, this,
-                  &ChartTrace::request);
+                  &ChartTrace::requestForView);
     followInstead(m_value, axisOf(series, Qt::Vertical), &QValueAxis::rangeChanged, this,
-                  &ChartTrace::request);
-    followInstead(m_chart, series.chart(), &QChart::plotAreaChanged, this, &ChartTrace::request);
+                  &ChartTrace::requestForView);
+    followInstead(m_chart, series.chart(), &QChart::plotAreaChanged, this, &ChartTrace::requestForView);
 }
 
-void ChartTrace::request()
+void ChartTrace::requestForNews()
 {
-    TraceSchedule::instance().request(this);
+    TraceSchedule::instance().requestForNews(this);
+}
+
+void ChartTrace::requestForView()
+{
+    TraceSchedule::instance().requestForView(this);
 }
 
 void ChartTrace::pointCame(const QPointF &point)
@@ -139,14 +144,14 @@ void ChartTrace::pointCame(const QPointF &point)
     if (isDrawable(point)) {
         m_wholeListCame = false;
         m_drawnTo = point.x();
-        request();
+        requestForNews();
     }
 }
 
 void ChartTrace::wholeListCame()
 {
     m_wholeListCame = true;
-    request();
+    requestForNews();
 }
 
 void ChartTrace::catchUp()

@@ -71,7 +71,8 @@ private:
     void start();
     void followSeries();
     void followAxes(QLineSeries &series);
-    void request();
+    void requestForNews();
+    void requestForView();
     void pointCame(const QPointF &point);
     void wholeListCame();
 

@@ -2,7 +2,19 @@
 
 #include "chart_trace.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
 #include <utility>
+
+namespace {
+
+const auto runEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+} // namespace
 
 TraceSchedule &TraceSchedule::instance()
 {
@@ -10,32 +22,57 @@ TraceSchedule &TraceSchedule::instance()
     return schedule;
 }
 
-void TraceSchedule::request(ChartTrace *trace)
+void TraceSchedule::requestForNews(ChartTrace *trace)
 {
-    m_waiting.removeOne(trace);
-    m_waiting.append(trace);
-    if (!std::exchange(m_posted, true)) {
-        QMetaObject::invokeMethod(this, &TraceSchedule::run, Qt::QueuedConnection);
+    m_withNews.removeOne(trace);
+    m_withNews.append(trace);
+    post(Qt::NormalEventPriority);
+}
+
+void TraceSchedule::requestForView(ChartTrace *trace)
+{
+    if (!m_moved.contains(trace)) {
+        m_moved.append(trace);
     }
+    post(Qt::HighEventPriority);
+}
+
+void TraceSchedule::post(int priority)
+{
+    if (m_posted < priority) {
+        m_posted = priority;
+        QCoreApplication::postEvent(this, new QEvent(runEvent), priority);
+    }
+}
+
+bool TraceSchedule::event(QEvent *event)
+{
+    if (event->type() != runEvent) {
+        return QObject::event(event);
+    }
+    run();
+    return true;
 }
 
 void TraceSchedule::run()
 {
-    const Traces withNews = std::exchange(m_waiting, {});
+    m_posted = std::numeric_limits<int>::max(); // those that the news move draw at the end of this
+    const Traces withNews = std::exchange(m_withNews, {});
     for (const QPointer<ChartTrace> &trace : withNews) {
         if (trace) {
             trace->catchUp();
         }
     }
-    // Those that only follow the view have come to wait meanwhile.
-    for (const QPointer<ChartTrace> &trace : withNews) {
-        if (trace && !m_waiting.contains(trace)) {
-            m_waiting.append(trace);
+    Traces drawing = std::exchange(m_moved, {});
+    std::copy_if(withNews.begin(), withNews.end(), std::back_inserter(drawing),
+                 [&drawing](const QPointer<ChartTrace> &trace) { return !drawing.contains(trace); });
+    for (const QPointer<ChartTrace> &trace : std::as_const(drawing)) {
+        if (trace) {
+            trace->draw();
         }
     }
-    for (const QPointer<ChartTrace> &trace : std::as_const(m_waiting)) {
-        trace->draw();
+    m_posted = notPosted;
+    if (!m_withNews.isEmpty()) {
+        post(Qt::NormalEventPriority);
     }
-    m_waiting.clear();
-    m_posted = false;
 }

@@ -57,7 +57,7 @@ public:
 
     void look(double from, double to)
     {
-        m_view.rootObject()->property("time").value<QValueAxis *>()->setRange(from, to);
+        time().setRange(from, to);
         settle();
     }
 
@@ -71,6 +71,7 @@ public:
 
     ChartTrace &trace() { return *m_view.rootObject()->property("trace").value<ChartTrace *>(); }
     QLineSeries &series() { return *m_view.rootObject()->property("drawn").value<QLineSeries *>(); }
+    QValueAxis &time() { return *m_view.rootObject()->property("time").value<QValueAxis *>(); }
     Points shown() { return series().points(); }
 
     /// Share of the line's pixels that have no ink next to them on the other picture, be it the traced one or
@@ -421,6 +422,20 @@ TEST_F(Trace, TheLastPointOfAllLinesMovesTheViewLast)
     EXPECT_THAT(moves, ElementsAre(1.5, 2));
 }
 
+TEST_F(Trace, APointThatComesWhileTheViewMovesIsNotLost)
+{
+    QObject view;
+    QObject::connect(&screen.trace(), &ChartTrace::pointsDrawn, &view, [this](double x) {
+        if (x < 5) {
+            screen.line.addPoint({x + 1, 2});
+        }
+    });
+    screen.line.addPoint({1, 2});
+    Screen::settle();
+    EXPECT_EQ(screen.trace().lastX(), 5);
+    EXPECT_EQ(screen.shown().size(), 5);
+}
+
 TEST_F(Trace, SetsTheSeriesOncePerTurn)
 {
     screen.replace(record(ChartTrace::Measured, 100));
@@ -429,10 +444,24 @@ TEST_F(Trace, SetsTheSeriesOncePerTurn)
     for (int index = 100; index < 200; ++index) {
         screen.add({index * 0.5, 4});
     }
-    screen.look(10, 90);
+    Screen::settle();
     EXPECT_THAT(log.names(), ElementsAre("pointsReplaced"));
-    screen.look(10, 90);
-    EXPECT_EQ(log.names().size(), 1U) << "nothing has changed";
+    QObject page;
+    QObject::connect(&screen.trace(), &ChartTrace::pointsDrawn, &page, [this](double x) {
+        screen.time().setMin(x - 30);
+        screen.time().setMax(x);
+    });
+    screen.add({100, 4});
+    Screen::settle();
+    EXPECT_EQ(log.names().size(), 2U) << "the view moves first";
+    screen.time().setRange(10, 90);
+    screen.time().setRange(20, 90);
+    Screen::settle();
+    EXPECT_EQ(log.names().size(), 3U);
+    screen.time().setRange(20, 90);
+    screen.trace().redraw();
+    Screen::settle();
+    EXPECT_EQ(log.names().size(), 3U) << "nothing has changed";
 }
 
 TEST_F(Trace, TheSeriesStaysSmall)

@@ -22,6 +22,10 @@ class Entry(Protocol):  # pylint: disable=too-few-public-methods
         ...
 
 
+# What a test lets an entry function do besides.
+answers: dict[str, Entry] = {}
+
+
 def _fail(text: str) -> None:
     try:
         raise ValueError(text)
@@ -32,6 +36,8 @@ def _fail(text: str) -> None:
 def _entry(name: str) -> Entry:
     def entry(enum: object, value: object = None) -> None:
         print(f"CALL {name} {enum} {value}\n", end="")
+        if name in answers:
+            answers[name](enum, value)
         if RAISING:
             _fail(f"{name}({enum}, {value})")
 
