@@ -5,7 +5,6 @@ import QtQuick.Layouts
 
 import brovik.base
 import brovik.components
-import brovik.gui
 
 SettingsStepBox {
     id: root
@@ -20,22 +19,15 @@ SettingsStepBox {
     RowLayout {
         spacing: Common.spacing
 
-        component Action: Button {
-            // The same preference for both; both fill the row.
-            Layout.preferredWidth: 1
-            Layout.fillWidth: true
-            Layout.preferredHeight: Gui.controlHeight
-            font.bold: true
-            font.pointSize: Gui.fSizeM
-        }
-
-        Action {
+        BrovikButton {
+            Layout.preferredWidth: privat.equalWidth
             text: "Kalibrieren"
 
             onClicked: root.calibrate()
         }
 
-        Action {
+        BrovikButton {
+            Layout.preferredWidth: privat.equalWidth
             text: "Offset zurücksetzen"
 
             onClicked: root.reset()
@@ -45,5 +37,12 @@ SettingsStepBox {
     Label {
         Layout.alignment: Qt.AlignHCenter
         text: `Aktueller Offset: ${root.offset} ${root.unit}`
+    }
+
+    QtObject {
+        id: privat
+
+        // The same preference for both buttons; both fill the row.
+        readonly property int equalWidth: 1
     }
 }

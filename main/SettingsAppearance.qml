@@ -14,13 +14,6 @@ ColumnLayout {
 
     readonly property BaseTemplate window: ApplicationWindow.window as BaseTemplate
 
-    component Action: Button {
-        Layout.fillWidth: true
-        Layout.preferredHeight: Gui.controlHeight
-        font.bold: true
-        font.pointSize: Gui.fSizeM
-    }
-
     BrovikDelayButton {
         text: "App minimieren"
 
@@ -33,7 +26,7 @@ ColumnLayout {
         onMyActivated: root.window.close()
     }
 
-    Action {
+    BrovikButton {
         readonly property bool fullScreen: Window.visibility === Window.FullScreen
 
         text: `Fullscreen ${fullScreen ? "aus" : "an"}`
@@ -41,7 +34,7 @@ ColumnLayout {
         onClicked: fullScreen ? root.window.showNormal() : root.window.showFullScreen()
     }
 
-    Action {
+    BrovikButton {
         text: `Theme ändern zu: ${Common.isDarkTheme ? "hell" : "dunkel"}`
         icon.source: Common.isDarkTheme ? "img/sun.svg" : "img/moon.svg"
 

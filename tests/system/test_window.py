@@ -61,14 +61,12 @@ class GeometryTest(WindowCase):
         self.wait_for_size(self.start(), 720, 950)
 
     def test_restart(self) -> None:
-        """The window comes back where it was closed, and does not wander."""
+        """The window comes back where it was closed, though nobody opens its page, and does not wander."""
         program = self.start()
         window = program.window
         desktop.xdotool("windowsize", "--sync", window, 640, 800)
         desktop.xdotool("windowmove", "--sync", window, 120, 150)
         self.wait_for_size(program, 640, 800)
-        # As the page of the window shows it, the program knows of its size.
-        program.click("Settings", "page tab")
         kept = geometry(program)
         self.assertEqual(program.close(), 0)
         for _ in range(2):
