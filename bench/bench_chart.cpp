@@ -9,8 +9,10 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QQmlApplicationEngine>
+#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QStringList>
+#include <QValueAxis>
 
 #include <algorithm>
 #include <cmath>
@@ -26,6 +28,16 @@ constexpr qsizetype pointsOfADay = 172'800;
 constexpr qsizetype pointsOfALoad = 36'000;
 
 QQuickWindow *window = nullptr;
+
+/// A part of the page by its name.
+QObject &part(const char *name)
+{
+    auto *found = window->findChild<QObject *>(QString::fromLatin1(name));
+    if (found == nullptr) {
+        qFatal("the chart page has no %s", name);
+    }
+    return *found;
+}
 
 Chart &chart()
 {
@@ -136,7 +148,7 @@ void addPoint(benchmark::State &state, bool showAll)
 {
     qsizetype index = state.range(0);
     fill(index);
-    window->setProperty("autoScroll", !showAll);
+    part("swShowAll").setProperty("checked", showAll);
     double frames = 0;
     Samples samples(state);
     for ([[maybe_unused]] const auto _ : state) {
@@ -156,7 +168,8 @@ void addPoint(benchmark::State &state, bool showAll)
     }
     state.counters["frame_ms"] = frames / static_cast<double>(state.iterations());
     clearChart();
-    window->setProperty("autoScroll", true);
+    part("swShowAll").setProperty("checked", false);
+    part("swAutoScroll").setProperty("checked", true);
 }
 
 void addPointFollowing(benchmark::State &state)
@@ -173,6 +186,7 @@ void addPointShowingAll(benchmark::State &state)
 template <typename Move> void moveView(benchmark::State &state, const Move &move)
 {
     fill(100'000);
+    auto &time = *part("chartView").property("axisTime").value<QValueAxis *>();
     double from = 1000;
     double to = from + static_cast<double>(state.range(0));
     Samples samples(state);
@@ -180,8 +194,9 @@ template <typename Move> void moveView(benchmark::State &state, const Move &move
         move(from, to);
         QElapsedTimer timer;
         timer.start();
-        window->setProperty("timeMin", from);
-        window->setProperty("timeMax", to);
+        // One after the other, as QML sets them.
+        time.setMin(from);
+        time.setMax(to);
         awaitFrame();
         samples.take(timer);
     }
@@ -262,22 +277,26 @@ void loadsAndClears(benchmark::State &state)
     }
 }
 
-/// A day of recording, live.
+void recordADay()
+{
+    std::jthread backend([] {
+        for (qsizetype index = 0; index < pointsOfADay; ++index) {
+            chart().p()->addPoint(pointAt(index));
+            chart().lw()->addPoint(pointAt(index));
+        }
+    });
+    while (chart().lw()->data().size() < pointsOfADay) {
+        QCoreApplication::processEvents();
+    }
+}
+
+/// Memory of a day of recording, live.
 void dayOfRecording(benchmark::State &state)
 {
     for ([[maybe_unused]] const auto _ : state) {
         clearChart();
         const double before = residentMib();
-        std::thread backend([] {
-            for (qsizetype index = 0; index < pointsOfADay; ++index) {
-                chart().p()->addPoint(pointAt(index));
-                chart().lw()->addPoint(pointAt(index));
-            }
-        });
-        while (chart().lw()->data().size() < pointsOfADay) {
-            QCoreApplication::processEvents();
-        }
-        backend.join();
+        recordADay();
         handleAll();
         awaitFrame();
         state.counters["memory_mib"] = residentMib() - before;
@@ -301,8 +320,11 @@ BENCHMARK(dayOfRecording)->Name("chart_day")->Iterations(1)->Unit(benchmark::kMi
 
 int main(int argc, char **argv)
 {
-    Chart::instance();
+    chart();
     QApplication application(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Material"));
+    chart().setActuatorNames(QStringList(12, QStringLiteral("Ventil")));
+    chart().setStepNames(QStringList(13, QStringLiteral("Schritt")));
     benchmark::Initialize(&argc, argv);
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(":/"));
@@ -310,6 +332,9 @@ int main(int argc, char **argv)
     window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
     if (window == nullptr) {
         return 1;
+    }
+    for (const char *group : {"optsValves", "optsSteps"}) {
+        part(group).setProperty("showLine", true);
     }
     awaitFrame();
     benchmark::RunSpecifiedBenchmarks();

@@ -3,20 +3,45 @@
 import json
 import os
 import platform
+import re
 import sys
+from collections.abc import Iterator
 from datetime import date
 from pathlib import Path
+from typing import Any
 
 NS_PER = {"ns": 1.0, "us": 1e3, "ms": 1e6}
 
 
-def per_item_ns(folder: Path) -> dict[str, float]:
-    """Median nanoseconds per item of every benchmark."""
-    result = {}
+# What the chart's benchmarks count, in their order.
+CHART_COLUMNS = {
+    "median_ms": "median, ms",
+    "frame_ms": "then to the frame, ms",
+    "growth_mib": "growth, MiB",
+    "memory_mib": "memory, MiB",
+}
+
+Run = dict[str, Any]
+
+
+def median_runs(folder: Path) -> Iterator[Run]:
+    """The medians of every benchmark."""
     for file in sorted(folder.glob("bench_*.json")):
         for run in json.loads(file.read_text(encoding="utf-8"))["benchmarks"]:
-            if run.get("aggregate_name") != "median":
-                continue
+            if run.get("aggregate_name") == "median":
+                yield run
+
+
+def is_chart(run: Run) -> bool:
+    """Charts are counted by other measures than time per item."""
+    return str(run["run_name"]).startswith("chart_")
+
+
+def per_item_ns(runs: list[Run]) -> dict[str, float]:
+    """Median nanoseconds per item of every benchmark but those of the chart."""
+    result = {}
+    for run in runs:
+        if not is_chart(run):
             items = run.get("items_per_second")
             seconds = 1e9 / items if items else run["real_time"] * NS_PER[run["time_unit"]]
             result[run["run_name"]] = seconds
@@ -39,6 +64,16 @@ def print_benchmarks(times: dict[str, float]) -> None:
         print(f"| {name} | {nanoseconds:.1f} | {ratio} |")
 
 
+def print_charts(runs: list[Run]) -> None:
+    """One row for each benchmark of the chart."""
+    print(f"\n| Chart | {' | '.join(CHART_COLUMNS.values())} |")
+    print("|---" * (len(CHART_COLUMNS) + 1) + "|")
+    for run in filter(is_chart, runs):
+        name = re.sub(r"/(iterations:\d+|manual_time)", "", run["run_name"])
+        cells = (f"{run[column]:.2f}" if column in run else "" for column in CHART_COLUMNS)
+        print(f"| {name} | {' | '.join(cells)} |")
+
+
 def print_processes(processes: dict[str, dict[str, float]]) -> None:
     """One row for each program."""
     print("\n| Program | first frame, s | resident, MiB | idle, % of a core |")
@@ -54,7 +89,9 @@ def main() -> None:
     """Reads the folder of results that is named on the command line."""
     folder = Path(sys.argv[1])
     print(f"{date.today()}, {platform.machine()}, {os.cpu_count()} cores\n")
-    print_benchmarks(per_item_ns(folder))
+    runs = list(median_runs(folder))
+    print_benchmarks(per_item_ns(runs))
+    print_charts(runs)
     print_processes(json.loads((folder / "process").read_text(encoding="utf-8")))
 
 

@@ -61,11 +61,14 @@ void Chart::emitMetaDataListChanged()
 
 void Chart::sortAndEmitMetaDataListChanged()
 {
-    const SharedLocker lock(&m_mutex);
-    m_metaDataList.sort([](const ChartMetaData &left, const ChartMetaData &right) {
-        return QString::compare(left.name(), right.name(), Qt::CaseInsensitive) < 0;
-    });
-    Q_EMIT metaDataListChanged();
+    {
+        const SharedLocker lock(&m_mutex);
+        m_metaDataList.sort([](const ChartMetaData &left, const ChartMetaData &right) {
+            return QString::compare(left.name(), right.name(), Qt::CaseInsensitive) < 0;
+        });
+        Q_EMIT metaDataListChanged();
+    }
+    brakeNotifications(*this);
 }
 
 Chart::MetaDataList::Reference Chart::findMetaDataByName(const QString &name) const

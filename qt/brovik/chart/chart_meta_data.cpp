@@ -25,7 +25,9 @@ ChartMetaData &ChartMetaData::operator=(const ChartMetaData &other)
 
 bool operator==(const ChartMetaData &left, const ChartMetaData &right)
 {
-#define FIELD_IS_EQUAL(type, name, ...) &&left.name() == right.name()
-    return true CHART_META_DATA_PROPERTIES(FIELD_IS_EQUAL);
-#undef FIELD_IS_EQUAL
+    bool areEqual = true;
+#define COMPARE_FIELD(type, name, ...) areEqual = areEqual && left.name() == right.name();
+    CHART_META_DATA_PROPERTIES(COMPARE_FIELD)
+#undef COMPARE_FIELD
+    return areEqual;
 }

@@ -102,7 +102,7 @@ private:
 void pullCloser(QPointF &end, const QPointF &next, double nearest, double farthest)
 {
     const double x = std::clamp(end.x(), nearest, farthest);
-    if (x != end.x()) {
+    if (x != end.x() && next.x() != end.x()) {
         end = {x, end.y() + (next.y() - end.y()) * ((x - end.x()) / (next.x() - end.x()))};
     }
 }

@@ -153,6 +153,13 @@ TEST(TracePoints, AFarNeighbourIsPulledCloserAlongTheLine)
     EXPECT_THAT(early.seen(0, 2, 100), ElementsAre(QPointF(-2, 7), QPointF(1, 7)));
 }
 
+TEST(TracePoints, AFarNeighbourStaysWhereTheLineIsUpright)
+{
+    const TracePoints trace = measured({{-100, 1}, {-100, 5}, {10, 2}, {3, 3}});
+    EXPECT_THAT(trace.seen(0, 20, 100),
+                ElementsAre(QPointF(-100, 1), QPointF(-100, 5), QPointF(10, 2), QPointF(3, 3)));
+}
+
 TEST(TracePoints, ALineMayGoBack)
 {
     // It leaves the window, comes back, and has no order that a search could use.
