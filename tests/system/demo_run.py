@@ -6,46 +6,17 @@ import sys
 from pathlib import Path
 
 import panel
-from desktop import Desktop, screenshot
+from album import Album
+from desktop import Desktop
 from panel import Panel
 
 START = "Automatikbetrieb starten"
 ABORT = "Automatikbetrieb abbrechen"
-TO_LIGHT = "Helles Design"
-TO_DARK = "Dunkles Design"
 
 # The demo machine cleans a barrel in some ten minutes.
 _TIME_FACTOR = 20
 _RUN_DEADLINE_SECS = 300.0
 STOPS = (5, 30, 60, 90)
-
-
-class Album:
-    """Numbered pictures of the program's window in a folder, which starts empty."""
-
-    def __init__(self, program: Panel, folder: Path) -> None:
-        self._program = program
-        self._folder = folder
-        self._count = 0
-        folder.mkdir(parents=True, exist_ok=True)
-        for old in folder.glob("[0-9][0-9]-*.png"):
-            old.unlink()
-
-    def take(self, name: str) -> None:
-        """Takes the next picture."""
-        self._count += 1
-        path = self._folder / f"{self._count:02}-{name}.png"
-        screenshot(path, self._program.window)
-        print(path, flush=True)
-
-    def take_both_themes(self, name: str) -> None:
-        """Takes a picture in the dark theme, which is in force, and one in the light theme."""
-        self.take(f"{name}-dunkel")
-        self._program.click(TO_LIGHT)
-        self._program.wait_until_shown(TO_DARK)
-        self.take(f"{name}-hell")
-        self._program.click(TO_DARK)
-        self._program.wait_until_shown(TO_LIGHT)
 
 
 def progress(program: Panel) -> int:

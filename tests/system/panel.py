@@ -165,6 +165,13 @@ class Panel:
         ]
         return subprocess.run(command, capture_output=True, text=True, check=False).stdout.split()
 
+    def resize(self, width: int, height: int) -> None:
+        """Gives the main window this size, and waits until it has it."""
+        desktop.xdotool("windowsize", self.window, width, height)
+        wanted = {f"WIDTH={width}", f"HEIGHT={height}"}
+        geometry = ("getwindowgeometry", "--shell", self.window)
+        self.wait_for("the window's size", lambda: wanted <= set(desktop.xdotool(*geometry).split()))
+
     def close(self) -> int:
         """Closes the main window as the window manager does, and gives the exit code."""
         subprocess.run(["wmctrl", "-i", "-c", self.window], check=True)
