@@ -114,10 +114,10 @@ class Tour:
 
     def _power(self) -> None:
         self._program.click("Herunterfahren oder neu starten")
-        self._program.wait_until_shown("Neustart")
+        self._program.wait_until_shown("Neu starten")
         self._album.take("herunterfahren")
         desktop.xdotool("key", "Escape")
-        self._program.wait_until_gone("Neustart")
+        self._program.wait_until_gone("Neu starten")
 
     def _tab(self, title: str) -> None:
         self._program.click(title, "page tab")
