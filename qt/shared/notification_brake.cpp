@@ -1,46 +1,54 @@
 #include "notification_brake.h"
 
 #include <QCoreApplication>
-#include <QMutex>
 #include <QThread>
-#include <QWaitCondition>
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 
 namespace {
 
 constexpr int changesAhead = 5000;
-constexpr unsigned long longestWaitMs = 5;
+constexpr std::chrono::milliseconds longestWait(5);
 
 /// Counts the changes since the last moment at which the GUI thread had handled all that was posted. That
 /// moment is found by an event behind them.
 class Brake
 {
 public:
+    static Brake &instance()
+    {
+        static Brake brake;
+        return brake;
+    }
+
     void passed(QObject &guiObject)
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock lock(m_mutex);
         if (!m_markerPosted) {
             m_markerPosted = true;
             m_changes = 0;
             lock.unlock();
             QMetaObject::invokeMethod(
-                &guiObject, [this] { caughtUp(); }, Qt::QueuedConnection);
+                &guiObject, [] { instance().caughtUp(); }, Qt::QueuedConnection);
             return;
         }
         if (++m_changes > changesAhead) {
-            m_caughtUp.wait(&m_mutex, longestWaitMs);
+            m_caughtUp.wait_for(lock, longestWait);
         }
     }
 
 private:
     void caughtUp()
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_markerPosted = false;
-        m_caughtUp.wakeAll();
+        m_caughtUp.notify_all();
     }
 
-    QMutex m_mutex;
-    QWaitCondition m_caughtUp;
+    std::mutex m_mutex;
+    std::condition_variable m_caughtUp;
     bool m_markerPosted = false;
     int m_changes = 0;
 };
@@ -56,6 +64,5 @@ void brakeNotifications(QObject &changed)
         changed.thread() == QThread::currentThread()) {
         return;
     }
-    static Brake brake;
-    brake.passed(changed);
+    Brake::instance().passed(changed);
 }

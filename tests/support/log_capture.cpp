@@ -2,7 +2,7 @@
 
 #include <QMutexLocker>
 
-LogCapture *LogCapture::current = nullptr;
+std::atomic<LogCapture *> LogCapture::current = nullptr;
 
 LogCapture::LogCapture()
 {
@@ -18,8 +18,9 @@ LogCapture::~LogCapture()
 
 void LogCapture::collect(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
 {
-    const QMutexLocker lock(&current->m_mutex);
-    current->m_messages.push_back({type, text});
+    LogCapture &capture = *current;
+    const QMutexLocker lock(&capture.m_mutex);
+    capture.m_messages.push_back({type, text});
 }
 
 std::vector<LogCapture::Message> LogCapture::messages() const

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QtGlobal>
 
+#include <atomic>
 #include <vector>
 
 /// Collects all log messages of the process while it lives, from any thread. One at a time.
@@ -30,7 +31,7 @@ public:
 private:
     static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text);
 
-    static LogCapture *current;
+    static std::atomic<LogCapture *> current;
     mutable QMutex m_mutex;
     std::vector<Message> m_messages;
     QtMessageHandler m_previous;

@@ -1,6 +1,7 @@
 #include "backend_run.h"
 #include "declared.h"
 #include "log_capture.h"
+#include "signal_log.h"
 
 #include <pybind11/embed.h>
 
@@ -9,7 +10,6 @@
 #include <QCoreApplication>
 #include <QQmlComponent>
 #include <QRegularExpression>
-#include <QSignalSpy>
 
 #include <csignal>
 #include <thread>
@@ -108,11 +108,11 @@ constexpr Press presses[] = {
 };
 
 /// The types of the exceptions that were shown.
-QStringList typesOf(const QSignalSpy &exceptions)
+QStringList typesOf(const SignalLog &exceptions)
 {
     QStringList result;
-    for (const QVariantList &shown : exceptions) {
-        result.append(shown.constFirst().toMap().value(QStringLiteral("type")).toString());
+    for (const SignalLog::Emission &shown : exceptions.emissions()) {
+        result.append(shown.values[0].toMap().value(QStringLiteral("type")).toString());
     }
     return result;
 }
@@ -234,7 +234,7 @@ TEST_F(BridgeTest, ToPyBeforeTheInterpreterIsUpBlocksUntilTheStartHasEnded)
 
 TEST_F(BridgeTest, AfterAFailedStartEveryFamilyLogsItsLine)
 {
-    QSignalSpy exceptions(&gui, &Gui::exception);
+    const SignalLog exceptions(gui, {"exception"});
     BackendRun run("import_fails");
     run.waitForStart();
     const LogCapture log;
@@ -242,8 +242,8 @@ TEST_F(BridgeTest, AfterAFailedStartEveryFamilyLogsItsLine)
         act(press.module, press.statement);
     }
     EXPECT_THAT(log.texts(QtCriticalMsg), ElementsAreArray(expectedCriticals()));
-    ASSERT_EQ(exceptions.size(), 1);
-    const QVariantMap record = exceptions.constFirst().constFirst().toMap();
+    ASSERT_EQ(exceptions.emissions().size(), 1U);
+    const QVariantMap record = exceptions.emissions()[0].values[0].toMap();
     EXPECT_EQ(record.value(QStringLiteral("type")), QStringLiteral("RuntimeError"));
     EXPECT_TRUE(
         record.value(QStringLiteral("text")).toString().startsWith(QStringLiteral("kein Import\nZeile ")));
@@ -255,11 +255,11 @@ TEST_F(BridgeTest, AfterAFailedStartEveryFamilyLogsItsLine)
 
 TEST_F(BridgeTest, NoBackendShowsModuleNotFoundAndDisablesTheControls)
 {
-    QSignalSpy exceptions(&gui, &Gui::exception);
+    const SignalLog exceptions(gui, {"exception"});
     Bridge bridge({QStringLiteral(TEST_PYTHON)}, false, QStringLiteral("/nowhere"));
     Q_EMIT gui.toPy(Gui::Ready, QJSValue());
-    ASSERT_EQ(exceptions.size(), 1);
-    const QVariantMap record = exceptions.constFirst().constFirst().toMap();
+    ASSERT_EQ(exceptions.emissions().size(), 1U);
+    const QVariantMap record = exceptions.emissions()[0].values[0].toMap();
     EXPECT_EQ(record.value(QStringLiteral("type")), QStringLiteral("ModuleNotFoundError"));
     EXPECT_TRUE(record.value(QStringLiteral("text")).toString().contains(QStringLiteral("controller")));
     EXPECT_FALSE(gui.controlsEnabled());
@@ -267,7 +267,7 @@ TEST_F(BridgeTest, NoBackendShowsModuleNotFoundAndDisablesTheControls)
 
 TEST_F(BridgeTest, AMissingEntryFunctionIsReportedOnceAndItsFamilyLogs)
 {
-    QSignalSpy exceptions(&gui, &Gui::exception);
+    const SignalLog exceptions(gui, {"exception"});
     BackendRun run("incomplete");
     run.waitForStart();
     EXPECT_THAT(typesOf(exceptions), ElementsAre(QStringLiteral("AttributeError")));
@@ -283,7 +283,7 @@ TEST_F(BridgeTest, AMissingEntryFunctionIsReportedOnceAndItsFamilyLogs)
 
 TEST_F(BridgeTest, InitMissingIsAnAttributeErrorAndAFailedStart)
 {
-    QSignalSpy exceptions(&gui, &Gui::exception);
+    const SignalLog exceptions(gui, {"exception"});
     BackendRun run("init_missing");
     run.waitForStart();
     EXPECT_THAT(typesOf(exceptions), ElementsAre(QStringLiteral("AttributeError")));
@@ -292,7 +292,7 @@ TEST_F(BridgeTest, InitMissingIsAnAttributeErrorAndAFailedStart)
 
 TEST_F(BridgeTest, InitFailingLeavesEveryEntryFunctionUnfound)
 {
-    QSignalSpy exceptions(&gui, &Gui::exception);
+    const SignalLog exceptions(gui, {"exception"});
     BackendRun run("init_fails");
     run.waitForStart();
     EXPECT_THAT(typesOf(exceptions), ElementsAre(QStringLiteral("ValueError")));
@@ -334,21 +334,21 @@ TEST_F(BridgeTest, AnInterpreterThatCannotStartEndsTheProcess)
 
 TEST_F(BridgeTest, StubRunImportsTheBackendAndNothingElse)
 {
-    QSignalSpy controls(&gui, &Gui::controlsEnabledChanged);
+    const SignalLog controls(gui, {"controlsEnabledChanged"});
     BackendRun run("stub_run", true);
     ASSERT_TRUE(run.tellings.waitFor(QStringLiteral("stubs at import 1")));
     run.end();
     EXPECT_THAT(run.tellings.texts(), ElementsAre(QStringLiteral("stubs at import 1")));
-    EXPECT_THAT(controls, IsEmpty());
+    EXPECT_THAT(controls.emissions(), IsEmpty());
 }
 
 TEST_F(BridgeTest, StubRunOfABackendThatFailsIsAFailedStart)
 {
-    QSignalSpy exceptions(&gui, &Gui::exception);
+    const SignalLog exceptions(gui, {"exception"});
     gui.setControlsEnabled(true);
     BackendRun run("import_fails", true);
     run.waitForStart();
-    EXPECT_EQ(exceptions.size(), 1);
+    EXPECT_EQ(exceptions.emissions().size(), 1U);
     EXPECT_FALSE(gui.controlsEnabled());
 }
 
@@ -371,17 +371,18 @@ TEST_F(BridgeTest, ForeignInterpreterIsReportedAndLeftAlone)
 {
     pybind11::initialize_interpreter();
     PyThreadState *const state = PyEval_SaveThread();
-    QSignalSpy messages(&gui, &Gui::message);
+    const SignalLog messages(gui, {"message"});
     {
         BackendRun run("recording");
         run.waitForStart();
         EXPECT_THAT(run.tellings.texts(), IsEmpty());
     }
     PyEval_RestoreThread(state);
-    ASSERT_EQ(messages.size(), 1);
-    EXPECT_EQ(messages.constFirst(), QVariantList({QStringLiteral("Python Interpreter"),
-                                                   QStringLiteral("Interpreter wurde bereits initialisiert"),
-                                                   QStringLiteral("warning"), 0}));
+    ASSERT_EQ(messages.emissions().size(), 1U);
+    EXPECT_EQ(messages.emissions()[0].values,
+              QVariantList({QStringLiteral("Python Interpreter"),
+                            QStringLiteral("Interpreter wurde bereits initialisiert"),
+                            QStringLiteral("warning"), 0}));
     EXPECT_EQ(pybind11::eval("6 * 7").cast<int>(), 42);
     pybind11::finalize_interpreter();
 }
