@@ -2,12 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QDeadlineTimer>
 #include <QQmlComponent>
+
+#include <chrono>
 
 namespace {
 
-constexpr int patienceMs = 60'000;
+constexpr std::chrono::minutes patience(1);
 
 } // namespace
 
@@ -18,36 +19,30 @@ Tellings::Tellings()
 
 void Tellings::take(const QString &text)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_texts.append(text);
     if (!m_threads.contains(QThread::currentThread())) {
         m_threads.append(QThread::currentThread());
     }
-    m_changed.wakeAll();
+    m_changed.notify_all();
 }
 
 QStringList Tellings::texts() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_texts;
 }
 
 QList<QThread *> Tellings::threads() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_threads;
 }
 
 bool Tellings::waitFor(const QString &text)
 {
-    const QDeadlineTimer deadline(patienceMs);
-    const QMutexLocker lock(&m_mutex);
-    while (!m_texts.contains(text)) {
-        if (!m_changed.wait(&m_mutex, deadline)) {
-            return false;
-        }
-    }
-    return true;
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, patience, [&] { return m_texts.contains(text); });
 }
 
 BackendRun::BackendRun(const char *backend, bool makeStubs, const QStringList &arguments)

@@ -2,11 +2,11 @@
 
 #include "interpr_worker.h"
 
-#include <QMutex>
 #include <QQmlEngine>
-#include <QWaitCondition>
 
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 
 /// Collects what a test's backend tells, from any thread, with the thread that told it.
 class Tellings : public QObject
@@ -23,8 +23,8 @@ public:
 private:
     void take(const QString &text);
 
-    mutable QMutex m_mutex;
-    QWaitCondition m_changed;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
     QStringList m_texts;
     QList<QThread *> m_threads;
 };
