@@ -77,6 +77,7 @@ BENCHMARK(map)->Name("convert_map/script");
 
 } // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a benchmark without an interpreter may end like that
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);

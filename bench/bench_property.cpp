@@ -143,6 +143,7 @@ PYBIND11_EMBEDDED_MODULE(_bench, module)
         .def_property("progress", &Plain::progress, &Plain::setProgress);
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a benchmark without an interpreter may end like that
 int main(int argc, char **argv)
 {
     const QGuiApplication application(argc, argv);

@@ -103,13 +103,8 @@ QtObject {
             Chart.prevXMax = xMax;
         }
 
-        // An end that is set beyond the other one would push that one along.
         function show(xMin: real, xMax: real) {
-            if (xMin > root.axis.max) {
-                root.axis.max = xMax;
-            }
-            root.axis.min = xMin;
-            root.axis.max = xMax;
+            AxisRange.set(root.axis, xMin, xMax);
         }
     }
 }

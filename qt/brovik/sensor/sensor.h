@@ -40,6 +40,7 @@
 // clang-format on
 
 /// An input as a member of its owner.
+// NOLINTBEGIN(bugprone-macro-parentheses): a type cannot stand in parentheses
 #define SENSOR_INPUT(Input, input, name, text, num)                                                          \
 public:                                                                                                      \
     Q_PROPERTY(Input *name READ name CONSTANT)                                                               \
@@ -50,6 +51,7 @@ public:                                                                         
                                                                                                              \
 private:                                                                                                     \
     Input m_##name{SensorEnums::input, QStringLiteral(text), num};
+// NOLINTEND(bugprone-macro-parentheses)
 
 #define SENSOR_DIN(input, name, pyName, text, num) SENSOR_INPUT(DIn, input, name, text, num)
 #define SENSOR_AIN(input, name, pyName, text, num) SENSOR_INPUT(AIn, input, name, text, num)

@@ -99,6 +99,7 @@ PyWorker::PyWorker(Bridge *bridge)
     _pyWorker = this;
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): see the declaration
 PyWorker::~PyWorker()
 {
     if (_pyWorker == this) {
@@ -121,7 +122,7 @@ PyWorker::~PyWorker()
     py::finalize_interpreter();
 }
 
-void PyWorker::connectFamilies()
+void PyWorker::connectFamilies() const
 {
     // A QJSValue may be read only while the GUI thread stands still, so what carries one blocks.
     const Qt::ConnectionType blocking = Qt::BlockingQueuedConnection;

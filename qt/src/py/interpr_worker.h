@@ -38,6 +38,7 @@ class PyWorker : public QObject
 
 public:
     explicit PyWorker(Bridge *bridge);
+    // NOLINTNEXTLINE(bugprone-exception-escape): without an end of the interpreter the process cannot go on
     ~PyWorker() override;
 
     // Before the thread starts.
@@ -73,7 +74,7 @@ private:
     };
     static const std::vector<EntryFunction> entryFunctions;
 
-    void connectFamilies();
+    void connectFamilies() const;
     void startInterpreter();
     bool bringUpBackend();
     void extendSysPath();
@@ -111,9 +112,9 @@ class Bridge : public QObject, public BackendControl
     Q_PROPERTY(QString platform READ platform CONSTANT)
 
 public:
-    /// `pyArgs` is Python's argument vector, the interpreter's path first. In stub mode the backend is only
-    /// imported. `backendDir` holds the package `controller`.
-    Bridge(QStringList pyArgs, bool makeStubs, const QString &backendDir);
+    /// `pythonArgs` is Python's argument vector, the interpreter's path first. With `stubs` the backend is
+    /// only imported. `backendDir` holds the package `controller`.
+    Bridge(QStringList pythonArgs, bool stubs, const QString &backendDir);
     ~Bridge() override;
 
     /// False if the interpreter is already running.

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+#include <QValueAxis>
+#include <QtQml/qqmlregistration.h>
+
+#include <cmath>
+
+/// Both ends of an axis at once. QML can set them one by one only, and the chart would be laid out for each.
+/// GUI thread.
+class AxisRange : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    using QObject::QObject;
+
+    /// Does nothing if the ends are the wrong way round, or no numbers.
+    Q_INVOKABLE void set(QValueAxis *axis, double min, double max) const
+    {
+        if (axis != nullptr && std::isfinite(min) && std::isfinite(max)) {
+            axis->setRange(min, max);
+        }
+    }
+};
