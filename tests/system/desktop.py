@@ -106,6 +106,11 @@ def screenshot(path: Path, window: str = "root") -> None:
     subprocess.run(["import", "-window", window, str(path)], check=True)
 
 
+def pixels(window: str) -> bytes:
+    """What the window with that id shows."""
+    return subprocess.run(["import", "-window", window, "rgb:-"], check=True, capture_output=True).stdout
+
+
 def click(x: int, y: int) -> None:
     """Presses and releases the left button there."""
     xdotool("mousemove", x, y, "click", 1)

@@ -172,6 +172,16 @@ class Panel:
         geometry = ("getwindowgeometry", "--shell", self.window)
         self.wait_for("the window's size", lambda: wanted <= set(desktop.xdotool(*geometry).split()))
 
+    def wait_until_still(self) -> None:
+        """Waits until two pictures in a row are the same: a popup on its way out takes clicks along."""
+        seen = [b""]
+
+        def still() -> bool:
+            seen.append(desktop.pixels(self.window))
+            return seen[-1] == seen[-2]
+
+        self.wait_for("the end of an animation", still)
+
     def close(self) -> int:
         """Closes the main window as the window manager does, and gives the exit code."""
         subprocess.run(["wmctrl", "-i", "-c", self.window], check=True)

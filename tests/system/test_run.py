@@ -6,7 +6,8 @@ from pathlib import Path
 
 import demo_run
 import panel
-from demo_run import ABORT, START, TO_DARK, Album, progress
+from album import TO_DARK, TO_LIGHT, Album
+from demo_run import ABORT, START, progress
 from panel import Panel
 
 INTENSIVE = "Intensivreinigung durchführen"
@@ -56,9 +57,9 @@ class RunTest(unittest.TestCase):
     def test_theme_is_switched(self) -> None:
         """The button beside the tabs switches the theme there and back."""
         with panel.remote() as program:
-            program.click(demo_run.TO_LIGHT)
+            program.click(TO_LIGHT)
             program.click(TO_DARK)
-            program.wait_until_shown(demo_run.TO_LIGHT)
+            program.wait_until_shown(TO_LIGHT)
 
     def test_whole_cleaning(self) -> None:
         """The run that the demo script shows reaches 100 %, with a picture in each theme at each stop."""

@@ -19,16 +19,14 @@ from panel import Panel
 _TIME_FACTOR = 20
 _SIZES = ((800, 1200), (720, 950))
 _SELECTION = "Seite der Einstellungen"
-#: Pages in the order of the selection box, each with a text that only it shows. None: not taken.
-_SETTINGS = (
-    ("reinigungsprozess", "Allgemeine Einstellungen, die alle Schritte betreffen:"),
-    ("leitwertpruefung", "Leitwertprüfung Allgemein"),
-    ("sonstige-einstellungen", "Verschiedene Prüfungen"),
-    None,
-    None,
-    ("erscheinungsbild", "App minimieren"),
-    ("handbetrieb", "Heizungs-Handbetrieb"),
-)
+#: Entries of the selection box, with the name of their picture.
+_SETTINGS = {
+    "Reinigungsprozess": "reinigungsprozess",
+    "Leitwertprüfung": "leitwertpruefung",
+    "Sonstige Einstellungen": "sonstige-einstellungen",
+    "Erscheinungsbild": "erscheinungsbild",
+    "Handbetrieb": "handbetrieb",
+}
 #: What the log may tell beside the ordinary, because the tour provokes it or this machine is not the real one.
 _EXPECTED = ("XDG_RUNTIME_DIR",)
 
@@ -103,14 +101,11 @@ class Tour:
 
     def _settings(self) -> None:
         self._tab("Settings")
-        for index, page in enumerate(_SETTINGS):
-            if page is not None:
-                name, landmark = page
-                # The entries of the box are not on the accessibility bus.
-                self._program.click(_SELECTION)
-                desktop.xdotool("key", "Home", *["Down"] * index, "Return")
-                self._program.wait_until_shown(landmark)
-                self._album.take(f"settings-{name}")
+        for title, name in _SETTINGS.items():
+            self._program.click(_SELECTION)
+            self._program.click(title, "menu item")
+            self._program.wait_until_gone(title, "menu item")
+            self._album.take(f"settings-{name}")
 
     def _power(self) -> None:
         self._program.click("Herunterfahren oder neu starten")
@@ -118,6 +113,7 @@ class Tour:
         self._album.take("herunterfahren")
         desktop.xdotool("key", "Escape")
         self._program.wait_until_gone("Neu starten")
+        self._program.wait_until_still()
 
     def _tab(self, title: str) -> None:
         self._program.click(title, "page tab")
