@@ -119,7 +119,7 @@ class RaisingBackendTest(unittest.TestCase):
     """Every entry function fails, and says so, even when it is told of the dialog that shows the failure."""
 
     def test_every_failure_is_shown(self) -> None:
-        """An action that fails is one dialog, a report of a dialog that fails a log line; neither is endless."""
+        """An action that fails is one dialog, a report that fails a log line; neither is endless."""
         with panel.remote(KUBELOR_TEST_RAISING="1") as program:
             self._dismiss(program, "gui_value_from_cpp(GuiEnum.Ready, None)", 1)
             program.press_and_hold("Automatikbetrieb starten")
