@@ -58,17 +58,25 @@ def print_benchmarks(times: dict[str, float]) -> None:
     """One row for each benchmark."""
     print("| Benchmark | per item, ns | ratio to bare |")
     print("|---|---|---|")
-    for name, nanoseconds in times.items():
+    for name, nanoseconds in sorted(times.items()):
         bare = times.get(bare_name(name))
         ratio = f"{nanoseconds / bare:.2f}" if bare and bare_name(name) != name else ""
         print(f"| {name} | {nanoseconds:.1f} | {ratio} |")
+
+
+def print_delays(runs: list[Run]) -> None:
+    """One line for each benchmark that measures how long a screen takes to see the last write."""
+    for run in runs:
+        if "delay_us" in run:
+            writes = run["items_per_second"]
+            print(f"\n{run['run_name']}: {writes:.0f} writes per second, seen {run['delay_us']:.0f} µs later")
 
 
 def print_charts(runs: list[Run]) -> None:
     """One row for each benchmark of the chart."""
     print(f"\n| Chart | {' | '.join(CHART_COLUMNS.values())} |")
     print("|---" * (len(CHART_COLUMNS) + 1) + "|")
-    for run in filter(is_chart, runs):
+    for run in sorted(filter(is_chart, runs), key=lambda run: str(run["run_name"])):
         name = re.sub(r"/(iterations:\d+|manual_time)", "", run["run_name"])
         cells = (f"{run[column]:.2f}" if column in run else "" for column in CHART_COLUMNS)
         print(f"| {name} | {' | '.join(cells)} |")
@@ -91,6 +99,7 @@ def main() -> None:
     print(f"{date.today()}, {platform.machine()}, {os.cpu_count()} cores\n")
     runs = list(median_runs(folder))
     print_benchmarks(per_item_ns(runs))
+    print_delays(runs)
     print_charts(runs)
     print_processes(json.loads((folder / "process").read_text(encoding="utf-8")))
 
