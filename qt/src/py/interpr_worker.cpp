@@ -99,7 +99,7 @@ PyWorker::PyWorker(Bridge *bridge)
     _pyWorker = this;
 }
 
-// NOLINTNEXTLINE(bugprone-exception-escape): see the declaration
+// NOLINTNEXTLINE(bugprone-exception-escape): without an end of the interpreter the process cannot go on
 PyWorker::~PyWorker()
 {
     if (_pyWorker == this) {
