@@ -10,6 +10,7 @@ import brovik.base
 import brovik.chart
 import brovik.gui
 import brovik.sensor
+import brovik.shell
 import brovik.simulator
 import main
 
@@ -210,6 +211,11 @@ BaseTemplate {
             settings.changeIndex(index);
         }
 
+        function showUpdates(index: int) {
+            tabs.currentIndex = Common.settingsOverviewIndex;
+            settings.showUpdatePage(index);
+        }
+
         function followPage() {
             switch (Gui.page) {
             case Gui.PageAuto:
@@ -226,9 +232,10 @@ BaseTemplate {
                 privat.showSettings(Common.handOpIndex);
                 break;
             case Gui.PageUpdatesOverview:
+                privat.showUpdates(ShellData.updatesOverviewIndex);
+                break;
             case Gui.PageUpdatesShell:
-                tabs.currentIndex = Common.settingsOverviewIndex;
-                settings.showUpdatePage();
+                privat.showUpdates(ShellData.updatesTabConsoleOutputIndex);
                 break;
             }
         }

@@ -6,6 +6,7 @@ import QtQuick.Layouts
 import brovik.base
 import brovik.components
 import brovik.gui
+import brovik.shell
 import main
 
 ColumnLayout {
@@ -19,9 +20,10 @@ ColumnLayout {
         selection.currentIndex = index;
     }
 
-    // Shows the update pages, and this tab of theirs.
+    // Shows the update pages, and this tab of theirs: the overview, if there is none with that index.
     function showUpdatePage(index = 0) {
-        root.changeIndex(updates.StackLayout.index);
+        root.changeIndex(ShellData.updatesOverviewIndex);
+        updates.currentIndex = index >= 0 && index < updates.tabCount ? index : ShellData.updatesTabOverviewIndex;
     }
 
     ComboBox {
@@ -57,8 +59,7 @@ ColumnLayout {
         // The place of the network page.
         Item {}
 
-        // The place of the update pages.
-        Item {
+        UpdatesOverview {
             id: updates
         }
 
