@@ -16,7 +16,7 @@ SwipeView {
     property alias model: packages.model
     property alias delegate: packages.delegate
     // Of the column with the buttons: its header takes two lines, or a small window could not show all columns.
-    readonly property int buttonWidth: Math.ceil(metrics.advanceWidth("Changelog"))
+    readonly property int buttonWidth: Math.ceil(buttonText.advanceWidth)
     readonly property alias packages: packages
     readonly property alias table: packages.tableView
 
@@ -38,7 +38,7 @@ SwipeView {
 
     clip: true
     interactive: false
-    font.pointSize: Gui.fSizeXs
+    font.pointSize: Gui.fSizeXs * privat.fontScale
 
     MyTable {
         id: packages
@@ -48,10 +48,18 @@ SwipeView {
         backBtn.onClicked: root.currentIndex = 0
     }
 
-    FontMetrics {
-        id: metrics
+    TextMetrics {
+        id: buttonText
 
+        text: "Changelog"
         font.pointSize: root.font.pointSize
         font.bold: true
+    }
+
+    QtObject {
+        id: privat
+
+        // All columns fit into a small window.
+        readonly property real fontScale: 0.95
     }
 }
