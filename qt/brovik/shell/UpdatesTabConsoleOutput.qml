@@ -37,6 +37,8 @@ ColumnLayout {
             persistentSelection: true
             selectByMouse: false
             wrapMode: TextEdit.Wrap
+
+            onSelectedTextChanged: writer.redraw()
         }
 
         ScrollBar.vertical: ScrollBar {}
@@ -108,7 +110,7 @@ ColumnLayout {
     ConsoleWriter {
         id: writer
 
-        document: edit.textDocument
+        output: edit
     }
 
     UpdatesTabReporter {

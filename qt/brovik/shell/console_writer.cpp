@@ -2,13 +2,21 @@
 
 #include "shell.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QElapsedTimer>
+#include <QQuickTextDocument>
+#include <QTextBlock>
 #include <QTextCursor>
-#include <QTextDocument>
 
 namespace {
 
 constexpr qint64 stepMs = 10;
+
+QTextDocument *documentOf(const QQuickItem *textEdit)
+{
+    const auto *document = textEdit ? textEdit->property("textDocument").value<QQuickTextDocument *>() : nullptr;
+    return document ? document->textDocument() : nullptr;
+}
 
 void appendParagraph(QTextCursor &cursor, const QString &html)
 {
@@ -30,24 +38,38 @@ ConsoleWriter::ConsoleWriter(QObject *parent)
     });
 }
 
-void ConsoleWriter::setDocument(QQuickTextDocument *document)
+void ConsoleWriter::setOutput(QQuickItem *output)
 {
-    if (document == m_document) {
+    if (output == m_output) {
         return;
     }
-    m_document = document;
+    m_output = output;
+    m_document = documentOf(output);
     if (m_document) {
         // Nobody edits it, and the history would take more memory than the text.
-        m_document->textDocument()->setUndoRedoEnabled(false);
+        m_document->setUndoRedoEnabled(false);
+        // Of a long text, only what is in sight is drawn. The TextEdit asks for that only if it is given one at once.
+        m_output->setFlag(QQuickItem::ItemObservesViewport);
     }
-    Q_EMIT documentChanged();
+    Q_EMIT outputChanged();
 }
 
 void ConsoleWriter::clear()
 {
     m_waiting.clear();
     if (m_document) {
-        m_document->textDocument()->clear();
+        m_document->clear();
+    }
+}
+
+void ConsoleWriter::redraw()
+{
+    QAbstractTextDocumentLayout &layout = *m_document->documentLayout();
+    const auto blockAt = [&](qreal y) { return m_document->findBlock(layout.hitTest({0, y}, Qt::FuzzyHit)); };
+    const QRectF inSight = m_output->clipRect();
+    const QTextBlock end = blockAt(inSight.bottom()).next();
+    for (QTextBlock block = blockAt(inSight.top()); block.isValid() && block != end; block = block.next()) {
+        Q_EMIT layout.updateBlock(block);
     }
 }
 
@@ -70,7 +92,7 @@ void ConsoleWriter::writeSome()
 {
     QElapsedTimer timer;
     timer.start();
-    QTextCursor cursor(m_document->textDocument());
+    QTextCursor cursor(m_document);
     cursor.beginEditBlock();
     while (!m_waiting.empty() && timer.elapsed() < stepMs) {
         appendParagraph(cursor, m_waiting.front());

@@ -3,13 +3,15 @@
 #include <QBasicTimer>
 #include <QObject>
 #include <QPointer>
-#include <QQuickTextDocument>
+#include <QTextDocument>
+#include <QQuickItem>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 #include <deque>
 
-/// Writes the console output of the Shell into the document of a TextEdit: each piece as rich text and a paragraph of
+
+/// Writes the console output of the Shell into a TextEdit: each piece as rich text and a paragraph of
 /// its own, as TextEdit.append() does, that of stderr in red.
 ///
 /// A burst is written in few steps, each of which the document lays out once, and between which the window answers.
@@ -18,20 +20,24 @@ class ConsoleWriter : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QQuickTextDocument *document READ document WRITE setDocument NOTIFY documentChanged REQUIRED)
+    Q_PROPERTY(QQuickItem *output READ output WRITE setOutput NOTIFY outputChanged REQUIRED)
 
 public:
     explicit ConsoleWriter(QObject *parent = nullptr);
 
-    /// The textDocument of the TextEdit.
-    QQuickTextDocument *document() const { return m_document; }
-    void setDocument(QQuickTextDocument *document);
+    /// The TextEdit.
+    QQuickItem *output() const { return m_output; }
+    void setOutput(QQuickItem *output);
 
-    /// Empties the document, and drops what still waits to be written.
+    /// Empties the output, and drops what still waits to be written.
     Q_INVOKABLE void clear();
 
+    /// Draws anew all that is in sight. For a change of the selection: of that, the TextEdit draws the lines that it
+    /// concerns, and once more over themselves those above.
+    Q_INVOKABLE void redraw();
+
 Q_SIGNALS:
-    void documentChanged();
+    void outputChanged();
 
 protected:
     void timerEvent(QTimerEvent *event) override;
@@ -40,7 +46,8 @@ private:
     void append(const QString &html);
     void writeSome();
 
-    QPointer<QQuickTextDocument> m_document;
+    QPointer<QQuickItem> m_output;
+    QPointer<QTextDocument> m_document;
     std::deque<QString> m_waiting;
     QBasicTimer m_nextStep;
 };
