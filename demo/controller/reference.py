@@ -1,4 +1,4 @@
-"""Writes the reference of the host's module `brovik`: what a backend finds there, with values of the start."""
+"""Writes the reference of the host's module `brovik`: what a backend finds there, with values at the start."""
 
 import inspect
 from collections.abc import Iterator
