@@ -1,4 +1,4 @@
-"""Writes the reference of the host's module `brovik`: what a backend finds there, with values at the start."""
+"""Writes the reference of the host's module `brovik`: what a backend finds there, and its values at start."""
 
 import inspect
 from collections.abc import Iterator
