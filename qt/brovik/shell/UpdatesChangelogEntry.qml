@@ -13,7 +13,7 @@ Rectangle {
     id: root
 
     required property int index
-    required property var modelData
+    required property ChangelogEntry modelData
 
     height: column.implicitHeight + privat.margin
     color: root.index % 2 === 1 ? Common.bg2 : "transparent"

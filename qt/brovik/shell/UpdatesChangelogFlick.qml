@@ -28,7 +28,7 @@ ColumnLayout {
         clip: true
         interactive: contentHeight > height
         // Read once: each look at an element makes a new object.
-        model: Array.from(Shell.changelogs ?? [])
+        model: Array.from(Shell.changelogs)
         delegate: UpdatesChangelogEntry {
             width: ListView.view.width
         }
