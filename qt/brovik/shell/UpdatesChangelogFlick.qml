@@ -27,8 +27,8 @@ ColumnLayout {
         Layout.fillHeight: true
         clip: true
         interactive: contentHeight > height
-        // Read once: each look at an element makes a new object.
-        model: Array.from(Shell.changelogs)
+        // Read once, since each look at an element makes a new object. An element is null if it goes meanwhile.
+        model: Array.from(Shell.changelogs).filter(entry => entry !== null)
         delegate: UpdatesChangelogEntry {
             width: ListView.view.width
         }
