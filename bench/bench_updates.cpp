@@ -1,5 +1,5 @@
-// The update pages on a real window: how long a burst of output keeps the window from answering, and how fast long
-// tables open. Needs a display.
+// The update pages on a real window: how long a burst of output keeps the window from answering, and how fast
+// long tables open. Needs a display.
 
 #include "screen.h"
 #include "shell.h"
@@ -77,7 +77,8 @@ QTextDocument &output()
 void print(int lines)
 {
     Shell &shell = Shell::instance();
-    const QString text = QStringLiteral("Hole:%1 http://archiv.example/debian bookworm/main arm64 paket-%1 [%1 kB]");
+    const QString text =
+        QStringLiteral("Hole:%1 http://archiv.example/debian bookworm/main arm64 paket-%1 [%1 kB]");
     for (int line = 0; line < lines; ++line) {
         const QString filled = text.arg(line);
         line % 10 == 0 ? shell.appendStderr(filled) : shell.appendStdout(filled);
@@ -116,7 +117,8 @@ QList<QVariantMap> packages(int count)
         records.append({{QStringLiteral("name"), name},
                         {QStringLiteral("version"), QStringLiteral("1.%1.0-1").arg(index)},
                         {QStringLiteral("arch"), QStringLiteral("arm64")},
-                        {QStringLiteral("description"), QStringLiteral("Teil der Bedienung, wie er auf jeder Maschine ist")},
+                        {QStringLiteral("description"),
+                         QStringLiteral("Teil der Bedienung, wie er auf jeder Maschine ist")},
                         {QStringLiteral("name2"), name}});
     }
     return records;

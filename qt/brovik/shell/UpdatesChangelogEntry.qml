@@ -73,7 +73,7 @@ Rectangle {
 
         // An invalid colour would be black, in the dark theme too.
         function coloured(text: string): string {
-            const color = root.modelData.color;
+            const {color} = root.modelData;
             return color.valid ? `<font color="${color}">${text}</font>` : text;
         }
     }

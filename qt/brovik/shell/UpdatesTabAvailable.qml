@@ -1,4 +1,6 @@
 // The packages with an update.
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import Qt.labs.qmlmodels
@@ -17,7 +19,7 @@ UpdatesTabTable {
     model: TableModel {
         id: records
 
-        rows: Shell.upgradables.map(record => ({
+        rows: Array.from(Shell.upgradables, record => ({
                     name: root.asText(record.name),
                     versionNew: root.asText(record.versionNew),
                     versionOld: root.asText(record.versionOld),

@@ -1,4 +1,6 @@
 // The installed packages.
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import Qt.labs.qmlmodels
@@ -17,7 +19,7 @@ UpdatesTabTable {
     model: TableModel {
         id: records
 
-        rows: Shell.installed.map(record => ({
+        rows: Array.from(Shell.installed, record => ({
                     name: root.asText(record.name),
                     version: root.asText(record.version),
                     arch: root.asText(record.arch),

@@ -14,8 +14,9 @@ constexpr qint64 stepMs = 10;
 
 QTextDocument *documentOf(const QQuickItem *textEdit)
 {
-    const auto *document = textEdit ? textEdit->property("textDocument").value<QQuickTextDocument *>() : nullptr;
-    return document ? document->textDocument() : nullptr;
+    const auto *document =
+        textEdit != nullptr ? textEdit->property("textDocument").value<QQuickTextDocument *>() : nullptr;
+    return document != nullptr ? document->textDocument() : nullptr;
 }
 
 void appendParagraph(QTextCursor &cursor, const QString &html)
@@ -38,17 +39,18 @@ ConsoleWriter::ConsoleWriter(QObject *parent)
     });
 }
 
-void ConsoleWriter::setOutput(QQuickItem *output)
+void ConsoleWriter::setOutput(QObject *output)
 {
     if (output == m_output) {
         return;
     }
-    m_output = output;
-    m_document = documentOf(output);
+    m_output = qobject_cast<QQuickItem *>(output);
+    m_document = documentOf(m_output);
     if (m_document) {
         // Nobody edits it, and the history would take more memory than the text.
         m_document->setUndoRedoEnabled(false);
-        // Of a long text, only what is in sight is drawn. The TextEdit asks for that only if it is given one at once.
+        // Of a long text, only what is in sight is drawn. The TextEdit asks for that only if it is given one
+        // at once.
         m_output->setFlag(QQuickItem::ItemObservesViewport);
     }
     Q_EMIT outputChanged();
@@ -64,6 +66,9 @@ void ConsoleWriter::clear()
 
 void ConsoleWriter::redraw()
 {
+    if (!m_document) {
+        return;
+    }
     QAbstractTextDocumentLayout &layout = *m_document->documentLayout();
     const auto blockAt = [&](qreal y) { return m_document->findBlock(layout.hitTest({0, y}, Qt::FuzzyHit)); };
     const QRectF inSight = m_output->clipRect();
@@ -82,6 +87,9 @@ void ConsoleWriter::timerEvent(QTimerEvent *event)
 
 void ConsoleWriter::append(const QString &html)
 {
+    if (!m_document) {
+        return;
+    }
     m_waiting.push_back(html);
     if (!m_nextStep.isActive()) {
         m_nextStep.start(0, this);

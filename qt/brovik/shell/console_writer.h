@@ -3,37 +3,36 @@
 #include <QBasicTimer>
 #include <QObject>
 #include <QPointer>
-#include <QTextDocument>
 #include <QQuickItem>
 #include <QString>
+#include <QTextDocument>
 #include <QtQml/qqmlregistration.h>
 
 #include <deque>
 
-
 /// Writes the console output of the Shell into a TextEdit: each piece as rich text and a paragraph of
 /// its own, as TextEdit.append() does, that of stderr in red.
 ///
-/// A burst is written in few steps, each of which the document lays out once, and between which the window answers.
-/// Lives on the GUI thread.
+/// A burst is written in few steps, each of which the document lays out once, and between which the window
+/// answers. Lives on the GUI thread.
 class ConsoleWriter : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QQuickItem *output READ output WRITE setOutput NOTIFY outputChanged REQUIRED)
+    Q_PROPERTY(QObject *output READ output WRITE setOutput NOTIFY outputChanged REQUIRED)
 
 public:
     explicit ConsoleWriter(QObject *parent = nullptr);
 
     /// The TextEdit.
-    QQuickItem *output() const { return m_output; }
-    void setOutput(QQuickItem *output);
+    QObject *output() const { return m_output; }
+    void setOutput(QObject *output);
 
     /// Empties the output, and drops what still waits to be written.
     Q_INVOKABLE void clear();
 
-    /// Draws anew all that is in sight. For a change of the selection: of that, the TextEdit draws the lines that it
-    /// concerns, and once more over themselves those above.
+    /// Draws anew all that is in sight. For a change of the selection: of that, the TextEdit draws the lines
+    /// that it concerns, and once more over themselves those above.
     Q_INVOKABLE void redraw();
 
 Q_SIGNALS:
