@@ -164,6 +164,37 @@ shell.Shell.changelogs = vector`);
                 }
                 tryVerify(() => heading(299)?.text.includes("- 299 -"));
             }
+
+            // Publishes the list anew and looks at all of it.
+            function reload(round) {
+                // A list of the same length would count as the same.
+                publish(Array.from({length: 300 + round % 2}, (_, i) => entry(`${round}.${i}`, ["eins", "zwei"])));
+                tryVerify(() => heading(0)?.text.includes(`- ${round}.0 -`));
+                for (let i = 0; i < 300; i += 10) {
+                    list.positionViewAtIndex(i, ListView.Beginning);
+                }
+                list.positionViewAtBeginning();
+            }
+
+            // Once what was let go of is gone.
+            function countObjects() {
+                gc();
+                wait(0);
+                waitForRendering(page, 100);
+                return Objects.count();
+            }
+
+            function test_reloads_leave_nothing_behind() {
+                for (let round = 0; round < 5; ++round) {
+                    reload(round);
+                }
+                const before = countObjects();
+                for (let round = 5; round < 55; ++round) {
+                    reload(round);
+                }
+                const growth = countObjects() - before;
+                verify(growth < 50, `${growth} objects`);
+            }
         }
     }
 }
