@@ -29,6 +29,8 @@ ColumnLayout {
             objectName: "output"
 
             Accessible.name: "Ausgabekonsole"
+            Accessible.role: Accessible.EditableText
+            Accessible.readOnly: true
             width: flick.width
             color: Common.isDarkTheme ? "white" : "black"
             font.pointSize: Gui.fSizeS

@@ -45,6 +45,8 @@ SwipeView {
     }
 
     UpdatesChangelogFlick {
+        // Aside, it would stand in the place of another tab.
+        visible: (root.contentItem as ListView).contentX > 0
         backBtn.onClicked: root.currentIndex = 0
     }
 
