@@ -1,4 +1,4 @@
-// Reports a tab to the UpdatesTabs that it stands in, whenever it turns current there.
+// Reports a tab to the UpdatesTabs that it stands in, whenever it turns current there; hides it while it is aside.
 import QtQuick
 import QtQuick.Controls
 
@@ -11,6 +11,9 @@ QtObject {
     // One of Gui's page values.
     required property int pageEnum
     readonly property bool isCurrent: root.tab.SwipeView.isCurrentItem
+    readonly property UpdatesPageSight sight: UpdatesPageSight {
+        page: root.tab
+    }
 
     onIsCurrentChanged: {
         if (root.isCurrent) {

@@ -45,9 +45,13 @@ SwipeView {
     }
 
     UpdatesChangelogFlick {
-        // Aside, it would stand in the place of another tab.
-        visible: (root.contentItem as ListView).contentX > 0
+        id: changelog
+
         backBtn.onClicked: root.currentIndex = 0
+    }
+
+    UpdatesPageSight {
+        page: changelog
     }
 
     TextMetrics {
