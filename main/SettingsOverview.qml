@@ -61,6 +61,8 @@ ColumnLayout {
 
         UpdatesOverview {
             id: updates
+
+            objectName: "updates"
         }
 
         SettingsAppearance {}

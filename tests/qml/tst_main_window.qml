@@ -124,8 +124,8 @@ Item {
 
         // Where the backend's page leads to, from each of the tabs.
         function test_following_the_page_data() {
-            const leads = [["PageAuto", 0], ["PageChart", 1], ["PageSettingsAuto", 2, 0], ["PageHandOp", 2, 6], ["PageUpdatesOverview", 2, 4], ["PageUpdatesShell", 2, 4]];
-            return leads.map(([name, tab, settings]) => ({tag: name, page: Gui[name], tab: tab, settings: settings}));
+            const leads = [["PageAuto", 0], ["PageChart", 1], ["PageSettingsAuto", 2, 0], ["PageHandOp", 2, 6], ["PageUpdatesOverview", 2, 4, 0], ["PageUpdatesShell", 2, 4, 3]];
+            return leads.map(([name, tab, settings, updates]) => ({tag: name, page: Gui[name], tab: tab, settings: settings, updates: updates}));
         }
 
         function test_following_the_page(data) {
@@ -137,6 +137,9 @@ Item {
                 compare(tabs.currentIndex, data.tab);
                 if (data.settings !== undefined) {
                     compare(part("settingsPages").currentIndex, data.settings);
+                }
+                if (data.updates !== undefined) {
+                    compare(part("updates").currentIndex, data.updates);
                 }
             }
         }

@@ -6,6 +6,7 @@ import Qt.labs.settings
 
 import brovik.base
 import brovik.gui
+import brovik.shell
 import kubelor.test
 import main
 import "items.js" as Items
@@ -60,7 +61,7 @@ Item {
             {index: 1, text: "Leitwertprüfung", page: Gui.PageSettingsElectrolyte},
             {index: 2, text: "Sonstige Einstellungen", page: Gui.PageSettingsMisc},
             {index: 3, text: "Netzwerk"},
-            {index: 4, text: "Updates"},
+            {index: 4, text: "Updates", page: Gui.PageUpdatesOverview},
             {index: 5, text: "Erscheinungsbild", page: Gui.PageSettingsAppearance},
             {index: 6, text: "Handbetrieb", page: Gui.PageHandOp}
         ]
@@ -159,10 +160,30 @@ Item {
             compare(box.displayText, "Netzwerk");
         }
 
-        function test_update_page() {
+        function test_update_page_data() {
+            return [
+                {tag: "by itself", index: undefined, tab: 0, page: Gui.PageUpdatesOverview},
+                {tag: "console", index: ShellData.updatesTabConsoleOutputIndex, tab: 3, page: Gui.PageUpdatesConsole},
+                {tag: "installed", index: ShellData.updatesTabInstalledIndex, tab: 2, page: Gui.PageUpdatesInstalled},
+                {tag: "position of the page itself", index: ShellData.updatesOverviewIndex, tab: 0, page: Gui.PageUpdatesOverview},
+                {tag: "none", index: -1, tab: 0, page: Gui.PageUpdatesOverview},
+                {tag: "far", index: 99, tab: 0, page: Gui.PageUpdatesOverview}
+            ];
+        }
+
+        // From each tab of theirs.
+        function test_update_page(data) {
+            const updates = findChild(window.frame, "updates");
+            compare(ShellData.updatesOverviewIndex, 4);
             window.tabs.currentIndex = 1;
-            window.frame.showUpdatePage();
-            compare([stack().currentIndex, selection().displayText], [4, "Updates"]);
+            for (let from = 0; from < 4; ++from) {
+                updates.currentIndex = from;
+                window.frame.changeIndex(0);
+                window.frame.showUpdatePage(data.index);
+                compare([stack().currentIndex, selection().displayText], [4, "Updates"]);
+                compare(updates.currentIndex, data.tab);
+                compare([stack().currentPage, Gui.page], [data.page, data.page]);
+            }
         }
 
         function test_hidden_frame_reports_nothing() {

@@ -95,11 +95,20 @@ class UpdatesTest(unittest.TestCase):
     def _wait_for_output(self, text: str) -> None:
         self.program.wait_for(f"{text!r} in the console", lambda: text in self._output())
 
-    def _select_all(self) -> None:
-        """Selects the whole output, from its focus."""
+    def _select(self, top: int, bottom: int) -> None:
+        """Draws the mouse over these rows of the screen."""
         self.program.click("Text selektieren")
-        self.program.click(CONSOLE, "text")
-        desktop.press_key("ctrl+a")
+        box = self.program.wait_until_shown(CONSOLE, "text").box
+        desktop.xdotool("mousemove", box.x + 1, top, "mousedown", 1)
+        desktop.xdotool("mousemove", box.middle[0], (top + bottom) // 2)
+        desktop.xdotool("mousemove", box.middle[0], bottom, "mouseup", 1)
+
+    def _rows(self, top: int, bottom: int) -> bytes:
+        """How these rows of the screen look."""
+        self.program.wait_until_still()
+        picture = desktop.pixels("root")
+        row = len(picture) // int(desktop.xdotool("getdisplaygeometry").split()[1])
+        return picture[top * row : bottom * row]
 
     def test_search_and_upgrade(self) -> None:
         """Two presses, two calls; there is nothing to install before there are updates."""
@@ -167,12 +176,29 @@ class UpdatesTest(unittest.TestCase):
         self._open(CONSOLE)
         self.program.backend(IMPORT + "Shell.append_stdout('eins'); Shell.append_stderr('zwei')")
         self._wait_for_output("zwei")
-        self._select_all()
+        box = self.program.wait_until_shown(CONSOLE, "text").box
+        self._select(box.y + 1, box.bottom - 1)
         self.program.click("Selektion kopieren")
         self.program.wait_until_shown(COPIED)
         self.program.wait_until_gone(COPIED)
         self.program.click("Ausgabe löschen")
         self.program.wait_for("an empty console", lambda: self._output() == "")
+
+    def test_selection_in_a_long_output(self) -> None:
+        """It changes nothing of the lines above."""
+        self._open(CONSOLE)
+        self.program.backend(IMPORT + f"for i in range({LINES}): Shell.append_stdout(f'Zeile {{i}}.')")
+        self._wait_for_output(f"Zeile {LINES - 1}.")
+        top = self.program.wait_until_shown(CONSOLE, "page tab").box.bottom
+        bottom = self.program.wait_until_shown("Ausgabe löschen").box.y
+        middle = (top + bottom) // 2
+        before = self._rows(top, bottom)
+        self._select(middle, bottom - 10)
+        after = self._rows(top, bottom)
+        # The line of the middle is still above it.
+        above = len(before) * 4 // 10
+        self.assertTrue(after[:above] == before[:above], "the lines above look different")
+        self.assertFalse(after == before, "nothing is selected")
 
     def test_burst(self) -> None:
         """All lines come, and presses get through meanwhile."""
