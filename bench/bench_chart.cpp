@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -80,6 +81,19 @@ ChartLine::Points switching(qsizetype count)
     return points;
 }
 
+double milliseconds(const QElapsedTimer &timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) * 1e-6;
+}
+
+/// What this thread has used of the processor: other programs do not count.
+double busyMilliseconds()
+{
+    timespec used{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) * 1e-6;
+}
+
 /// Times of single events, in milliseconds, of which the median counts.
 class Samples
 {
@@ -95,11 +109,10 @@ public:
         m_state.counters["median_ms"] = *middle;
     }
 
-    void take(const QElapsedTimer &timer)
+    void take(double milliseconds)
     {
-        const double nanoseconds = static_cast<double>(timer.nsecsElapsed());
-        m_times.push_back(nanoseconds * 1e-6);
-        m_state.SetIterationTime(nanoseconds * 1e-9);
+        m_times.push_back(milliseconds);
+        m_state.SetIterationTime(milliseconds * 1e-3);
     }
 
 private:
@@ -157,14 +170,14 @@ void addPoint(benchmark::State &state, bool showAll)
             chart().lw()->addPoint(pointAt(index));
         }).join();
         ++index;
-        QElapsedTimer timer;
-        timer.start();
+        const double before = busyMilliseconds();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); // the points
         QCoreApplication::sendPostedEvents(&TraceSchedule::instance());
-        samples.take(timer);
+        samples.take(busyMilliseconds() - before);
+        QElapsedTimer timer;
         timer.start();
         awaitFrame();
-        frames += static_cast<double>(timer.nsecsElapsed()) * 1e-6;
+        frames += milliseconds(timer);
     }
     state.counters["frame_ms"] = frames / static_cast<double>(state.iterations());
     clearChart();
@@ -198,7 +211,7 @@ template <typename Move> void moveView(benchmark::State &state, const Move &move
         time.setMin(from);
         time.setMax(to);
         awaitFrame();
-        samples.take(timer);
+        samples.take(milliseconds(timer));
     }
     clearChart();
 }
@@ -240,7 +253,7 @@ void loadChart(benchmark::State &state)
         load();
         handleAll();
         awaitFrame();
-        samples.take(timer);
+        samples.take(milliseconds(timer));
         clearChart();
     }
 }
@@ -308,8 +321,8 @@ void dayOfRecording(benchmark::State &state)
 #define CHART_BENCHMARK(function, name, rounds)                                                              \
     BENCHMARK(function)->Name(name)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(rounds)
 
-CHART_BENCHMARK(addPointFollowing, "chart_add_point/following", 20)->Arg(1000)->Arg(10000)->Arg(100000);
-CHART_BENCHMARK(addPointShowingAll, "chart_add_point/all", 20)->Arg(1000)->Arg(10000)->Arg(100000);
+CHART_BENCHMARK(addPointFollowing, "chart_add_point/following", 50)->Arg(1000)->Arg(10000)->Arg(100000);
+CHART_BENCHMARK(addPointShowingAll, "chart_add_point/all", 50)->Arg(1000)->Arg(10000)->Arg(100000);
 CHART_BENCHMARK(pan, "chart_pan", 20)->Arg(60)->Arg(3600)->Arg(45000);
 CHART_BENCHMARK(zoom, "chart_zoom", 20)->Arg(60)->Arg(3600)->Arg(45000);
 CHART_BENCHMARK(loadChart, "chart_load", 5);

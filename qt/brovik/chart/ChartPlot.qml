@@ -43,8 +43,9 @@ ChartView {
         objectName: "axisTime"
 
         title: "Zeit in Sekunden"
-        min: Chart.prevXMin
-        max: Chart.prevXMax
+
+        // No bindings: they would lay the axes out once for each end.
+        Component.onCompleted: AxisRange.set(axisTime, Chart.prevXMin, Chart.prevXMax)
     }
 
     ChartCategoryAxis {
