@@ -11,6 +11,9 @@ from pathlib import Path
 from types import ModuleType
 from typing import Final
 
+from .reference import write_reference
+from .signatures import doc_text, function_text, is_told, property_type
+
 DIRECTORY: Final = Path(__file__).resolve().parents[1] / "stubs"
 
 _HEADER: Final = """\
@@ -19,14 +22,6 @@ import typing
 from collections.abc import Iterable
 from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 """
-_ENUM_DEFAULT: Final = re.compile(r"<(\w+\.\w+): -?\d+>")
-_BARE: Final = re.compile(r"(?<=[:>] )(Iterable|dict|list|set)(?![\w\[])")
-_PARAMETERS: Final = {"dict": "[Any, Any]"}
-_OPERATORS: Final = frozenset(
-    ("__init__", "__getitem__", "__setitem__", "__iter__", "__next__", "__len__", "__bool__", "__repr__")
-)
-_OVERLOADED: Final = "(*args, **kwargs)\nOverloaded function.\n"
-_OVERLOAD: Final = re.compile(r"^\d+\. ", re.MULTILINE)
 _ENUM_BODY: Final = """\
     __members__: ClassVar[dict[str, {name}]]
 {members}
@@ -43,12 +38,13 @@ _ENUM_BODY: Final = """\
 
 
 def write_stubs(package: ModuleType, directory: Path = DIRECTORY) -> None:
-    """Writes one file for the package and one for each of its modules."""
+    """Writes one file for the package and one for each of its modules, and the reference of all."""
     target = directory / package.__name__
     target.mkdir(parents=True, exist_ok=True)
     (target / "__init__.pyi").write_text(_module_text(package), encoding="utf-8")
     for name, module in inspect.getmembers(package, inspect.ismodule):
         (target / f"{name}.pyi").write_text(_module_text(module), encoding="utf-8")
+    write_reference(package, directory / f"{package.__name__}.md")
 
 
 def _module_text(module: ModuleType) -> str:
@@ -66,14 +62,14 @@ def _definitions(module: ModuleType) -> Iterator[str]:
         if inspect.isclass(value):
             yield _class_text(value)
         elif inspect.isroutine(value):
-            yield _function_text(name, value.__doc__, "")
+            yield function_text(name, value.__doc__, "")
         else:
             yield f"{name}: {type(value).__name__}\n"
 
 
 def _class_text(cls: type) -> str:
     doc = (cls.__doc__ or "").split("\n\nMembers:")[0]
-    head = f"class {cls.__name__}:\n{_doc_text(doc, '    ')}"
+    head = f"class {cls.__name__}:\n{doc_text(doc, '    ')}"
     if "__members__" in vars(cls):
         members = (f"    {name}: ClassVar[{cls.__name__}]" for name in getattr(cls, "__members__"))
         return head + _ENUM_BODY.format(name=cls.__name__, members="\n".join(members))
@@ -85,15 +81,8 @@ def _nested_class_text(cls: type) -> str:
     return textwrap.indent(_class_text(cls), "    ")
 
 
-def _is_told(name: str, value: object) -> bool:
-    if name == "__init__":
-        # Else it is what stands in for a constructor that is not there.
-        return (value.__doc__ or "").startswith(name)
-    return name in _OPERATORS or not name.startswith("__")
-
-
 def _member_text(cls: type, name: str, value: object) -> str:
-    if not _is_told(name, value):
+    if not is_told(name, value):
         return ""
     if type(value).__name__ == "pybind11_static_property":
         return f"    {name}: ClassVar[{type(getattr(cls, name)).__name__}]\n"
@@ -102,39 +91,14 @@ def _member_text(cls: type, name: str, value: object) -> str:
     if isinstance(value, property):
         return _property_text(name, value)
     if isinstance(value, staticmethod):
-        return "    @staticmethod\n" + _function_text(name, value.__func__.__doc__, "    ")
-    return _function_text(name, value.__doc__, "    ")
+        return "    @staticmethod\n" + function_text(name, value.__func__.__doc__, "    ")
+    return function_text(name, value.__doc__, "    ")
 
 
 def _property_text(name: str, value: property) -> str:
-    type_ = str(getattr(value.fget, "__doc__", "")).rpartition("-> ")[2].strip()
+    type_ = property_type(value)
     text = f"    @property\n    def {name}(self) -> {type_}:"
-    text += f"\n{_doc_text(value.__doc__, '        ')}" if value.__doc__ else " ...\n"
+    text += f"\n{doc_text(value.__doc__, '        ')}" if value.__doc__ else " ...\n"
     if value.fset is not None:
         text += f"    @{name}.setter\n    def {name}(self, value: {type_}) -> None: ...\n"
     return text
-
-
-def _function_text(name: str, doc: str | None, indent: str) -> str:
-    """A function whose docstring begins with its signature, or lists the signatures that it has."""
-    if _OVERLOADED in (doc or ""):
-        overloads = _OVERLOAD.split(str(doc).partition(_OVERLOADED)[2])[1:]
-        return "".join(
-            f"{indent}@typing.overload\n{_function_text(name, overload, indent)}" for overload in overloads
-        )
-    signature, _, doc = (doc or "").partition("\n")
-    signature = _BARE.sub(_parametrised, _ENUM_DEFAULT.sub(r"\1", signature))
-    _, opening, arguments = signature.partition("(")
-    arguments = re.sub(r"^self: [\w.]+", "self", arguments)
-    if not opening:
-        return f"{indent}def {name}(*args: Any) -> Any: ...\n"
-    head = f"{indent}def {name}({arguments}:"
-    return f"{head}\n{_doc_text(doc, indent + '    ')}" if doc.strip() else f"{head} ...\n"
-
-
-def _parametrised(container: re.Match[str]) -> str:
-    return container[0] + _PARAMETERS.get(container[0], "[Any]")
-
-
-def _doc_text(doc: str | None, indent: str) -> str:
-    return f'{indent}"""{doc.strip()}"""\n' if doc and doc.strip() else ""

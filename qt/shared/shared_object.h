@@ -2,6 +2,7 @@
 
 #include "log.h"
 #include "notification_brake.h"
+#include "same_value.h"
 
 #include <QJSEngine>
 #include <QMetaMethod>
@@ -102,7 +103,7 @@ protected:
     bool change(Member &member, const T &value, const Notify &notify)
     {
         const Hold hold(*this);
-        if (member == value) {
+        if (isSame(member, value)) {
             return false;
         }
         store(member, value, notify);

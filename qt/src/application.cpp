@@ -5,8 +5,8 @@
 #include "log.h"
 #include "message_handler.h"
 #include "screen_engine.h"
+#include "singletons.h"
 
-#include "config.h"
 #include "gpio.h"
 
 #include <QApplication>
@@ -30,21 +30,6 @@ constexpr int exitNoMainScreen = -1;
 QString programTitle()
 {
     return QStringLiteral("Brovik Kubelor");
-}
-
-void createSingletons()
-{
-    Actuator::instance();
-    Auto::instance();
-    Chart::instance();
-    Config::instance();
-    GPIO::instance();
-    Gui::instance();
-    Sensor::instance();
-    Settings::instance();
-    Shell::instance();
-    Simulator::instance();
-    Wifi::instance();
 }
 
 void setIdentity(const PlatformPaths &paths)

@@ -1,14 +1,4 @@
-#include "actuator.h"
-#include "auto.h"
-#include "chart.h"
-#include "config.h"
-#include "gpio.h"
-#include "gui.h"
-#include "sensor.h"
-#include "settings.h"
-#include "shell.h"
-#include "simulator.h"
-#include "wifi.h"
+#include "singletons.h"
 
 #include <pybind11/embed.h>
 
@@ -37,21 +27,6 @@ bool runTests(const char *module)
         std::fprintf(stderr, "%s\n", error.what());
         return false;
     }
-}
-
-void createSingletons()
-{
-    Actuator::instance();
-    Auto::instance();
-    Chart::instance();
-    Config::instance();
-    GPIO::instance();
-    Gui::instance();
-    Sensor::instance();
-    Settings::instance();
-    Shell::instance();
-    Simulator::instance();
-    Wifi::instance();
 }
 
 } // namespace

@@ -28,7 +28,8 @@ class StubsTest(unittest.TestCase):
         """Content of the stub files below a directory."""
         return {
             str(path.relative_to(directory)): path.read_text(encoding="utf-8")
-            for path in directory.rglob("*.pyi")
+            for path in directory.rglob("*")
+            if path.suffix in (".pyi", ".md")
         }
 
     def test_checked_in_files_are_current(self) -> None:
@@ -37,9 +38,9 @@ class StubsTest(unittest.TestCase):
         self.assertEqual(self.texts(self.directory), self.texts(DEMO / "stubs"))
 
     def test_every_module(self) -> None:
-        """The package and its eleven modules."""
+        """The package and its eleven modules, and the reference of all."""
         write_stubs(brovik, self.directory)
-        self.assertEqual(len(self.texts(self.directory)), 12)
+        self.assertEqual(len(self.texts(self.directory)), 13)
 
     def test_signatures(self) -> None:
         """Names, defaults, types, docstrings."""
@@ -57,6 +58,23 @@ class StubsTest(unittest.TestCase):
         ):
             with self.subTest(line):
                 self.assertIn(f"{line}\n", gui)
+
+    def test_reference(self) -> None:
+        """Attributes with their bounds, constants, numbers of enumerators, methods."""
+        write_stubs(brovik, self.directory)
+        reference = self.texts(self.directory)["brovik.md"]
+        for line in (
+            "### `SettingsValues`, of class `SettingsClass`",
+            "| `secs_pump` | `int` | Rinsing per pass, seconds. `secs_pump_min` 5. `secs_pump_max` 20. "
+            "`secs_pump_default` 5. |",
+            "| `druck` | `float` | Pressure after the offset, bar. Read-only. |",
+            "`p_offset` 'p_offset', `lw_offset` 'lw_offset', `use_co2_after_saure` 'use_co2_after_saure'",
+            "`Transparent`\u00a00, `Green`\u00a01",
+            "def close_dialog(self, id_: int, accept: bool = False) -> None:",
+        ):
+            with self.subTest(line):
+                self.assertIn(f"{line}\n", reference)
+        self.assertNotIn("| `secs_pump_min` |", reference)
 
     def test_only_in_stub_mode(self) -> None:
         """The import writes the files if the variable says so, and starts nothing."""

@@ -166,16 +166,20 @@ class GuiClass:
     def toast_warn(self, text: str, duration: int = 1000) -> None:
         """Shows a short warning, for `duration` milliseconds."""
     def set_warnings_dialog_data(self, count: int, title: str, text: str, yes_txt: str) -> None: ...
-    def set_pico_stdout(self, arg0: str) -> None: ...
-    def set_pico_stderr(self, arg0: str) -> None: ...
-    def set_pico_return_value(self, arg0: int) -> None: ...
+    def set_pico_stdout(self, arg0: str) -> None:
+        """Output of the microcontroller's update. No screen shows it."""
+    def set_pico_stderr(self, arg0: str) -> None:
+        """Errors of the microcontroller's update. No screen shows them."""
+    def set_pico_return_value(self, arg0: int) -> None:
+        """Result of the microcontroller's update. No screen shows it."""
     def show_poweroff_dialog(self) -> None:
         """Opens the power popup."""
-    def request_popup(self, which: PopupEnum, id_: int) -> None: ...
+    def request_popup(self, which: PopupEnum, id_: int) -> None:
+        """Asks for a popup. No screen has one at present."""
     def message(self, title: str, text: str, category: str) -> None:
         """Opens a message; categories: info, warning, error, success."""
     def question(self, title: str, text: str, options: dict[str, object]) -> None:
-        """Opens a question; see the guide for its options."""
+        """Opens a question; docs/backend.md tells its options."""
     def apply_items_scale(self, factor: float) -> None:
         """Multiplies the present sizes."""
     def apply_items_scale_to_default(self, factor: float) -> None:

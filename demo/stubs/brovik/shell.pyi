@@ -3,6 +3,27 @@ import typing
 from collections.abc import Iterable
 from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
+class ChangelogEntryVector:
+    """Entries of a changelog."""
+    def __init__(self) -> None: ...
+    class iterator:
+        """Walks over the elements."""
+        def __iter__(self) -> ChangelogEntryVector.iterator: ...
+        def __next__(self) -> ChangelogEntry: ...
+    def __iter__(self) -> ChangelogEntryVector.iterator: ...
+    def append(self, element: ChangelogEntry) -> None:
+        """Puts a copy at the end."""
+    def at(self, index: int) -> ChangelogEntry:
+        """The element at a position counted from 0."""
+    def size(self) -> int:
+        """Number of elements."""
+    def remove(self, element: ChangelogEntry) -> None:
+        """Removes the first element equal to this one."""
+    def __len__(self) -> int: ...
+    def __bool__(self) -> bool: ...
+    def __getitem__(self, index: int) -> ChangelogEntry: ...
+    def __setitem__(self, index: int, element: ChangelogEntry) -> None: ...
+
 class ShellActionEnum:
     """Requests of the operator."""
     __members__: ClassVar[dict[str, ShellActionEnum]]
@@ -66,6 +87,11 @@ class ShellClass:
     @installed.setter
     def installed(self, value: list[dict[str, typing.Any]]) -> None: ...
     @property
+    def changelogs(self) -> ChangelogEntryVector:
+        """The changelog asked for last, as a copy. A list of the same length takes its place only if an entry does not compare equal to the one at its position."""
+    @changelogs.setter
+    def changelogs(self, value: ChangelogEntryVector) -> None: ...
+    @property
     def upgradables(self) -> list[dict[str, typing.Any]]:
         """The packages with an update, one record each."""
     @upgradables.setter
@@ -76,3 +102,43 @@ class ShellClass:
         """Adds to the console."""
 
 Shell: ShellClass
+
+class ChangelogEntry:
+    """One entry of a changelog."""
+    @typing.overload
+    def __init__(self, shell: ShellClass) -> None:
+        """An empty entry."""
+    @typing.overload
+    def __init__(self, other: ChangelogEntry) -> None:
+        """A copy."""
+    def __repr__(self) -> str: ...
+    @property
+    def name(self) -> str:
+        """Name of the package."""
+    @name.setter
+    def name(self, value: str) -> None: ...
+    @property
+    def date(self) -> str:
+        """Date of the entry, as the operator reads it."""
+    @date.setter
+    def date(self, value: str) -> None: ...
+    @property
+    def distribution(self) -> str:
+        """Distribution that the version is for."""
+    @distribution.setter
+    def distribution(self, value: str) -> None: ...
+    @property
+    def version(self) -> str:
+        """Version of the package."""
+    @version.setter
+    def version(self, value: str) -> None: ...
+    @property
+    def urgency_str(self) -> str:
+        """Urgency: low, medium, high, or another word."""
+    @urgency_str.setter
+    def urgency_str(self, value: str) -> None: ...
+    @property
+    def changes(self) -> list[str]:
+        """The changes, in order."""
+    @changes.setter
+    def changes(self, value: list[str]) -> None: ...

@@ -21,9 +21,7 @@ constexpr std::pair<ActuatorEnum, Chart::LineEnum> linesOfActuators[] = {
 #define CHART_LINE_POINTER(lineEnum, pyEnum, name, ...) &m_##name,
 Chart::Chart()
     : m_lines{CHART_LINES(CHART_LINE_POINTER)}
-{
-    connect(this, &Chart::metaDataListChanged, this, &Chart::retireCopies);
-}
+{}
 #undef CHART_LINE_POINTER
 
 ChartLine *Chart::lineFromLineEnum(Chart::LineEnum line) const
@@ -74,40 +72,4 @@ void Chart::sortAndEmitMetaDataListChanged()
 Chart::MetaDataList::Reference Chart::findMetaDataByName(const QString &name) const
 {
     return m_metaDataList.find([&](const ChartMetaData &record) { return record.name() == name; });
-}
-
-QQmlListProperty<ChartMetaData> Chart::qmlMetaDataList()
-{
-    using List = QQmlListProperty<ChartMetaData>;
-    return {
-        this, nullptr, [](List *list) { return static_cast<Chart *>(list->object)->m_metaDataList.size(); },
-        [](List *list, qsizetype index) { return static_cast<Chart *>(list->object)->copyForQml(index); }};
-}
-
-/// The engine would collect a copy that a delegate still shows, were it the owner.
-ChartMetaData *Chart::copyForQml(qsizetype index) const
-{
-    const MetaDataList::Reference record = m_metaDataList.at(index);
-    if (record == nullptr) {
-        return nullptr; // it went between the count and this
-    }
-    auto copy = std::make_unique<ChartMetaData>(*record);
-    copy->setParent(m_copies.get());
-    QJSEngine::setObjectOwnership(copy.get(), QJSEngine::CppOwnership);
-    return copy.release();
-}
-
-/// Views may take their new copies before this runs or after it, and drop the old ones in their next frame.
-void Chart::retireCopies()
-{
-    if (std::exchange(m_retiring, true)) {
-        return;
-    }
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_retiring = false;
-            m_oldCopies = std::exchange(m_copies, std::make_unique<QObject>());
-        },
-        Qt::QueuedConnection);
 }

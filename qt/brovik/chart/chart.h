@@ -3,6 +3,7 @@
 #include "actuator_enums.h"
 #include "chart_line.h"
 #include "chart_meta_data.h"
+#include "qml_records.h"
 #include "record_list.h"
 #include "shared_object.h"
 #include "shared_property.h"
@@ -14,7 +15,6 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <array>
-#include <memory>
 
 // clang-format off
 /// The lines, in the order of their numbers. Each: enumerator, its name in Python, QML name, Python name, documentation.
@@ -149,7 +149,10 @@ public:
     MetaDataList::Reference findMetaDataByName(const QString &name) const;
 
     /// The list as copies, each made at the moment of reading. GUI thread.
-    QQmlListProperty<ChartMetaData> qmlMetaDataList();
+    QQmlListProperty<ChartMetaData> qmlMetaDataList()
+    {
+        return m_qmlMetaDataList.property(this);
+    }
 
 Q_SIGNALS:
     void metaDataListChanged();
@@ -160,18 +163,11 @@ private:
     friend class SharedSingleton<Chart>;
     Chart();
 
-    ChartMetaData *copyForQml(qsizetype index) const;
-    void retireCopies();
-
     double m_shownSecs = 60.0;
     QProperty<double> m_prevXMin{0.0};
     QProperty<double> m_prevXMax{60.0};
     MetaDataList m_metaDataList;
-    // What QML got of the list belongs to a generation. One change after the next the screens have let go of
-    // it.
-    std::unique_ptr<QObject> m_copies = std::make_unique<QObject>();
-    std::unique_ptr<QObject> m_oldCopies;
-    bool m_retiring = false;
+    QmlRecords<ChartMetaData> m_qmlMetaDataList{m_metaDataList, *this, &Chart::metaDataListChanged};
     const Lines m_lines;
 };
 

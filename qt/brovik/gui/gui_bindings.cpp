@@ -65,11 +65,15 @@ template <typename Class> void bindFunctions(Class &cls)
             "Shows a short warning, for `duration` milliseconds.");
     cls.def("set_warnings_dialog_data", &Gui::setWarningsDialogData, "count"_a, "title"_a, "text"_a,
             "yes_txt"_a);
-    cls.def("set_pico_stdout", &Gui::setPicoStdout);
-    cls.def("set_pico_stderr", &Gui::setPicoStderr);
-    cls.def("set_pico_return_value", &Gui::setPicoReturnValue);
+    cls.def("set_pico_stdout", &Gui::setPicoStdout,
+            "Output of the microcontroller's update. No screen shows it.");
+    cls.def("set_pico_stderr", &Gui::setPicoStderr,
+            "Errors of the microcontroller's update. No screen shows them.");
+    cls.def("set_pico_return_value", &Gui::setPicoReturnValue,
+            "Result of the microcontroller's update. No screen shows it.");
     cls.def("show_poweroff_dialog", &Gui::showPoweroffDialog, "Opens the power popup.");
-    cls.def("request_popup", &Gui::requestPopup, "which"_a, "id_"_a);
+    cls.def("request_popup", &Gui::requestPopup, "which"_a, "id_"_a,
+            "Asks for a popup. No screen has one at present.");
     cls.def("message", &Gui::showMessage, "title"_a, "text"_a, "category"_a,
             "Opens a message; categories: info, warning, error, success.");
     cls.def(
@@ -77,7 +81,7 @@ template <typename Class> void bindFunctions(Class &cls)
         [](Gui &gui, const QString &title, const QString &text, const QVariantMap &options) {
             Q_EMIT gui.question(title, text, options);
         },
-        "title"_a, "text"_a, "options"_a, "Opens a question; see the guide for its options.");
+        "title"_a, "text"_a, "options"_a, "Opens a question; docs/backend.md tells its options.");
     cls.def("apply_items_scale", &Gui::applyItemsScale, "factor"_a, "Multiplies the present sizes.");
     cls.def("apply_items_scale_to_default", &Gui::applyItemsScaleToDefault, "factor"_a,
             "Sets all sizes to their defaults times the factor.");

@@ -1,5 +1,12 @@
 #include "shell.h"
 
+#include <QDebug>
+
+void Shell::setChangelogs(const Changelogs &entries)
+{
+    change(m_changelogs, entries, [this] { Q_EMIT changelogsChanged(); });
+}
+
 QColor Shell::getUrgencyColor(const QString &urgency) const
 {
     if (urgency == QLatin1String("low")) {
@@ -12,4 +19,28 @@ QColor Shell::getUrgencyColor(const QString &urgency) const
         return colorUrgencyHigh();
     }
     return colorUrgencyOther();
+}
+
+void Shell::writeStdout(const QString &text)
+{
+    Q_EMIT appendStdout(text);
+    brakeNotifications(*this);
+}
+
+void Shell::writeStderr(const QString &text)
+{
+    Q_EMIT appendStderr(text);
+    brakeNotifications(*this);
+}
+
+QDebug operator<<(QDebug debug, const Shell &shell)
+{
+    const QDebugStateSaver saver(debug);
+    const Shell::Changelogs entries = shell.changelogs();
+    QStringList descriptions;
+    for (qsizetype index = 0; index < entries.size(); ++index) {
+        descriptions.append(entries.at(index)->description());
+    }
+    debug.nospace().noquote() << "Shell([" << descriptions.join(QStringLiteral(", ")) << "])";
+    return debug;
 }

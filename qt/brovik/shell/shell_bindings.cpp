@@ -1,11 +1,18 @@
 #include "shell_bindings.h"
 
+#include "python_list.h"
 #include "python_property.h"
 #include "shell.h"
 
+#include <memory>
+
 namespace py = pybind11;
 
-void bindShell(py::module_ &module)
+namespace {
+
+using EntryClass = py::class_<ChangelogEntry, std::shared_ptr<ChangelogEntry>>;
+
+void bindActions(py::module_ &module)
 {
     py::enum_<Shell::ShellAction>(module, "ShellActionEnum", "Requests of the operator.")
         .value("Update", Shell::Update)
@@ -15,11 +22,46 @@ void bindShell(py::module_ &module)
         .value("ClearCache", Shell::ClearCache)
         .value("TestConsole", Shell::TestConsole)
         .value("ToggleTesting", Shell::ToggleTesting);
+}
 
+void bindEntry(EntryClass &cls)
+{
+    using Self = ChangelogEntry;
+    cls.def(py::init<const Shell &>(), py::arg("shell"), "An empty entry.");
+    cls.def(py::init<const Self &>(), py::arg("other"), "A copy.");
+    cls.def("__str__", &Self::text);
+    cls.def("__repr__", &Self::description);
+    cls.def(
+        "__eq__", [](const Self &self, const Self &other) { return self == other; }, py::is_operator(),
+        py::arg("other"), "One common field is enough; the changes do not count.");
+    CHANGELOG_ENTRY_PROPERTIES(BIND_PROPERTY)
+}
+
+template <typename Class> void bindState(Class &cls)
+{
     using Self = Shell;
-    auto cls = sharedClass<Self>(module, "ShellClass", "State of the update facility.");
-    SHELL_PROPERTIES(BIND_PROPERTY)
-    cls.def("append_stderr", &Shell::appendStderr, py::arg("text"), "Adds to the console, as an error.");
-    cls.def("append_stdout", &Shell::appendStdout, py::arg("text"), "Adds to the console.");
-    publishSingleton<Self>(module, "Shell");
+    SHELL_COLORS(BIND_PROPERTY)
+    SHELL_STATES(BIND_PROPERTY)
+    SHELL_INSTALLED(BIND_PROPERTY)
+    bindProperty(cls, "changelogs", &Self::changelogs, &Self::setChangelogs,
+                 "The changelog asked for last, as a copy. A list of the same length takes its place only if "
+                 "an entry does not compare equal to the one at its position.");
+    SHELL_UPGRADABLES(BIND_PROPERTY)
+    cls.def("append_stderr", &Self::writeStderr, py::arg("text"), "Adds to the console, as an error.");
+    cls.def("append_stdout", &Self::writeStdout, py::arg("text"), "Adds to the console.");
+}
+
+} // namespace
+
+/// All classes are there before the first signature is written.
+void bindShell(py::module_ &module)
+{
+    py::class_<Shell::Changelogs> list(module, "ChangelogEntryVector", "Entries of a changelog.");
+    bindActions(module);
+    auto cls = sharedClass<Shell>(module, "ShellClass", "State of the update facility.");
+    publishSingleton<Shell>(module, "Shell");
+    EntryClass entry(module, "ChangelogEntry", "One entry of a changelog.");
+    bindEntry(entry);
+    bindList<ChangelogEntry, ListElements::Copied>(list);
+    bindState(cls);
 }

@@ -9,7 +9,8 @@
 // How a list of values is shown to Python: append, at, size, remove, indexing, iteration. Everything here
 // runs with the GIL held.
 
-/// What Python gets of an element: the element in the list, or a copy of it.
+/// What Python gets by index: the element in the list, or a copy of it. By position and by iteration it gets
+/// the element.
 enum class ListElements { Referenced, Copied };
 
 namespace list_detail {
@@ -98,13 +99,14 @@ template <typename Element, ListElements access, typename List> void bindList(py
         if (element == nullptr) {
             throw py::index_error(list_detail::indexText(index, list.size()).toStdString());
         }
+        return element;
+    };
+    const auto get = [elementAt](const List &list, py::ssize_t index) {
+        auto element = elementAt(list, list_detail::position(list, index));
         if constexpr (access == ListElements::Copied) {
             element = std::make_shared<Element>(*element);
         }
         return element;
-    };
-    const auto get = [elementAt](const List &list, py::ssize_t index) {
-        return elementAt(list, list_detail::position(list, index));
     };
     const auto set = [](const List &list, py::ssize_t index, const Element &element) {
         *list.at(list_detail::position(list, index)) = element;
