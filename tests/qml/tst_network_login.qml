@@ -117,7 +117,7 @@ Item {
         }
 
         function test_hostile_name_data() {
-            return ["<img src=\"qrc:/missing.png\">", "<a href=\"x\">Klick</a>", "<b>fett</b>", "a\u0000b\n2", "\u202eabgedreht", "", "&lt;", "W".repeat(200)].map(name => ({tag: JSON.stringify(name), name: name}));
+            return ["<img src=\"qrc:/missing.png\">", "<a href=\"x\">Klick</a>", "<b>fett</b>", "a\u0000b\n2", "\u202eabgedreht", "", "&lt;", "W".repeat(200), "\u{1F600}".repeat(8)].map(name => ({tag: JSON.stringify(name), name: name}));
         }
 
         function test_hostile_name(data) {
@@ -126,6 +126,11 @@ Item {
             compare(label().textFormat, Text.PlainText);
             waitForRendering(page);
             verify(label().contentWidth <= page.width);
+        }
+
+        function test_huge_name_is_cut() {
+            page.init("lang ".repeat(2000000), "");
+            compare(label().text, `Passwort für: ${"lang ".repeat(40)}…`);
         }
 
         function test_nothing_is_left_of_the_password_data() {

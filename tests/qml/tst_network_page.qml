@@ -346,6 +346,23 @@ wifi.Wifi.quality_percantage = 0`);
             compare(sent(), [[Wifi.RestartWireguard, data.name]]);
         }
 
+        // No network has such a name; a backend may.
+        function test_huge_names_are_cut() {
+            const cut = "lang ".repeat(40) + "…";
+            Backend.runOnThread(`
+name = 'lang ' * 2000000
+wifi.Wifi.ssid = name
+wifi.Wifi.ip_map_list = [{'name': name, 'ip4': name, 'type_': name}]
+wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
+            tryCompare(page.wifiList, "length", 1);
+            compare([part("current").ssid, page.wifiList[0].ssid, page.wifiList[0].quality], [cut, cut, `${cut}%`]);
+            const row = page.ipsList[0];
+            compare([row.name, row.ip, row.type], [cut, cut, cut]);
+            // Out of view.
+            page.wifiList[0].btn.clicked();
+            compare(sent()[0][1].length, 10000002);
+        }
+
         // Interfaces
 
         function test_addresses() {

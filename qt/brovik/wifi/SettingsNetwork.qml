@@ -24,7 +24,7 @@ Item {
         }
         const line = comp.createObject(networks, {
             width: Qt.binding(() => networks.width),
-            ssid: ssid,
+            ssid: Common.shortText(ssid),
             quality: privat.percent(data?.quality) || "?",
             is5GHz: Boolean(data?.is5GHz)
         });
@@ -77,7 +77,7 @@ Item {
                 objectName: "current"
 
                 width: parent.width
-                ssid: Wifi.ssid
+                ssid: Common.shortText(Wifi.ssid)
                 quality: privat.percent(Wifi.qualityPercentage)
                 is5GHz: Wifi.is5GHz
                 btn.text: "Trennen"
@@ -184,7 +184,7 @@ Item {
 
         // Empty for what is neither text nor number.
         function plain(value: var): string {
-            return typeof value === "string" || typeof value === "number" ? String(value) : "";
+            return typeof value === "string" || typeof value === "number" ? Common.shortText(String(value)) : "";
         }
 
         // Empty for 0 and for what is no quality.

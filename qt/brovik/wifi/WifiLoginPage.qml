@@ -3,6 +3,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 
+import brovik.base
 import brovik.components
 import brovik.gui
 import brovik.wifi
@@ -26,7 +27,7 @@ ColumnLayout {
 
     Label {
         Layout.fillWidth: true
-        text: `Passwort für: ${root.essid}`
+        text: `Passwort für: ${Common.shortText(root.essid)}`
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
     }
