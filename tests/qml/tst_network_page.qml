@@ -129,6 +129,14 @@ wifi.Wifi.quality_percantage = 0`);
             verify(!page.isCurrent);
         }
 
+        function test_line_on_its_own() {
+            const line = createTemporaryQmlObject("import brovik.wifi; WifiLine {}", root);
+            compare([line.ssid, line.quality, line.is5GHz, line.btn.text], ["essid", "quality", false, "dis/connect"]);
+            compare([line.implicitHeight, line.color, line.btn.topInset, line.btn.bottomInset], [40, Common.bg1, 0, 0]);
+            const name = Items.below(line, item => item instanceof Label && item.text === "essid")[0];
+            compare(name.font.pointSize, 12);
+        }
+
         // The connected network.
 
         function test_current_line() {

@@ -167,7 +167,9 @@ class NetworkTest(unittest.TestCase):
                 "\u202eabgedreht",
                 "\N{GRINNING FACE}" * 8,
             ]
-            self.program.backend(scan_results({name: {"quality": 50} for name in names}))
+            # What the accessibility bus cannot carry must not end the program either.
+            unspeakable = ["a\0b", "\x1b[31m\a", "\ufffe"]
+            self.program.backend(scan_results({name: {"quality": 50} for name in names + unspeakable}))
             self.program.backend(f"{IMPORT}\nWifi.ssid = {names[0]!r}")
             self.program.backend(interfaces({"name": names[0], "ip4": names[1], "type_": "x", "is_wg": True}))
             for name in names:

@@ -40,7 +40,6 @@ Item {
     // Removes the lines of the networks found.
     function emptyWifiList() {
         privat.destroyAll(root.wifiList);
-        root.wifiList = [];
     }
 
     GradientBoxTop {
@@ -204,19 +203,23 @@ Item {
 
         function showAddresses() {
             privat.destroyAll(root.ipsList);
-            root.ipsList = Array.from(Wifi.ipMapList, record => addressRow.createObject(addresses, {
-                width: Qt.binding(() => addresses.width),
-                ip: privat.plain(record.ip4),
-                name: privat.plain(record.name),
-                type: privat.plain(record.type_),
-                isWireguard: Boolean(record.is_wg)
-            }));
+            for (const record of Array.from(Wifi.ipMapList)) {
+                root.ipsList.push(addressRow.createObject(addresses, {
+                    width: Qt.binding(() => addresses.width),
+                    ip: privat.plain(record.ip4),
+                    name: privat.plain(record.name),
+                    type: privat.plain(record.type_),
+                    isWireguard: Boolean(record.is_wg)
+                }));
+            }
         }
 
+        // Assigning an empty list would do nothing in compiled QML.
         function destroyAll(items: var) {
             for (const item of Array.from(items)) {
                 item.destroy();
             }
+            items.length = 0;
         }
     }
 
