@@ -1,6 +1,5 @@
 // The network page: connection, interfaces and the wireless networks that a scan has found.
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 
 import brovik.base
@@ -71,8 +70,6 @@ Item {
             spacing: Common.spacing
 
             WifiLine {
-                id: current
-
                 objectName: "current"
 
                 width: parent.width
@@ -84,29 +81,13 @@ Item {
                 btn.onClicked: Wifi.toPy(Wifi.Disconnect, null)
             }
 
-            RowLayout {
+            WifiScanRow {
                 width: parent.width
+                waiting: root.waitingForWifiScan
 
-                BrovikButton {
-                    objectName: "scan"
-
-                    enabled: !root.waitingForWifiScan
-                    text: icon.animated ? "Verbindungsversuch abbrechen" : "Suche nach WLAN-Netzen"
-
-                    onClicked: icon.animated ? Wifi.toPy(Wifi.Disconnect, null) : privat.scan()
-
-                    BusyIndicator {
-                        objectName: "busy"
-
-                        anchors.centerIn: parent
-                        running: root.waitingForWifiScan
-                    }
-                }
-
-                WifiSignalIcon {
-                    id: icon
-
-                    objectName: "signal"
+                onScanRequested: {
+                    root.waitingForWifiScan = true;
+                    Wifi.toPy(Wifi.Scan, null);
                 }
             }
 
@@ -171,11 +152,6 @@ Item {
     QtObject {
         id: privat
 
-        function scan() {
-            root.waitingForWifiScan = true;
-            Wifi.toPy(Wifi.Scan, null);
-        }
-
         // Without a connection there is no name either: that is not the network without a name.
         function isConnected(ssid: string): bool {
             return ssid !== "" && ssid === Wifi.ssid;
@@ -192,7 +168,7 @@ Item {
             return number ? `${number}%` : "";
         }
 
-        // A script object would put names of digits first.
+        // In the order of the map: a script object puts names of digits first.
         function showNetworks() {
             root.emptyWifiList();
             const results = Wifi.scanResults;
