@@ -11,6 +11,7 @@ import brovik.chart
 import brovik.gui
 import brovik.sensor
 import brovik.simulator
+import brovik.wifi
 import main
 
 BaseTemplate {
@@ -127,6 +128,8 @@ BaseTemplate {
         }
 
         StackLayout {
+            id: pages
+
             objectName: "pages"
 
             Layout.leftMargin: Common.spacing
@@ -145,6 +148,12 @@ BaseTemplate {
                 id: settings
             }
         }
+    }
+
+    Binding {
+        target: SettingsNetworkData
+        property: "settingsOverviewSelected"
+        value: settings.StackLayout.index === pages.currentIndex
     }
 
     PowerPopup {

@@ -6,6 +6,7 @@ import QtQuick.Layouts
 import brovik.base
 import brovik.components
 import brovik.gui
+import brovik.wifi
 import main
 
 ColumnLayout {
@@ -54,8 +55,9 @@ ColumnLayout {
 
         SettingsMisc {}
 
-        // The place of the network page.
-        Item {}
+        SettingsNetwork {
+            id: network
+        }
 
         // The place of the update pages.
         Item {
@@ -66,8 +68,31 @@ ColumnLayout {
 
         HandOp {}
 
-        // The place of the login to a wireless network.
-        Item {}
+        WifiLoginPage {
+            id: login
+
+            onConnect: {
+                Wifi.toPy(Wifi.Connect, [login.essid, login.psk]);
+                root.changeIndex(SettingsNetworkData.settingsNetworkIndex);
+                network.emptyWifiList();
+            }
+            onGoBack: root.changeIndex(SettingsNetworkData.settingsNetworkIndex)
+        }
+    }
+
+    Binding {
+        target: SettingsNetworkData
+        property: "settingsNetworkSelected"
+        value: network.isCurrent
+    }
+
+    Connections {
+        target: Wifi
+
+        function onGotLoginData(essid: string, psk: string) {
+            login.init(essid, psk);
+            root.changeIndex(SettingsNetworkData.wifiLoginPageIndex);
+        }
     }
 
     Component.onCompleted: Common.settingsOverviewIndex = StackLayout.index
