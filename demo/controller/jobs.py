@@ -52,6 +52,11 @@ BATH_VIEWS: Final = {
 }
 
 
+def job_running() -> bool:
+    """Whether a job is running. For any thread; only on the machine's it stays true for a while."""
+    return Auto.active or any(getattr(Auto, view.active) for view in BATH_VIEWS.values())
+
+
 def show_progress(percent: int, text: str, color: ProgressColor = ProgressColor.Normal) -> None:
     """Sets the three parts of the progress display. Below 0 percent the bar is indeterminate."""
     Auto.progress = percent

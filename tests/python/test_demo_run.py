@@ -286,6 +286,8 @@ class ThreadedRunTest(RunningCase):
         controller.auto_value_from_cpp(AutoEnum.Toggle, None)
         self.until(lambda: Auto.active, "start")
         self.until(lambda: not Auto.active, "end")
+        # The end is shown piece by piece, and from here on nothing else is.
+        self.handled()
         _probe.settle()
         self.assertEqual(_probe.qml("Auto", "progress"), 100)
         self.assertEqual(_probe.qml("Gui", "status"), "Bereit")
