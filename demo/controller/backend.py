@@ -95,6 +95,7 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         """Leaves the machine with all outputs off. A run in progress stays noted as interrupted."""
         self.maintenance.stop()
         self.machine.stop()
+        self.operation.stop()
         self._board.all_off()
         self._writer.stop()
 

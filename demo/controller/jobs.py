@@ -105,6 +105,10 @@ class Job(ABC):
         Logger.info(f"{self.title} abgebrochen")
         self._end(self.aborted)
 
+    def break_off(self) -> None:
+        """Switches off what the step under way has switched on, and shows nothing of it."""
+        self._steps.close()
+
     def _fail(self, reason: str) -> None:
         Logger.warning(f"{self.title} fehlgeschlagen: {reason}")
         self.outcome = Outcome("error", reason)

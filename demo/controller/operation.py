@@ -71,6 +71,12 @@ class Operation:
         level = "erreicht" if Sensor.level.state else "unterschritten"
         Gui.status2 = f"Laugebecken {self._plant.lye_temperature:.0f} °C{heater}\nFüllstand {level}"
 
+    def stop(self) -> None:
+        """Breaks off a job that is running. For the time after the thread."""
+        if self._job is not None:
+            # Else its steps would switch outputs whenever Python came to collect them.
+            self._job.break_off()
+
     # What the operator does.
 
     def toggle(self, enum: AutoEnum) -> None:

@@ -1,5 +1,6 @@
 """The automatic run of the demo machine."""
 
+import gc
 import unittest
 from unittest.mock import patch
 
@@ -202,6 +203,19 @@ class AbortTest(SteppedCase):
         self.operation.toggle(AutoEnum.Toggle)
         self.operation.toggle(AutoEnum.Toggle)
         self.assert_clean()
+
+    def test_end_of_the_backend(self) -> None:
+        """Breaks a run off for good: what is left of it switches nothing later."""
+        backend = self.make()
+        self.operation.toggle(AutoEnum.Toggle)
+        self.run_until(lambda: Actuator.mv_luft.state, "air")
+        backend.stop()
+        self.assertEqual(outputs_on(), set())
+        self.doCleanups()
+        Actuator.mv_luft.state = True
+        del backend, self.backend, self.operation
+        gc.collect()
+        self.assertTrue(Actuator.mv_luft.state)
 
     def test_run_after_an_abort(self) -> None:
         """Reaches its end."""
