@@ -171,7 +171,7 @@ class Updates:
         Shell.color_urgency_low = "#43a047"
         Shell.color_urgency_medium = "#fb8c00"
         Shell.color_urgency_high = "#e53935"
-        Shell.color_urgency_other = "#8e24aa"
+        Shell.color_urgency_other = "#ab47bc"
 
     def _show_installed(self) -> None:
         installed = self._manager.installed
