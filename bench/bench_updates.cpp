@@ -102,7 +102,7 @@ void consoleBurst(benchmark::State &state)
         screen::awaitFrame(*window);
         state.SetIterationTime(screen::milliseconds(timer) * 1e-3);
         state.counters["median_ms"] = screen::milliseconds(timer);
-        state.counters["stall_ms"] = heartbeat.longestMs();
+        state.counters["longest_ms"] = heartbeat.longestMs();
         state.counters["memory_mib"] = screen::residentMib() - before;
         QMetaObject::invokeMethod(&part("clear"), "clicked");
         screen::awaitFrame(*window);

@@ -12,6 +12,7 @@ import brovik.gui
 import brovik.sensor
 import brovik.shell
 import brovik.simulator
+import brovik.wifi
 import main
 
 BaseTemplate {
@@ -128,6 +129,8 @@ BaseTemplate {
         }
 
         StackLayout {
+            id: pages
+
             objectName: "pages"
 
             Layout.leftMargin: Common.spacing
@@ -146,6 +149,12 @@ BaseTemplate {
                 id: settings
             }
         }
+    }
+
+    Binding {
+        target: SettingsNetworkData
+        property: "settingsOverviewSelected"
+        value: settings.StackLayout.index === pages.currentIndex
     }
 
     PowerPopup {

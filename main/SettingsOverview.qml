@@ -7,6 +7,7 @@ import brovik.base
 import brovik.components
 import brovik.gui
 import brovik.shell
+import brovik.wifi
 import main
 
 ColumnLayout {
@@ -56,8 +57,9 @@ ColumnLayout {
 
         SettingsMisc {}
 
-        // The place of the network page.
-        Item {}
+        SettingsNetwork {
+            id: network
+        }
 
         UpdatesOverview {
             id: updates
@@ -69,8 +71,31 @@ ColumnLayout {
 
         HandOp {}
 
-        // The place of the login to a wireless network.
-        Item {}
+        WifiLoginPage {
+            id: login
+
+            onConnect: {
+                Wifi.toPy(Wifi.Connect, [login.essid, login.psk]);
+                root.changeIndex(SettingsNetworkData.settingsNetworkIndex);
+                network.emptyWifiList();
+            }
+            onGoBack: root.changeIndex(SettingsNetworkData.settingsNetworkIndex)
+        }
+    }
+
+    Binding {
+        target: SettingsNetworkData
+        property: "settingsNetworkSelected"
+        value: network.isCurrent
+    }
+
+    Connections {
+        target: Wifi
+
+        function onGotLoginData(essid: string, psk: string) {
+            login.init(essid, psk);
+            root.changeIndex(SettingsNetworkData.wifiLoginPageIndex);
+        }
     }
 
     Component.onCompleted: Common.settingsOverviewIndex = StackLayout.index
