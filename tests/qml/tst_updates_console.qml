@@ -244,6 +244,16 @@ Item {
                 compare(paragraphs(), Array.from({length: 2000}, (_, i) => String(i)));
             }
 
+            // Too long to be laid out at once.
+            function test_huge_text() {
+                Backend.runOnThread("shell.Shell.append_stderr('<b>' + 'lang ' * 1000000)\nshell.Shell.append_stdout('<b>kurz</b>')");
+                tryVerify(() => output.length > 0);
+                verify(output.length < 1000000);
+                tryVerify(() => paragraphs().pop() === "kurz", 30000);
+                compare(paragraphs().slice(0, -1).join(""), "<b>" + "lang ".repeat(1000000));
+                verify(output.getFormattedText(0, 10).includes("color:#ff0000"));
+            }
+
             function test_test_button() {
                 const button = part("test");
                 compare(button.text, "Test");

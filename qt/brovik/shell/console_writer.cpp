@@ -10,7 +10,12 @@
 
 namespace {
 
+// What is written in one step at most. The layout that follows takes its time by the characters.
 constexpr qint64 stepMs = 10;
+constexpr qsizetype stepLength = 20'000;
+// Characters.
+constexpr qsizetype richTextLimit = stepLength;
+constexpr qsizetype plainTextPiece = 1'000;
 
 QTextDocument *documentOf(const QQuickItem *textEdit)
 {
@@ -19,24 +24,14 @@ QTextDocument *documentOf(const QQuickItem *textEdit)
     return document != nullptr ? document->textDocument() : nullptr;
 }
 
-void appendParagraph(QTextCursor &cursor, const QString &html)
-{
-    cursor.movePosition(QTextCursor::End);
-    if (!cursor.document()->isEmpty()) {
-        cursor.insertBlock();
-    }
-    cursor.insertHtml(html);
-}
-
 } // namespace
 
 ConsoleWriter::ConsoleWriter(QObject *parent)
     : QObject(parent)
 {
-    connect(&Shell::instance(), &Shell::appendStdout, this, &ConsoleWriter::append);
-    connect(&Shell::instance(), &Shell::appendStderr, this, [this](const QString &html) {
-        append(QStringLiteral("<font color=\"red\">%1</font>").arg(html));
-    });
+    const Shell &shell = Shell::instance();
+    connect(&shell, &Shell::appendStdout, this, [this](const QString &text) { append(text, Stream::Out); });
+    connect(&shell, &Shell::appendStderr, this, [this](const QString &text) { append(text, Stream::Error); });
 }
 
 void ConsoleWriter::setOutput(QObject *output)
@@ -85,12 +80,18 @@ void ConsoleWriter::timerEvent(QTimerEvent *event)
     }
 }
 
-void ConsoleWriter::append(const QString &html)
+void ConsoleWriter::append(const QString &text, Stream stream)
 {
     if (!m_document) {
         return;
     }
-    m_waiting.push_back(html);
+    if (text.size() <= richTextLimit) {
+        m_waiting.push_back({text, stream, Format::Rich});
+    } else {
+        for (qsizetype start = 0; start < text.size(); start += plainTextPiece) {
+            m_waiting.push_back({text.mid(start, plainTextPiece), stream, Format::Plain});
+        }
+    }
     if (!m_nextStep.isActive()) {
         m_nextStep.start(0, this);
     }
@@ -102,12 +103,33 @@ void ConsoleWriter::writeSome()
     timer.start();
     QTextCursor cursor(m_document);
     cursor.beginEditBlock();
-    while (!m_waiting.empty() && timer.elapsed() < stepMs) {
-        appendParagraph(cursor, m_waiting.front());
+    qsizetype length = 0;
+    while (!m_waiting.empty() && length < stepLength && timer.elapsed() < stepMs) {
+        length += m_waiting.front().text.size();
+        write(cursor, m_waiting.front());
         m_waiting.pop_front();
     }
     cursor.endEditBlock();
     if (m_waiting.empty()) {
         m_nextStep.stop();
     }
+}
+
+void ConsoleWriter::write(QTextCursor &cursor, const Paragraph &paragraph)
+{
+    cursor.movePosition(QTextCursor::End);
+    if (!cursor.document()->isEmpty()) {
+        cursor.insertBlock();
+    }
+    const bool isError = paragraph.stream == Stream::Error;
+    if (paragraph.format == Format::Rich) {
+        cursor.insertHtml(isError ? QStringLiteral("<font color=\"red\">%1</font>").arg(paragraph.text)
+                                  : paragraph.text);
+        return;
+    }
+    QTextCharFormat format;
+    if (isError) {
+        format.setForeground(Qt::red);
+    }
+    cursor.insertText(paragraph.text, format);
 }

@@ -10,11 +10,12 @@
 
 #include <deque>
 
-/// Writes the console output of the Shell into a TextEdit: each piece as rich text and a paragraph of
-/// its own, as TextEdit.append() does, that of stderr in red.
+/// Writes the console output of the Shell into a TextEdit: each text as rich text and a paragraph of its own,
+/// as TextEdit.append() does, that of stderr in red.
 ///
 /// A burst is written in few steps, each of which the document lays out once, and between which the window
-/// answers. Lives on the GUI thread.
+/// answers. For the same reason a text that is too long to be laid out at once becomes plain text in several
+/// paragraphs. Lives on the GUI thread.
 class ConsoleWriter : public QObject
 {
     Q_OBJECT
@@ -42,11 +43,22 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    void append(const QString &html);
+    enum class Stream { Out, Error };
+    enum class Format { Rich, Plain };
+
+    struct Paragraph
+    {
+        QString text;
+        Stream stream;
+        Format format;
+    };
+
+    static void write(QTextCursor &cursor, const Paragraph &paragraph);
+    void append(const QString &text, Stream stream);
     void writeSome();
 
     QPointer<QQuickItem> m_output;
     QPointer<QTextDocument> m_document;
-    std::deque<QString> m_waiting;
+    std::deque<Paragraph> m_waiting;
     QBasicTimer m_nextStep;
 };
