@@ -7,6 +7,7 @@ import brovik.gui
 import brovik.wifi
 import kubelor.test
 import main
+import "items.js" as Items
 
 Item {
     id: root
@@ -222,6 +223,23 @@ Item {
         function test_toast_of_the_backend() {
             Backend.runOnThread("gui.Gui.toast_notify('Gespeichert', gui.IconEnum.Saved, gui.ColorEnum.Green, 60000)");
             tryVerify(() => part("toast").opened);
+            part("toast").close();
+            tryVerify(() => !part("toast").visible);
+        }
+
+        function test_toast_of_the_console() {
+            Gui.changePage(Gui.PageUpdatesShell);
+            Backend.runOnThread("shell.Shell.append_stdout('eins')");
+            const output = part("output");
+            tryCompare(output, "length", 4);
+            output.selectAll();
+            // The tab slides to its place.
+            tryVerify(() => part("copy").mapToItem(null, 0, 0).x < window.width);
+            mouseClick(part("copy"));
+            tryVerify(() => part("toast").opened);
+            const texts = Items.below(part("toast").contentItem, item => item instanceof Label).map(label => label.text);
+            compare(texts, ["Text in die Zwischenablage kopiert"]);
+            compare(part("toast").imgUrl, "qrc:/brovik/base/img/info-circle.svg");
             part("toast").close();
             tryVerify(() => !part("toast").visible);
         }
