@@ -137,6 +137,16 @@ wifi.Wifi.quality_percantage = 0`);
             compare(name.font.pointSize, 12);
         }
 
+        // What the backend has told while the program was starting.
+        function test_page_made_later() {
+            Backend.run("wifi.Wifi.ssid, wifi.Wifi.ip_map_list = 'Halle', [{'name': 'lo', 'ip4': '127.0.0.1'}]\nwifi.Wifi.state = wifi.WifiStateEnum.Connected\nwifi.Wifi.quality_percantage = 90");
+            const later = createTemporaryObject(stackComponent, root).page;
+            compare([findChild(later, "current").ssid, findChild(later, "signal").state], ["Halle", "3"]);
+            compare(Array.from(later.ipsList, row => row.name), ["lo"]);
+            Backend.run("wifi.Wifi.state = wifi.WifiStateEnum.Connecting");
+            compare(findChild(createTemporaryObject(stackComponent, root), "signal").animated, true);
+        }
+
         // The connected network.
 
         function test_current_line() {
