@@ -10,6 +10,7 @@ import brovik.base
 import brovik.chart
 import brovik.gui
 import brovik.sensor
+import brovik.shell
 import brovik.simulator
 import brovik.wifi
 import main
@@ -219,6 +220,11 @@ BaseTemplate {
             settings.changeIndex(index);
         }
 
+        function showUpdates(index: int) {
+            tabs.currentIndex = Common.settingsOverviewIndex;
+            settings.showUpdatePage(index);
+        }
+
         function followPage() {
             switch (Gui.page) {
             case Gui.PageAuto:
@@ -235,9 +241,10 @@ BaseTemplate {
                 privat.showSettings(Common.handOpIndex);
                 break;
             case Gui.PageUpdatesOverview:
+                privat.showUpdates(ShellData.updatesOverviewIndex);
+                break;
             case Gui.PageUpdatesShell:
-                tabs.currentIndex = Common.settingsOverviewIndex;
-                settings.showUpdatePage();
+                privat.showUpdates(ShellData.updatesTabConsoleOutputIndex);
                 break;
             }
         }

@@ -6,6 +6,7 @@ import QtQuick.Layouts
 import brovik.base
 import brovik.components
 import brovik.gui
+import brovik.shell
 import brovik.wifi
 import main
 
@@ -20,9 +21,10 @@ ColumnLayout {
         selection.currentIndex = index;
     }
 
-    // Shows the update pages, and this tab of theirs.
+    // Shows the update pages, and this tab of theirs: the overview, if there is none with that index.
     function showUpdatePage(index = 0) {
-        root.changeIndex(updates.StackLayout.index);
+        root.changeIndex(ShellData.updatesOverviewIndex);
+        updates.currentIndex = index >= 0 && index < updates.tabCount ? index : ShellData.updatesTabOverviewIndex;
     }
 
     ComboBox {
@@ -59,8 +61,7 @@ ColumnLayout {
             id: network
         }
 
-        // The place of the update pages.
-        Item {
+        UpdatesOverview {
             id: updates
         }
 
