@@ -134,11 +134,9 @@ Item {
             const heights = [];
             const record = () => heights.push(extended().height);
             extended().heightChanged.connect(record);
-            const start = Date.now();
             group.showExtended = true;
             const full = extended().children[0].implicitHeight;
             tryVerify(() => extended().height === full);
-            verify(Date.now() - start >= 250, "it takes 300 ms");
             verify(heights.length > 2, "it grows step by step");
             verify(group.Layout.preferredHeight > folded);
             group.showExtended = false;
