@@ -1,16 +1,10 @@
 """The list of saved charts as the backend sees it."""
 
-import contextlib
-import gc
-import operator
-import os
-import tempfile
 import unittest
-from collections.abc import Iterator
-from typing import Any
 
 import _probe
 from brovik.chart import ChartMetaData, ChartMetaDataList
+import list_rules
 from chart_support import CHART, ChartCase
 
 
@@ -37,22 +31,6 @@ def list_of(*members: str) -> ChartMetaDataList:
     for name in members:
         made.append(record(name))
     return made
-
-
-@contextlib.contextmanager
-def printed() -> Iterator[list[str]]:
-    """The lines that native code writes to standard output meanwhile."""
-    lines: list[str] = []
-    with tempfile.TemporaryFile() as file:
-        kept = os.dup(1)
-        os.dup2(file.fileno(), 1)
-        try:
-            yield lines
-        finally:
-            os.dup2(kept, 1)
-            os.close(kept)
-            file.seek(0)
-            lines.extend(file.read().decode().splitlines())
 
 
 class MetaDataTest(ChartCase):
@@ -82,75 +60,19 @@ class MetaDataTest(ChartCase):
             made.filename = "x"
 
 
-class ListTest(ChartCase):
-    """The list wrapper, on lists of its own and on the model's."""
+class ListTest(list_rules.ListRules):
+    """The list of records."""
 
-    def test_append_copies(self) -> None:
-        """The list has a record of its own."""
-        made, entry = ChartMetaDataList(), record("a")
-        made.append(entry)
-        entry.name = "b"
-        self.assertEqual(names(made), ["a"])
-        for wrong in (None, "a", made):
-            with self.subTest(wrong), self.assertRaises(TypeError):
-                made.append(wrong)
+    list_class = ChartMetaDataList
 
-    def test_references(self) -> None:
-        """Index, at and iteration give the records in the list."""
-        made = list_of("a", "b", "c")
-        made[0].name = "x"
-        made.at(1).name = "y"
-        for entry in made:
-            entry.duration = 5
-        self.assertEqual([fields(made[i])[::4] for i in range(3)], [("x", 5), ("y", 5), ("c", 5)])
+    def record(self, name: str) -> ChartMetaData:
+        return record(name)
 
-    def test_index(self) -> None:
-        """Negative indices count from the end."""
-        made = list_of("a", "b", "c")
-        self.assertEqual([made[index].name for index in (0, 2, -1, -3)], ["a", "c", "c", "a"])
-        made[-1] = record("z")
-        made[0] = record("y")
-        self.assertEqual(names(made), ["y", "b", "z"])
-
-    def test_index_out_of_range(self) -> None:
-        """The error names the legal indices."""
-        made = list_of("a", "b", "c")
-        for index in (3, 99, -4):
-            text = f"Ungültiger Index {index}. Gültige Indices sind 0...2 (-1...-3).\n"
-            for name, access in self.accesses(made).items():
-                with self.subTest(name, index=index), self.assertRaises(IndexError) as caught:
-                    access(index)
-                self.assertEqual(str(caught.exception), text)
-        with self.assertRaises(IndexError):
-            made.at(-1)
-        self.assertEqual(names(made), ["a", "b", "c"])
-
-    def test_index_of_an_empty_list(self) -> None:
-        """An empty list has no legal index."""
-        for index in (0, -1):
-            for name, access in self.accesses(ChartMetaDataList()).items():
-                with self.subTest(name, index=index), self.assertRaises(IndexError) as caught:
-                    access(index)
-                self.assertEqual(str(caught.exception), f"Ungültiger Index {index}. Die Liste ist leer.\n")
-
-    @staticmethod
-    def accesses(made: ChartMetaDataList) -> dict[str, Any]:
-        """All that takes an index."""
-        return {
-            "get": lambda index: made[index],
-            "set": lambda index: operator.setitem(made, index, record("x")),
-            "at": made.at,
-        }
-
-    def test_remove(self) -> None:
-        """A new record with the same five values removes the first such one."""
-        made = list_of("a", "b", "a")
-        made[2].status = "schlecht"
-        with printed() as lines:
-            made.remove(record("a"))
-        self.assertEqual(names(made), ["b", "a"])
-        self.assertRegex(lines[0], r"^Element entfernt \(prev: 3, after: 2, Adresse: 0x[0-9a-f]+\)$")
-        self.assertEqual(len(lines), 1)
+    def test_index_gives_the_element(self) -> None:
+        """What an index gives is the record in the list."""
+        made = list_of("a", "b")
+        made[-1].name = "x"
+        self.assertEqual(names(made), ["a", "x"])
 
     def test_remove_compares_all_fields(self) -> None:
         """A record that differs in one field, be it in case, is another one."""
@@ -161,46 +83,6 @@ class ListTest(ChartCase):
             with self.assertRaisesRegex(ValueError, "^Element nicht vorhanden$"):
                 made.remove(other)
         self.assertEqual(made.size(), 1)
-
-    def test_length(self) -> None:
-        """The length is printed, the size is not."""
-        made = list_of("a", "b")
-        with printed() as lines:
-            self.assertEqual((made.size(), bool(made), bool(ChartMetaDataList())), (2, True, False))
-        self.assertEqual(lines, [])
-        with printed() as lines:
-            self.assertEqual(len(made), 2)
-        self.assertRegex("\n".join(lines), r"^aktuelle len: 2, Adresse: 0x[0-9a-f]+$")
-
-    def test_iteration(self) -> None:
-        """The iterator is one itself and ends; the list may change meanwhile."""
-        made = list_of("a", "b")
-        walk = iter(made)
-        self.assertIs(iter(walk), walk)
-        self.assertEqual(type(walk).__qualname__, "ChartMetaDataList.iterator")
-        self.assertEqual(next(walk).name, "a")
-        made.append(record("c"))
-        self.assertEqual([entry.name for entry in walk], ["b", "c"])
-        with self.assertRaises(StopIteration):
-            next(walk)
-
-    def test_iterator_keeps_its_list(self) -> None:
-        """The list lives as long as who walks it."""
-        walk = iter(list_of("a"))
-        gc.collect()
-        self.assertEqual([entry.name for entry in walk], ["a"])
-
-    def test_references_outlive_the_list(self) -> None:
-        """A record that Python holds stays, whatever happens to its list."""
-        made = list_of("a", "b")
-        kept = made[1]
-        made.remove(record("b"))
-        for index in range(1000):
-            made.append(record(str(index)))
-        kept.name = "kept"
-        del made
-        gc.collect()
-        self.assertEqual(fields(kept)[0], "kept")
 
 
 class SavedChartsTest(ChartCase):

@@ -51,6 +51,58 @@ class ShellTest(unittest.TestCase):
         self.assertEqual(log.names, ["upgradablesChanged"])
         shell.Shell.upgradables = []
 
+    def test_records_compare_by_type_and_value(self) -> None:
+        """3, "3" and 3.0 are three values, as are True and 1, however deep."""
+        values = [3, "3", 3.0, True, 1, None, "", [3], [3.0], (), {"x": 3}, {"x": 3.0}]
+        for name in ("installed", "upgradables"):
+            log = _probe.SignalLog("Shell")
+            for value in values:
+                setattr(shell.Shell, name, [{"a": value}])
+                setattr(shell.Shell, name, [{"a": value}])
+            self.assertEqual(log.names, [f"{name}Changed"] * len(values))
+            setattr(shell.Shell, name, [])
+
+    def test_color_that_is_none(self) -> None:
+        """What names no colour is the invalid one."""
+        for wrong in ("keine Farbe", "#12", "", None, 5):
+            with self.subTest(wrong):
+                shell.Shell.color_urgency_low = "#ff0000"
+                log = _probe.SignalLog("Shell")
+                shell.Shell.color_urgency_low = wrong
+                shell.Shell.color_urgency_low = wrong
+                self.assertEqual(log.names, ["colorUrgencyLowChanged"])
+                self.assertEqual(shell.Shell.color_urgency_low, "#000000")
+
+    def test_records_of_any_content(self) -> None:
+        """A record may lack keys, and have others, and values of other types."""
+        records = [{}, {"name": None, "lastChange": 5}, {"x": [{"y": []}]}, {"": ""}]
+        for name in ("installed", "upgradables"):
+            setattr(shell.Shell, name, records)
+            self.assertEqual(getattr(shell.Shell, name), records)
+            self.assertEqual(_probe.qml("Shell", name), records)
+            setattr(shell.Shell, name, [])
+
+    def test_order_of_the_attributes(self) -> None:
+        """As documented."""
+        self.assertEqual(
+            [name for name in vars(shell.ShellClass) if not name.startswith("_")],
+            [
+                *(f"color_urgency_{urgency}" for urgency in COLORS),
+                "testing_repo_enabled",
+                "locked",
+                "upgrade_in_progress_or_finished",
+                "installed",
+                "changelogs",
+                "upgradables",
+                "append_stderr",
+                "append_stdout",
+            ],
+        )
+        self.assertEqual(
+            [name for name in vars(shell) if not name.startswith("_")],
+            ["ChangelogEntryVector", "ShellActionEnum", "ShellClass", "Shell", "ChangelogEntry"],
+        )
+
     def test_list_that_is_none(self) -> None:
         """Something that is no sequence raises TypeError and changes nothing."""
         for wrong in (5, None, True):

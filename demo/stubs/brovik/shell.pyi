@@ -88,7 +88,7 @@ class ShellClass:
     def installed(self, value: list[dict[str, typing.Any]]) -> None: ...
     @property
     def changelogs(self) -> ChangelogEntryVector:
-        """The changelog asked for last, as a copy. A list of the same length takes its place only if an entry does not compare equal to the one at its position."""
+        """The changelog asked for last, as a copy. A list of equal entries does not take its place."""
     @changelogs.setter
     def changelogs(self, value: ChangelogEntryVector) -> None: ...
     @property

@@ -22,8 +22,10 @@ ChangelogEntry::ChangelogEntry(const ChangelogEntry &other)
 
 ChangelogEntry &ChangelogEntry::operator=(const ChangelogEntry &other)
 {
-    disconnect();
-    take(other);
+    if (this != &other) {
+        disconnect();
+        take(other);
+    }
     return *this;
 }
 
@@ -54,7 +56,7 @@ void ChangelogEntry::_setColor()
 
 /// Directly, on whichever thread writes: that of the entry may be one of the backend's, without an event
 /// loop.
-void ChangelogEntry::followUrgency()
+void ChangelogEntry::followUrgency() const
 {
     connect(this, &ChangelogEntry::urgencyStrChanged, this, &ChangelogEntry::_setColor, Qt::DirectConnection);
 }

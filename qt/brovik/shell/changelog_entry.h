@@ -61,7 +61,7 @@ private Q_SLOTS:
     void _setColor();
 
 private:
-    void followUrgency();
+    void followUrgency() const;
     void take(const ChangelogEntry &other);
 
     const Shell *m_shell = nullptr;

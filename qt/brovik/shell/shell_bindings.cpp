@@ -44,8 +44,7 @@ template <typename Class> void bindState(Class &cls)
     SHELL_STATES(BIND_PROPERTY)
     SHELL_INSTALLED(BIND_PROPERTY)
     bindProperty(cls, "changelogs", &Self::changelogs, &Self::setChangelogs,
-                 "The changelog asked for last, as a copy. A list of the same length takes its place only if "
-                 "an entry does not compare equal to the one at its position.");
+                 "The changelog asked for last, as a copy. A list of equal entries does not take its place.");
     SHELL_UPGRADABLES(BIND_PROPERTY)
     cls.def("append_stderr", &Self::writeStderr, py::arg("text"), "Adds to the console, as an error.");
     cls.def("append_stdout", &Self::writeStdout, py::arg("text"), "Adds to the console.");
