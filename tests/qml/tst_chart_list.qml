@@ -70,6 +70,8 @@ entries = chart.ChartMetaDataList()
 for record in json.loads(${JSON.stringify(JSON.stringify(records))}):
     entries.append(chart.ChartMetaData(*record))
 chart.Chart.meta_data_list = entries`);
+                // The list follows later, and the count may be the same.
+                wait(0);
                 tryCompare(list, "count", records.length);
                 list.forceLayout();
             }

@@ -137,8 +137,8 @@ TEST_F(ChartTest, ClearsTheLinesInTheirOrder)
                          [&cleared, line] { cleared.push_back(line->name().toStdString()); });
     }
     chart.clear();
-    EXPECT_THAT(cleared, ElementsAre("co2", "heiss", "kalt", "kanal", "kreis", "lIn", "lOut", "luft", "lw", "p",
-                                     "pumpe", "sIn", "sOut", "steam", "step"));
+    EXPECT_THAT(cleared, ElementsAre("co2", "heiss", "kalt", "kanal", "kreis", "lIn", "lOut", "luft", "lw",
+                                     "p", "pumpe", "sIn", "sOut", "steam", "step"));
 }
 
 TEST_F(ChartTest, InitialView)
