@@ -28,6 +28,12 @@ Item {
             signalName: "backRequested"
         }
 
+        SignalSpy {
+            id: models
+
+            signalName: "modelChanged"
+        }
+
         Component {
             id: buttonComponent
 
@@ -343,6 +349,16 @@ chart.Chart.meta_data_list = entries`);
                 tryCompare(list, "count", 2);
                 list.forceLayout();
                 compare([0, 1].map(i => part("heading", i).text), ["Fass 98 - s", "Fass 99 - s"]);
+            }
+
+            function test_changes_that_wait_rebuild_the_list_once() {
+                models.target = list;
+                models.clear();
+                Backend.runOnThread("for _ in range(100): chart.Chart.emit_meta_data_list_changed()");
+                compare(models.count, 0);
+                tryCompare(models, "count", 2);
+                wait(0);
+                compare(models.count, 2, "taken away and set again");
             }
 
             function test_list_changes_while_it_is_scrolled() {
