@@ -129,9 +129,8 @@ def open_storage(directory: Path | None, report: Callable[[str], None]) -> Stora
 
 
 def _open_or_renew(path: Path, report: Callable[[str], None]) -> Storage:
-    _make_private(path)
     try:
-        return Storage(path)
+        return _open_private(path)
     except sqlite3.DatabaseError as error:
         if error.sqlite_errorcode & 0xFF not in _DAMAGE:
             raise
@@ -140,14 +139,15 @@ def _open_or_renew(path: Path, report: Callable[[str], None]) -> Storage:
             f"Die Datei {path} war beschädigt ({error}) und liegt jetzt als {moved.name} daneben. "
             "Es gelten die Vorgaben."
         )
-        return Storage(path)
+        return _open_private(path)
 
 
-def _make_private(path: Path) -> None:
-    """The file has passwords of networks in it, so nobody else may read it."""
+def _open_private(path: Path) -> Storage:
+    """Opens or makes a file that nobody else may read: it has passwords of networks in it."""
     with suppress(OSError):  # What is wrong with it, opening it will tell.
         path.touch(PRIVATE)
         path.chmod(PRIVATE)
+    return Storage(path)
 
 
 def _move_aside(path: Path) -> Path:

@@ -3,6 +3,7 @@
 import os
 import signal
 import sqlite3
+import stat
 import subprocess
 import sys
 import tempfile
@@ -105,6 +106,33 @@ class KeepingTest(StorageCase):
         first.apply([Change(SETTINGS, {"a": 1})])
         self.assertEqual(second.read(SETTINGS), {"a": 1})
         self.assertEqual(self.reports, [])
+
+
+class PrivateTest(StorageCase):
+    """Nobody else may read the file."""
+
+    def assert_private(self) -> None:
+        """Neither the file nor what SQLite puts beside it."""
+        self.open().apply([Change(SETTINGS, {"key": 1})])
+        files = [file for file in self.directory.iterdir() if "damaged" not in file.name]
+        self.assertEqual({stat.S_IMODE(file.stat().st_mode) for file in files}, {0o600})
+        self.assertGreater(len(files), 1)
+
+    def test_new_file(self) -> None:
+        """From its beginning."""
+        self.assert_private()
+
+    def test_file_that_others_could_read(self) -> None:
+        """From its next opening."""
+        Storage(self.path).close()
+        self.path.chmod(0o644)
+        self.assert_private()
+
+    def test_file_in_place_of_a_damaged_one(self) -> None:
+        """It is a new one, too."""
+        self.path.write_bytes(b"x" * 5000)
+        self.assert_private()
+        self.assertEqual(len(self.reports), 1)
 
 
 class ChartsTest(StorageCase):

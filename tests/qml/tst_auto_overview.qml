@@ -114,6 +114,81 @@ gui.Gui.status3 = ""`);
             compare(spy.signalArguments[0][1], value);
         }
 
+        // Top margin of each part, and what fills the width; the rest stands in its middle.
+        function test_layout_data() {
+            return [
+                {tag: "information", margin: 30, wide: true},
+                {tag: "start", margin: 0, wide: true},
+                {tag: "intense", margin: 0},
+                {tag: "steam", margin: 0},
+                {tag: "steamWarning", margin: 0, wide: true},
+                {tag: "progressText", margin: 0, wide: true},
+                {tag: "progressBar", margin: 0, wide: true},
+                {tag: "status3", margin: 10, wide: true},
+                {tag: "prestress", margin: 20, row: true},
+                {tag: "saure", margin: 20, row: true, wide: true}
+            ];
+        }
+
+        function layoutPart(row) {
+            return row.row ? named(row.tag).parent : named(row.tag);
+        }
+
+        function test_layout(data) {
+            set("config.Config.has_steam_valve = True\ngui.Gui.status3 = 'Schritt 2'");
+            waitForRendering(page);
+            const item = layoutPart(data);
+            compare(item.Layout.topMargin, data.margin);
+            if (data.wide) {
+                compare([item.x, item.width], [0, page.width]);
+            } else {
+                verify(item.width < page.width && Math.abs(2 * item.x + item.width - page.width) <= 1);
+            }
+        }
+
+        function test_order() {
+            set("config.Config.has_steam_valve = True\ngui.Gui.status3 = 'Schritt 2'");
+            waitForRendering(page);
+            const items = test_layout_data().map(layoutPart);
+            for (let i = 1; i < items.length; ++i) {
+                verify(items[i].y >= items[i - 1].y + items[i - 1].height, test_layout_data()[i].tag);
+            }
+        }
+
+        function test_texts_in_the_middle_data() {
+            return [{tag: "information"}, {tag: "progressText"}, {tag: "status3"}];
+        }
+
+        function test_texts_in_the_middle(data) {
+            compare(named(data.tag).horizontalAlignment, Text.AlignHCenter);
+        }
+
+        function test_long_texts_wrap_data() {
+            return [{tag: "information"}, {tag: "status3"}];
+        }
+
+        function test_long_texts_wrap(data) {
+            set("gui.Gui.status3 = 'Zwischen den Schritten ' * 10\nshell.Shell.upgrade_in_progress_or_finished = True");
+            stack.width = 400;
+            waitForRendering(page);
+            const label = named(data.tag);
+            verify(label.lineCount > 1 && label.contentWidth <= label.width);
+        }
+
+        function test_read_only_data() {
+            return [{tag: "isCurrent"}, {tag: "intenseCleaning"}];
+        }
+
+        function test_read_only(data) {
+            let refused = false;
+            try {
+                page[data.tag] = !page[data.tag];
+            } catch (error) {
+                refused = true;
+            }
+            verify(refused);
+        }
+
         function test_information_data() {
             const warning = Common.colorWarning;
             return [
@@ -264,7 +339,13 @@ gui.Gui.status3 = ""`);
             const warning = named("steamWarning");
             compare(warning.color, Common.colorWarning);
             compare(findChild(warning, "text").text, "Das Fass und Teile der Maschine werden durch die Dampfsterilisation sehr heiß! Persönliche Schutzausrüstung tragen!");
-            tryVerify(() => warning.height === warning.children[0].implicitHeight + 20);
+            const row = warning.children[0];
+            tryVerify(() => warning.height === row.implicitHeight + 20);
+            compare([row.x, row.y, row.spacing, row.width], [10, 10, 10, warning.width - 20]);
+            const [icon, text] = Array.from(row.children);
+            compare(icon.source, "qrc:/brovik/base/img/exclamation-triangle.svg");
+            verify(icon.x < text.x);
+            compare(text.wrapMode, Text.WordWrap);
         }
 
         function test_progress_text_colour_data() {
@@ -302,6 +383,7 @@ gui.Gui.status3 = ""`);
         function test_progress_bar(data) {
             set(`auto.Auto.progress = ${data.progress}`);
             const bar = named("progressBar");
+            compare([bar.from, bar.to], [0, 100]);
             compare(bar.indeterminate, data.indeterminate);
             compare(bar.position, data.position);
         }
@@ -319,7 +401,10 @@ gui.Gui.status3 = ""`);
 
         function test_prestress_pressure_shows_the_setting() {
             const spinBox = named("prestress");
-            compare(spinBox.displayText, "0.7");
+            compare([spinBox.displayText, spinBox.precision], ["0.7", 1]);
+            const label = spinBox.parent.children[0];
+            compare([label.text, label.font.bold, label.font.pointSize], ["Vorspanndruck:", true, Gui.fSizeL]);
+            verify(label.x < spinBox.x);
             compare([spinBox.from, spinBox.to], [Math.round(BrovikSettings.vorspannenPMin * 10), Math.round(BrovikSettings.vorspannenPMax * 10)]);
             verify(!spinBox.editable);
             compare(settingsCalls.count, 0);

@@ -29,6 +29,18 @@ Item {
         }
 
         SignalSpy {
+            id: models
+
+            signalName: "modelChanged"
+        }
+
+        Component {
+            id: buttonComponent
+
+            Button {}
+        }
+
+        SignalSpy {
             id: calls
 
             target: Chart
@@ -64,6 +76,8 @@ entries = chart.ChartMetaDataList()
 for record in json.loads(${JSON.stringify(JSON.stringify(records))}):
     entries.append(chart.ChartMetaData(*record))
 chart.Chart.meta_data_list = entries`);
+                // The list follows later, and the count may be the same.
+                wait(0);
                 tryCompare(list, "count", records.length);
                 list.forceLayout();
             }
@@ -108,6 +122,9 @@ chart.Chart.meta_data_list = entries`);
                 compare(button.font.pointSize, Gui.fSizeM);
                 mouseClick(button);
                 compare(backRequested.count, 1);
+                // As large as the style's own.
+                const plain = createTemporaryObject(buttonComponent, page);
+                compare([button.icon.width, button.icon.height], [plain.icon.width, plain.icon.height]);
                 verify(list.clip);
                 compare(list.y + list.height, page.height);
             }
@@ -134,6 +151,17 @@ chart.Chart.meta_data_list = entries`);
                 compare(part("heading").text, "Fass 1 - gut");
                 compare(part("dateTime").text, "Datum/Zeit: 1.1.2025 10:00");
                 compare(part("duration").text, "Prozessdauer: 2 Minuten und 5 Sekunden");
+            }
+
+            function test_order_of_an_entry() {
+                const parts = ["heading", "dateTime", "duration"].map(name => part(name));
+                const buttons = ["laden", "löschen", "umbenennen"].map(text => findText(list.itemAtIndex(0), text, "checkable"));
+                compare(Array.from(parts[0].parent.children), parts.concat(buttons[0].parent));
+                verify(parts.every((label, i) => i === 0 || label.y >= parts[i - 1].y + parts[i - 1].height));
+                verify(buttons[0].parent.y >= parts[2].y + parts[2].height);
+                const lefts = buttons.map(button => button.x);
+                compare(lefts.slice().sort((a, b) => a - b), lefts);
+                verify(buttons.every(button => button.enabled && button.y === buttons[0].y));
             }
 
             function test_duration_data() {
@@ -304,6 +332,59 @@ chart.Chart.meta_data_list = entries`);
                 }
             }
 
+            function rows(count) {
+                return Array.from({length: count}, (_, i) => [`Fass ${i}`, "success", "s", "d", i]);
+            }
+
+            // The backend changes the list first, and tells of it later.
+            function test_list_shrinks_before_it_is_announced() {
+                show(rows(100));
+                Backend.runOnThread("entries = chart.Chart.meta_data_list\nfor _ in range(98): entries.remove(entries[0])");
+                for (const index of [99, 50, 3, 0]) {
+                    list.positionViewAtIndex(index, ListView.Beginning);
+                    list.forceLayout();
+                    waitForRendering(list);
+                }
+                Backend.runOnThread("chart.Chart.emit_meta_data_list_changed()");
+                tryCompare(list, "count", 2);
+                list.forceLayout();
+                compare([0, 1].map(i => part("heading", i).text), ["Fass 98 - s", "Fass 99 - s"]);
+            }
+
+            function test_changes_that_wait_rebuild_the_list_once() {
+                models.target = list;
+                models.clear();
+                Backend.runOnThread("for _ in range(100): chart.Chart.emit_meta_data_list_changed()");
+                compare(models.count, 0);
+                tryCompare(models, "count", 2);
+                wait(0);
+                compare(models.count, 2, "taken away and set again");
+            }
+
+            function test_list_changes_while_it_is_scrolled() {
+                show(rows(20));
+                Backend.run(`
+import threading
+def change():
+    entries = chart.Chart.meta_data_list
+    for number in range(300):
+        entries.append(chart.ChartMetaData(f"Neu {number}", "error", "s", "d", number))
+        if number % 3:
+            entries.remove(entries[0])
+        chart.Chart.sort_and_emit_meta_data_list_changed()
+    chart.Chart.assigned_names = ["fertig"]
+threading.Thread(target=change).start()`);
+                let turn = 0;
+                tryVerify(() => {
+                    list.positionViewAtIndex(++turn % 2 * (list.count - 1), ListView.Contain);
+                    return Chart.assignedNames[0] === "fertig";
+                }, 30000);
+                tryCompare(list, "count", 120);
+                list.positionViewAtEnd();
+                list.forceLayout();
+                compare(part("heading", 119).text, "Neu 99 - s");
+            }
+
             function test_record_changed_in_place() {
                 Backend.runOnThread("record = chart.Chart.find_meta_data_by_name('Fass 1')\nrecord.name, record.status, record.result = 'Neu', 'anders', 'error'\nchart.Chart.emit_meta_data_list_changed()");
                 tryVerify(() => part("heading")?.text === "Neu - anders");
@@ -313,7 +394,7 @@ chart.Chart.meta_data_list = entries`);
             }
 
             function test_thousand_charts() {
-                show(Array.from({length: 1000}, (_, i) => [`Fass ${i}`, "success", "s", "d", i]));
+                show(rows(1000));
                 verify(list.contentItem.children.length < 50, "only what shows is made");
                 list.positionViewAtIndex(999, ListView.End);
                 list.forceLayout();
@@ -337,7 +418,6 @@ chart.Chart.meta_data_list = entries`);
             }
 
             function test_a_change_keeps_the_place() {
-                const rows = count => Array.from({length: count}, (_, i) => [`Fass ${i}`, "success", "s", "d", i]);
                 show(rows(100));
                 list.positionViewAtIndex(50, ListView.Beginning);
                 const before = list.contentY - list.originY;

@@ -149,6 +149,19 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                 compare(items[3].x + items[3].width, page.width);
             }
 
+            function test_rows_from_top_to_bottom() {
+                const column = part("buttons").parent;
+                const rows = [part("optsLw").parent, part("buttons"), part("chartView"), part("swAutoScroll").parent];
+                compare(Array.from(column.children), rows);
+                for (let i = 1; i < rows.length; ++i) {
+                    compare(rows[i].y, rows[i - 1].y + rows[i - 1].height + 5);
+                }
+                compare(rows[3].y + rows[3].height, page.height);
+                compare(Array.from(rows[0].children), groups.map(name => part(name)));
+                compare(Array.from(rows[3].children), [part("swAutoScroll"), part("swShowAll")]);
+                verify(part("swAutoScroll").x < part("swShowAll").x);
+            }
+
             function test_unfolded_groups_push_the_rest_down() {
                 const before = groups.map(name => part(name).height);
                 for (let round = 0; round < 2; ++round) {

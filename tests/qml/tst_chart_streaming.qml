@@ -19,6 +19,12 @@ Item {
         }
     }
 
+    Component {
+        id: spyComponent
+
+        SignalSpy {}
+    }
+
     TestCase {
         name: "ChartStreaming"
         when: windowShown
@@ -77,6 +83,25 @@ Item {
             add(data.tag, [100, 1], [100.5, 1]);
             tryView(40.5, 100.5);
             compare(kept(), [40.5, 100.5]);
+        }
+
+        // The chart is laid out for each change of the range.
+        function test_the_range_changes_once_per_move() {
+            setData("p", [[0, 1], [300, 1]]);
+            tryView(240, 300);
+            const ranges = createTemporaryObject(spyComponent, root, {target: view.axisTime, signalName: "rangeChanged"});
+            add("p", [301, 1]);
+            tryView(241, 301);
+            compare(ranges.count, 1);
+            Input.turnWheel(findChild(page, "touchArea"), Qt.point(50, 0));
+            tryView(231, 291);
+            compare(ranges.count, 2);
+            Input.turnWheel(findChild(page, "touchArea"), Qt.point(0, 100));
+            tryView(241, 281);
+            compare(ranges.count, 3);
+            mouseClick(showAll);
+            tryView(0, 301);
+            compare(ranges.count, 4);
         }
 
         function test_other_lines_do_not_move_the_view() {

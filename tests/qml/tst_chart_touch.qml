@@ -83,6 +83,9 @@ Item {
         function test_properties() {
             compare([area.minimumTouchPoints, area.maximumTouchPoints, area.mouseEnabled], [0, 2, true]);
             compare([area.handleXActive, area.prevHandledPoints], [false, 0]);
+            const wheelArea = area.children[0];
+            compare([wheelArea.width, wheelArea.height], [area.width, area.height]);
+            verify(wheelArea.acceptedButtons === Qt.NoButton && wheelArea.propagateComposedEvents);
         }
 
         // 600 pixels are 60 s.

@@ -46,6 +46,13 @@ TestCase {
         compare(ChartsStuff.getNameErrorTextCaseSensitive(""), missing);
     }
 
+    // Both questions are asked, that for other charts first.
+    function test_chart_without_a_name() {
+        Backend.run("chart.Chart.assigned_names = ['']");
+        compare(ChartsStuff.getNameErrorText(""), "Der Name  ist bereits vergeben");
+        compare(ChartsStuff.getNameErrorTextCaseSensitive(""), "Der Name  ist bereits vergeben");
+    }
+
     function test_long_name() {
         const txt = "x".repeat(1000);
         Backend.run("chart.Chart.assigned_names = ['x' * 1000]");

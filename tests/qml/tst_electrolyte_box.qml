@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Layouts
 import QtTest
 
 import brovik.base
@@ -27,6 +28,12 @@ Item {
             sbMinimum.to: 50
             sbSetpoint.to: 100
         }
+    }
+
+    Component {
+        id: freshComponent
+
+        ElectrolyteBox {}
     }
 
     TestCase {
@@ -64,6 +71,46 @@ Item {
             verify(what.font.bold);
             compare(what.font.pointSize, Gui.fSizeL);
             compare(product.textFormat, Text.PlainText);
+        }
+
+        function test_order() {
+            const column = labels(box)[0].parent;
+            const kinds = [Label, Label, BrovikBoxSeparatorLine, RowLayout, BrovikBoxSeparatorLine, GridLayout, BrovikBoxSeparatorLine, BrovikDelayButton];
+            compare(column.children.length, kinds.length);
+            kinds.forEach((kind, i) => verify(column.children[i] instanceof kind, i));
+            for (let i = 1; i < kinds.length; ++i) {
+                verify(column.children[i].y >= column.children[i - 1].y + column.children[i - 1].height);
+            }
+        }
+
+        // Name and product, values beside their names, headings above their spin boxes.
+        function test_layout() {
+            waitForRendering(box);
+            const all = labels(box);
+            for (const label of all.slice(0, 2)) {
+                compare([label.horizontalAlignment, label.width], [Text.AlignHCenter, label.parent.width]);
+            }
+            const names = [2, 4, 6].map(i => all[i]);
+            const values = [3, 5, 7].map(i => all[i]);
+            compare(names.map(label => label.x + label.width), values.map(label => label.x));
+            compare(values.map(label => label.x), values.map(() => values[0].x));
+            const grid = names[0].parent;
+            const content = grid.parent;
+            verify(Math.abs(2 * grid.x + grid.width - content.width) <= 1);
+            compare([content.children[0].width, content.width], [content.children[2].width, all[0].width]);
+            [box.sbMinimum, box.sbSetpoint].forEach((spinBox, i) => {
+                const heading = all[8 + i];
+                verify(Math.abs(2 * (spinBox.x - heading.x) + spinBox.width - heading.width) <= 1);
+                verify(heading.y + heading.height <= spinBox.y);
+            });
+            compare([box.sbMinimum.x, box.sbSetpoint.x + box.sbSetpoint.width], [0, content.width]);
+            verify(Math.abs(box.sbMinimum.width - box.sbSetpoint.width) <= 1);
+            compare(box.btnStart.width, content.width);
+        }
+
+        function test_defaults() {
+            const fresh = createTemporaryObject(freshComponent, root);
+            compare([fresh.unit, fresh.active, fresh.btnStart.enabled], ["mS/cm", false, false]);
         }
 
         function test_highest_value_with_two_decimals_data() {

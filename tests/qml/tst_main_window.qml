@@ -107,6 +107,36 @@ Item {
             }
         }
 
+        function test_header_layout() {
+            const boxes = ["pressure", "conductivity", "status2", "status"].map(part);
+            compare(boxes.map(box => box.horizontalAlignment), [Text.AlignHCenter, Text.AlignHCenter, Text.AlignLeft, Text.AlignLeft]);
+            verify(boxes.every(box => box.verticalAlignment === Text.AlignVCenter));
+            compare(boxes[2].wrapMode, Text.WordWrap);
+            const [pressure, conductivity, status2, status] = boxes;
+            compare(pressure.mapToItem(null, 0, 0), Qt.point(0, 0));
+            verify(pressure.x + pressure.width <= conductivity.x && conductivity.x + conductivity.width <= status2.x);
+            compare(status2.x + status2.width, window.width);
+            compare(status.x, 0);
+            const tops = [pressure, status, part("tabs"), part("pages")].map(item => item.mapToItem(null, 0, 0).y);
+            compare(tops.slice().sort((a, b) => a - b), tops);
+        }
+
+        function test_tabs_between_the_tool_buttons() {
+            const [power, tabs, theme] = ["power", "tabs", "theme"].map(part);
+            compare(power.x, 0);
+            compare(tabs.x, power.width);
+            compare(theme.x, tabs.x + tabs.width);
+            compare(theme.x + theme.width, window.width);
+        }
+
+        // What is later lies above.
+        function test_order_of_the_children() {
+            const items = [part("pages").parent, part("simulatorButton"), part("inputPanel")];
+            const places = items.map(item => Array.from(window.contentItem.children).indexOf(item));
+            verify(places[0] >= 0 && places[0] < places[1] && places[1] < places[2], places);
+            compare(part("simulatorButton").win.objectName, "simulator");
+        }
+
         function test_tabs() {
             const tabs = part("tabs");
             compare([0, 1, 2].map(i => tabs.itemAt(i).text), ["Automatik", "Chart", "Settings"]);
@@ -217,6 +247,7 @@ Item {
             for (const name of ["power", "theme"]) {
                 compare(part(name).height, part("tabs").height);
                 compare(part(name).padding, 0);
+                compare(part(name).display, AbstractButton.IconOnly);
             }
         }
 
@@ -263,6 +294,7 @@ Item {
             const panel = part("inputPanel");
             compare([panel.x, panel.y, panel.z, panel.width], [0, window.height, 99, window.width]);
             compare(Common.mainHeight, window.height);
+            verify(panel.externalLanguageSwitchEnabled);
         }
 
         function test_keyboard_raised() {
@@ -275,6 +307,11 @@ Item {
             tryCompare(panel, "y", window.height - panel.height);
             verify(panel.height > 0);
             compare(panel.state, "visible");
+            // The animations of a transition are made when it first runs.
+            const slide = panel.transitions[0];
+            const animation = slide.animations[0];
+            compare([slide.to, slide.reversible], ["visible", true]);
+            compare([animation.properties, animation.duration, animation.easing.type], ["y", 250, Easing.InOutQuad]);
             compare(Common.mainHeight, panel.y);
             compare(pages.mapToItem(null, 0, pages.height).y, panel.y);
             Qt.inputMethod.hide();

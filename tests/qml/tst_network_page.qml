@@ -137,6 +137,16 @@ wifi.Wifi.quality_percantage = 0`);
             compare(name.font.pointSize, 12);
         }
 
+        // What the backend has told while the program was starting.
+        function test_page_made_later() {
+            Backend.run("wifi.Wifi.ssid, wifi.Wifi.ip_map_list = 'Halle', [{'name': 'lo', 'ip4': '127.0.0.1'}]\nwifi.Wifi.state = wifi.WifiStateEnum.Connected\nwifi.Wifi.quality_percantage = 90");
+            const later = createTemporaryObject(stackComponent, root).page;
+            compare([findChild(later, "current").ssid, findChild(later, "signal").state], ["Halle", "3"]);
+            compare(Array.from(later.ipsList, row => row.name), ["lo"]);
+            Backend.run("wifi.Wifi.state = wifi.WifiStateEnum.Connecting");
+            compare(findChild(createTemporaryObject(stackComponent, root), "signal").animated, true);
+        }
+
         // The connected network.
 
         function test_current_line() {
@@ -450,8 +460,8 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
             const seen = [];
             icon.stateChanged.connect(state => seen.push(state));
             Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Connecting");
-            tryVerify(() => seen.length === 5);
-            compare(seen, ["1", "2", "3", "1", "2"]);
+            tryVerify(() => seen.length >= 5);
+            compare(seen.slice(0, 5), ["1", "2", "3", "1", "2"]);
             // The level does not touch it meanwhile.
             Backend.runOnThread("wifi.Wifi.quality_percantage = 80");
             tryCompare(levelChanged, "count", 1);
@@ -465,9 +475,11 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
             tryCompare(icon, "state", "2");
             Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Connected");
             tryCompare(icon, "animated", false);
-            verify(icon.state === "2" || icon.state === "3");
+            verify(["1", "2", "3"].includes(icon.state));
+            compare([icon.source, Wifi.qualityLevel], [icon.sources[icon.state], -1]);
             Backend.runOnThread("wifi.Wifi.quality_percantage = 10");
             tryCompare(icon, "state", "1");
+            compare(levelChanged.count, 1);
         }
 
         // A long list

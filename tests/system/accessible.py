@@ -42,6 +42,11 @@ class Node:
         return str(self._accessible.get_name() or "")
 
     @property
+    def description(self) -> str:
+        """What is said of it beside its name."""
+        return str(self._accessible.get_description() or "")
+
+    @property
     def role(self) -> str:
         """Its role, such as `push button`, `label`, `check box`."""
         return str(self._accessible.get_role_name())

@@ -63,8 +63,10 @@ Item {
     Connections {
         target: Chart
 
+        // Once for all changes that wait: each time all visible entries are made anew.
+        // The linter does not know that callLater() takes a function.
         function onMetaDataListChanged() {
-            privat.showList();
+            Qt.callLater(privat.showList); // qmllint disable type
         }
     }
 

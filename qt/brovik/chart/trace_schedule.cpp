@@ -24,10 +24,9 @@ TraceSchedule::ViewMove::ViewMove()
 TraceSchedule::ViewMove::~ViewMove()
 {
     TraceSchedule &schedule = instance();
-    if (schedule.m_viewMoves == 1) {
+    if (--schedule.m_viewMoves == 0) {
         schedule.drawMoved();
     }
-    --schedule.m_viewMoves;
 }
 
 TraceSchedule &TraceSchedule::instance()
@@ -73,7 +72,7 @@ void TraceSchedule::run()
     m_posted = std::numeric_limits<int>::max(); // those that the news move draw at the end of this
     takeNews();
     m_posted = notPosted;
-    if (!m_withNews.isEmpty()) {
+    if (!m_withNews.isEmpty() || !m_moved.isEmpty()) {
         post(Qt::NormalEventPriority);
     }
 }

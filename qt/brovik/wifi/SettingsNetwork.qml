@@ -202,5 +202,7 @@ Item {
     Component.onCompleted: {
         Common.settingsNetworkIndex = StackLayout.index;
         SettingsNetworkData.settingsNetworkIndex = StackLayout.index;
+        // The backend may have told of them before there was a page.
+        privat.showAddresses();
     }
 }

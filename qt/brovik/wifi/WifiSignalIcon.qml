@@ -58,15 +58,22 @@ MyIcon {
         id: privat
 
         readonly property var nextState: ({"1": "2", "2": "3"})
+
+        function showLevel() {
+            if (!root.animated) {
+                root.state = Wifi.qualityLevel;
+            }
+        }
     }
 
     Connections {
         target: Wifi
 
         function onQualityLevelChanged() {
-            if (!root.animated) {
-                root.state = Wifi.qualityLevel;
-            }
+            privat.showLevel();
         }
     }
+
+    // The backend may have told of it before there was an icon.
+    Component.onCompleted: privat.showLevel()
 }

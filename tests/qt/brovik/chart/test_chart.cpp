@@ -14,6 +14,8 @@
 #include <QValueAxis>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -125,6 +127,20 @@ TEST_F(ChartTest, LinesBelongToTheChart)
     }
 }
 
+TEST_F(ChartTest, ClearsTheLinesInTheirOrder)
+{
+    QObject screen;
+    std::vector<std::string> cleared;
+    for (ChartLine *line : chart.lines()) {
+        line->setData({{0, 1}});
+        QObject::connect(line, &ChartLine::dataChanged, &screen,
+                         [&cleared, line] { cleared.push_back(line->name().toStdString()); });
+    }
+    chart.clear();
+    EXPECT_THAT(cleared, ElementsAre("co2", "heiss", "kalt", "kanal", "kreis", "lIn", "lOut", "luft", "lw",
+                                     "p", "pumpe", "sIn", "sOut", "steam", "step"));
+}
+
 TEST_F(ChartTest, InitialView)
 {
     EXPECT_EQ(chart.shownSecs(), 60.0);
@@ -189,6 +205,18 @@ TEST_F(ChartTest, ASignalLeavesWithThePointStored)
     chart.p()->addPoint({1, 2});
     chart.p()->disconnect(chart.p());
     EXPECT_EQ(stored, 1);
+}
+
+TEST_F(ChartTest, TheComplaintComesAfterTheSignal)
+{
+    const LogCapture log;
+    QObject screen;
+    QList<qsizetype> complaints;
+    QObject::connect(chart.p(), &ChartLine::pointAdded, &screen,
+                     [&] { complaints.append(log.texts(QtCriticalMsg).size()); });
+    chart.p()->addPoint({1, 2});
+    EXPECT_THAT(complaints, ElementsAre(0));
+    EXPECT_EQ(log.texts(QtCriticalMsg).size(), 1);
 }
 
 TEST_F(ChartTest, NoComplaintWhileThereIsASeries)
@@ -270,6 +298,13 @@ TEST_F(ChartTest, QmlGetsANewCopyEachTime)
     EXPECT_EQ(QJSEngine::objectOwnership(first[0]), QJSEngine::CppOwnership);
     chart.metaDataList().at(0)->setName(QStringLiteral("b"));
     EXPECT_EQ(first[0]->name(), QStringLiteral("a"));
+}
+
+TEST_F(ChartTest, QmlCannotChangeTheList)
+{
+    const QQmlListReference list(&chart, "metaDataList");
+    EXPECT_TRUE(list.canCount() && list.canAt());
+    EXPECT_FALSE(list.canAppend() || list.canClear() || list.canReplace() || list.canRemoveLast());
 }
 
 TEST_F(ChartTest, CopiesGoWhenTheScreensHaveNewerOnes)
