@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls
 import QtTest
 
 import brovik.base
@@ -7,7 +6,6 @@ import brovik.components
 import brovik.gui
 import brovik.shell
 import kubelor.test
-import "items.js" as Items
 
 // The frame of the update pages: actions, tabs, and what they report.
 Item {
