@@ -5,6 +5,7 @@
 #include <pybind11/embed.h>
 
 #include <QDebug>
+#include <QFile>
 #include <QSettings>
 #include <QThread>
 
@@ -59,6 +60,12 @@ void Backend::setDarkTheme(bool dark)
 void Backend::forgetSettings()
 {
     QSettings().clear();
+}
+
+QString Backend::settingsFile()
+{
+    QFile file(QSettings().fileName());
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
 void Backend::startRecordingPrints()

@@ -63,7 +63,7 @@ ColumnLayout {
                         required property int index
                         required property string modelData
 
-                        Layout.fillWidth: root.headerFillWidths[index] === true
+                        Layout.fillWidth: Boolean(root.headerFillWidths[index])
                         Layout.minimumWidth: privat.limit(root.headerMinWidths[index])
                         Layout.maximumWidth: privat.limit(root.headerMaxWidths[index])
                         font.bold: true
