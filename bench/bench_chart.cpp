@@ -1,6 +1,7 @@
 // The chart on a real window: what a point, a move of the view and a load cost the GUI thread, and the memory
 // of a long recording. Needs a display.
 
+#include "axis_range.h"
 #include "chart.h"
 #include "trace_schedule.h"
 
@@ -16,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -80,6 +82,19 @@ ChartLine::Points switching(qsizetype count)
     return points;
 }
 
+double milliseconds(const QElapsedTimer &timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) * 1e-6;
+}
+
+/// What this thread has used of the processor: other programs do not count.
+double busyMilliseconds()
+{
+    timespec used{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) * 1e-6;
+}
+
 /// Times of single events, in milliseconds, of which the median counts.
 class Samples
 {
@@ -95,11 +110,10 @@ public:
         m_state.counters["median_ms"] = *middle;
     }
 
-    void take(const QElapsedTimer &timer)
+    void take(double milliseconds)
     {
-        const double nanoseconds = static_cast<double>(timer.nsecsElapsed());
-        m_times.push_back(nanoseconds * 1e-6);
-        m_state.SetIterationTime(nanoseconds * 1e-9);
+        m_times.push_back(milliseconds);
+        m_state.SetIterationTime(milliseconds * 1e-3);
     }
 
 private:
@@ -157,14 +171,14 @@ void addPoint(benchmark::State &state, bool showAll)
             chart().lw()->addPoint(pointAt(index));
         }).join();
         ++index;
-        QElapsedTimer timer;
-        timer.start();
+        const double before = busyMilliseconds();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); // the points
         QCoreApplication::sendPostedEvents(&TraceSchedule::instance());
-        samples.take(timer);
+        samples.take(busyMilliseconds() - before);
+        QElapsedTimer timer;
         timer.start();
         awaitFrame();
-        frames += static_cast<double>(timer.nsecsElapsed()) * 1e-6;
+        frames += milliseconds(timer);
     }
     state.counters["frame_ms"] = frames / static_cast<double>(state.iterations());
     clearChart();
@@ -194,11 +208,9 @@ template <typename Move> void moveView(benchmark::State &state, const Move &move
         move(from, to);
         QElapsedTimer timer;
         timer.start();
-        // One after the other, as QML sets them.
-        time.setMin(from);
-        time.setMax(to);
+        AxisRange().set(&time, from, to);
         awaitFrame();
-        samples.take(timer);
+        samples.take(milliseconds(timer));
     }
     clearChart();
 }
@@ -240,7 +252,7 @@ void loadChart(benchmark::State &state)
         load();
         handleAll();
         awaitFrame();
-        samples.take(timer);
+        samples.take(milliseconds(timer));
         clearChart();
     }
 }
@@ -304,15 +316,109 @@ void dayOfRecording(benchmark::State &state)
     }
 }
 
+void click(const char *button)
+{
+    QMetaObject::invokeMethod(&part(button), "click");
+}
+
+Chart::MetaDataList savedCharts(int count)
+{
+    Chart::MetaDataList list;
+    for (int index = 0; index < count; ++index) {
+        list.append({QStringLiteral("Fass %1 vom Dienstag").arg(index), QStringLiteral("success"),
+                     QStringLiteral("Reinigung mit Lauge und Säure beendet"),
+                     QStringLiteral("21.11.2026 16:30:00"), 60 * index});
+    }
+    return list;
+}
+
+/// So many saved charts: from the press on the button to the frame that shows their list.
+void openList(benchmark::State &state)
+{
+    Samples samples(state);
+    for ([[maybe_unused]] const auto _ : state) {
+        chart().setMetaDataList(savedCharts(static_cast<int>(state.range(0))));
+        handleAll();
+        awaitFrame();
+        QElapsedTimer timer;
+        timer.start();
+        click("btnBrowser");
+        awaitFrame();
+        samples.take(milliseconds(timer));
+        click("back");
+        chart().setMetaDataList({});
+        awaitFrame();
+    }
+}
+
+/// A list of so many saved charts that shows, from the signal of a change to the frame.
+void changeList(benchmark::State &state)
+{
+    chart().setMetaDataList(savedCharts(static_cast<int>(state.range(0))));
+    handleAll();
+    click("btnBrowser");
+    awaitFrame();
+    Samples samples(state);
+    for ([[maybe_unused]] const auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        chart().emitMetaDataListChanged();
+        awaitFrame();
+        samples.take(milliseconds(timer));
+    }
+    click("back");
+    chart().setMetaDataList({});
+    awaitFrame();
+}
+
+/// The frames of a flick through so many saved charts, from the first to the last, as far as half the list is
+/// high for each: faster than any finger. The GUI thread's time.
+void scrollList(benchmark::State &state)
+{
+    constexpr double pixelsPerFrame = 600;
+    chart().setMetaDataList(savedCharts(static_cast<int>(state.range(0))));
+    handleAll();
+    click("btnBrowser");
+    awaitFrame();
+    auto &list = part("list");
+    double longest = 0;
+    double frames = 0;
+    qsizetype count = 0;
+    Samples samples(state);
+    for ([[maybe_unused]] const auto _ : state) {
+        QMetaObject::invokeMethod(&list, "positionViewAtBeginning");
+        awaitFrame();
+        for (; !list.property("atYEnd").toBool(); ++count) {
+            QElapsedTimer timer;
+            timer.start();
+            const double before = busyMilliseconds();
+            list.setProperty("contentY", list.property("contentY").toDouble() + pixelsPerFrame);
+            awaitFrame();
+            const double busy = busyMilliseconds() - before;
+            longest = std::max(longest, busy);
+            samples.take(busy);
+            frames += milliseconds(timer);
+        }
+    }
+    state.counters["frame_ms"] = frames / static_cast<double>(count);
+    state.counters["longest_ms"] = longest;
+    click("back");
+    chart().setMetaDataList({});
+    awaitFrame();
+}
+
 /// Timed by itself, in milliseconds. The number of rounds is fixed, since most of their time is not counted.
 #define CHART_BENCHMARK(function, name, rounds)                                                              \
     BENCHMARK(function)->Name(name)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(rounds)
 
-CHART_BENCHMARK(addPointFollowing, "chart_add_point/following", 20)->Arg(1000)->Arg(10000)->Arg(100000);
-CHART_BENCHMARK(addPointShowingAll, "chart_add_point/all", 20)->Arg(1000)->Arg(10000)->Arg(100000);
+CHART_BENCHMARK(addPointFollowing, "chart_add_point/following", 50)->Arg(1000)->Arg(10000)->Arg(100000);
+CHART_BENCHMARK(addPointShowingAll, "chart_add_point/all", 50)->Arg(1000)->Arg(10000)->Arg(100000);
 CHART_BENCHMARK(pan, "chart_pan", 20)->Arg(60)->Arg(3600)->Arg(45000);
 CHART_BENCHMARK(zoom, "chart_zoom", 20)->Arg(60)->Arg(3600)->Arg(45000);
 CHART_BENCHMARK(loadChart, "chart_load", 5);
+CHART_BENCHMARK(openList, "chart_list_open", 10)->Arg(10)->Arg(1000);
+CHART_BENCHMARK(changeList, "chart_list_change", 10)->Arg(10)->Arg(1000);
+CHART_BENCHMARK(scrollList, "chart_list_scroll", 1)->Arg(1000);
 BENCHMARK(loadsAndClears)->Name("chart_100_loads")->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(dayOfRecording)->Name("chart_day")->Iterations(1)->Unit(benchmark::kMillisecond);
 

@@ -13,10 +13,11 @@ from typing import Any
 NS_PER = {"ns": 1.0, "us": 1e3, "ms": 1e6}
 
 
-# What the chart's benchmarks count, in their order.
-CHART_COLUMNS = {
+# What the screens' benchmarks count, in their order.
+SCREEN_COLUMNS = {
     "median_ms": "median, ms",
-    "frame_ms": "then to the frame, ms",
+    "longest_ms": "longest, ms",
+    "frame_ms": "to the frame, ms",
     "growth_mib": "growth, MiB",
     "memory_mib": "memory, MiB",
 }
@@ -32,16 +33,16 @@ def median_runs(folder: Path) -> Iterator[Run]:
                 yield run
 
 
-def is_chart(run: Run) -> bool:
-    """Charts are counted by other measures than time per item."""
-    return str(run["run_name"]).startswith("chart_")
+def is_screen(run: Run) -> bool:
+    """Screens are counted by other measures than time per item."""
+    return any(column in run for column in SCREEN_COLUMNS)
 
 
 def per_item_ns(runs: list[Run]) -> dict[str, float]:
-    """Median nanoseconds per item of every benchmark but those of the chart."""
+    """Median nanoseconds per item of every benchmark but those of the screens."""
     result = {}
     for run in runs:
-        if not is_chart(run):
+        if not is_screen(run):
             items = run.get("items_per_second")
             seconds = 1e9 / items if items else run["real_time"] * NS_PER[run["time_unit"]]
             result[run["run_name"]] = seconds
@@ -72,13 +73,13 @@ def print_delays(runs: list[Run]) -> None:
             print(f"\n{run['run_name']}: {writes:.0f} writes per second, seen {run['delay_us']:.0f} µs later")
 
 
-def print_charts(runs: list[Run]) -> None:
-    """One row for each benchmark of the chart."""
-    print(f"\n| Chart | {' | '.join(CHART_COLUMNS.values())} |")
-    print("|---" * (len(CHART_COLUMNS) + 1) + "|")
-    for run in sorted(filter(is_chart, runs), key=lambda run: str(run["run_name"])):
+def print_screens(runs: list[Run]) -> None:
+    """One row for each benchmark of a screen."""
+    print(f"\n| Screen | {' | '.join(SCREEN_COLUMNS.values())} |")
+    print("|---" * (len(SCREEN_COLUMNS) + 1) + "|")
+    for run in sorted(filter(is_screen, runs), key=lambda run: str(run["run_name"])):
         name = re.sub(r"/(iterations:\d+|manual_time)", "", run["run_name"])
-        cells = (f"{run[column]:.2f}" if column in run else "" for column in CHART_COLUMNS)
+        cells = (f"{run[column]:.2f}" if column in run else "" for column in SCREEN_COLUMNS)
         print(f"| {name} | {' | '.join(cells)} |")
 
 
@@ -100,7 +101,7 @@ def main() -> None:
     runs = list(median_runs(folder))
     print_benchmarks(per_item_ns(runs))
     print_delays(runs)
-    print_charts(runs)
+    print_screens(runs)
     print_processes(json.loads((folder / "process").read_text(encoding="utf-8")))
 
 

@@ -10,7 +10,9 @@ import brovik.base
 import brovik.chart
 import brovik.gui
 import brovik.sensor
+import brovik.shell
 import brovik.simulator
+import brovik.wifi
 import main
 
 BaseTemplate {
@@ -127,6 +129,8 @@ BaseTemplate {
         }
 
         StackLayout {
+            id: pages
+
             objectName: "pages"
 
             Layout.leftMargin: Common.spacing
@@ -145,6 +149,12 @@ BaseTemplate {
                 id: settings
             }
         }
+    }
+
+    Binding {
+        target: SettingsNetworkData
+        property: "settingsOverviewSelected"
+        value: settings.StackLayout.index === pages.currentIndex
     }
 
     PowerPopup {
@@ -210,6 +220,11 @@ BaseTemplate {
             settings.changeIndex(index);
         }
 
+        function showUpdates(index: int) {
+            tabs.currentIndex = Common.settingsOverviewIndex;
+            settings.showUpdatePage(index);
+        }
+
         function followPage() {
             switch (Gui.page) {
             case Gui.PageAuto:
@@ -226,9 +241,10 @@ BaseTemplate {
                 privat.showSettings(Common.handOpIndex);
                 break;
             case Gui.PageUpdatesOverview:
+                privat.showUpdates(ShellData.updatesOverviewIndex);
+                break;
             case Gui.PageUpdatesShell:
-                tabs.currentIndex = Common.settingsOverviewIndex;
-                settings.showUpdatePage();
+                privat.showUpdates(ShellData.updatesTabConsoleOutputIndex);
                 break;
             }
         }

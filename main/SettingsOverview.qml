@@ -6,6 +6,8 @@ import QtQuick.Layouts
 import brovik.base
 import brovik.components
 import brovik.gui
+import brovik.shell
+import brovik.wifi
 import main
 
 ColumnLayout {
@@ -19,9 +21,10 @@ ColumnLayout {
         selection.currentIndex = index;
     }
 
-    // Shows the update pages, and this tab of theirs.
+    // Shows the update pages, and this tab of theirs: the overview, if there is none with that index.
     function showUpdatePage(index = 0) {
-        root.changeIndex(updates.StackLayout.index);
+        root.changeIndex(ShellData.updatesOverviewIndex);
+        updates.currentIndex = index >= 0 && index < updates.tabCount ? index : ShellData.updatesTabOverviewIndex;
     }
 
     ComboBox {
@@ -54,11 +57,11 @@ ColumnLayout {
 
         SettingsMisc {}
 
-        // The place of the network page.
-        Item {}
+        SettingsNetwork {
+            id: network
+        }
 
-        // The place of the update pages.
-        Item {
+        UpdatesOverview {
             id: updates
         }
 
@@ -66,8 +69,31 @@ ColumnLayout {
 
         HandOp {}
 
-        // The place of the login to a wireless network.
-        Item {}
+        WifiLoginPage {
+            id: login
+
+            onConnect: {
+                Wifi.toPy(Wifi.Connect, [login.essid, login.psk]);
+                root.changeIndex(SettingsNetworkData.settingsNetworkIndex);
+                network.emptyWifiList();
+            }
+            onGoBack: root.changeIndex(SettingsNetworkData.settingsNetworkIndex)
+        }
+    }
+
+    Binding {
+        target: SettingsNetworkData
+        property: "settingsNetworkSelected"
+        value: network.isCurrent
+    }
+
+    Connections {
+        target: Wifi
+
+        function onGotLoginData(essid: string, psk: string) {
+            login.init(essid, psk);
+            root.changeIndex(SettingsNetworkData.wifiLoginPageIndex);
+        }
     }
 
     Component.onCompleted: Common.settingsOverviewIndex = StackLayout.index

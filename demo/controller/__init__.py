@@ -2,8 +2,8 @@
 
 The host imports this package, calls `init`, and then one of the functions below for each action
 of the operator, all on the interpreter thread. They do no work themselves: what concerns the
-machine is handed to its thread (`machine_thread`), what is to be kept to the thread that writes
-(`storage`).
+machine is handed to its thread (`machine_thread`), what concerns updates and the network to theirs
+(`service_thread`), what is to be kept to the thread that writes (`storage`).
 """
 
 import atexit
@@ -15,7 +15,7 @@ from brovik import Logger
 from brovik.actuator import ActuatorEnum
 from brovik.auto import AutoEnum
 from brovik.chart import ChartEnum
-from brovik.gui import Gui, GuiEnum
+from brovik.gui import GuiEnum
 from brovik.sensor import SensorEnum
 from brovik.settings import SettingsEnum
 from brovik.shell import ShellActionEnum
@@ -39,7 +39,7 @@ def backend() -> Backend:
 
 def init(_debug: bool) -> None:
     """Starts the demo machine. The host shows an exception and leaves the controls disabled."""
-    backend().machine.start()
+    backend().start()
     # Python waits at its end for non-daemon threads only, and before it calls this.
     atexit.register(backend().stop)
 
@@ -80,9 +80,9 @@ def sensor_value_from_cpp(enum: SensorEnum, state: bool) -> None:
 
 
 @entry
-def shell_action_from_cpp(enum: ShellActionEnum, _value: object) -> None:
-    """An action of the update facility. The demo machine has nothing to update."""
-    _not_on_this_machine(f"Update-Aktion {enum.name}")
+def shell_action_from_cpp(enum: ShellActionEnum, value: object) -> None:
+    """An action of the update facility."""
+    backend().maintenance.update_action(enum, value)
 
 
 @entry
@@ -98,11 +98,6 @@ def settings_from_cpp(enum: SettingsEnum, value: object) -> None:
 
 
 @entry
-def wifi_action_from_cpp(enum: WifiActionEnum, _value: object) -> None:
-    """An action on the network. The demo machine leaves the network alone."""
-    _not_on_this_machine(f"Netzwerk-Aktion {enum.name}")
-
-
-def _not_on_this_machine(what: str) -> None:
-    Logger.info(f"{what}: auf der Demo-Maschine nicht verfügbar")
-    Gui.toast_warn("Auf der Demo-Maschine nicht verfügbar")
+def wifi_action_from_cpp(enum: WifiActionEnum, value: object) -> None:
+    """An action on the network."""
+    backend().maintenance.network_action(enum, value)

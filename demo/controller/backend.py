@@ -19,9 +19,11 @@ from .charts import Charts
 from .interrupted import RunNote
 from .jobs import READY_STATUS
 from .machine_thread import MachineThread
+from .maintenance import Maintenance, read_stored
 from .operation import Operation
 from .process.plant import Fault, Plant
 from .recording import Recorder
+from .service_thread import ServiceThread
 from .storage import MACHINE, RUN, SETTINGS, Change, StorageWriter, open_storage
 
 CONFIG_DIR: Final = "BROVIK_CONFIG_DIR"
@@ -30,11 +32,12 @@ FAULT: Final = "BROVIK_DEMO_FAULT"
 SIMULATOR: Final = "BROVIK_DEMO_SIMULATOR"
 
 
-class Backend:
+class Backend:  # pylint: disable=too-many-instance-attributes
     """Holds what the entry functions need.
 
     They run on the interpreter thread; `operation` belongs to the machine thread, and `machine`
-    carries calls there. The storage belongs to the thread of its writer.
+    carries calls there. `maintenance` takes its actions to a thread of its own. The storage belongs
+    to the thread of its writer.
     """
 
     def __init__(self, directory: Path | None, time_factor: float, faults: Set[Fault]) -> None:
@@ -44,6 +47,7 @@ class Backend:
         equipment = configuration.apply(stored)
         settings.load(storage.read(SETTINGS))
         self._note = RunNote.read(storage.read(RUN))
+        maintained = read_stored(storage)
 
         self._writer = StorageWriter(storage, forward_exception)
         self._writer.submit(Change(MACHINE, configuration.missing(stored)))
@@ -55,6 +59,13 @@ class Backend:
         self.operation = Operation(self._board, Plant(faults), equipment, self._writer, recorder)
         self.machine = MachineThread(self.operation, time_factor)
         self.charts = Charts(recorder, self._writer, saved_charts, self.machine.post)
+        services = ServiceThread(time_factor)
+        self.maintenance = Maintenance(
+            maintained,
+            self._writer,
+            services,
+            lambda: services.done_by(self.machine.post, self.operation.reserve_for_upgrade),
+        )
         Gui.status = READY_STATUS
 
     @classmethod
@@ -69,6 +80,11 @@ class Backend:
         Simulator.enabled = os.environ.get(SIMULATOR) == "1" or Simulator.enabled
         return backend
 
+    def start(self) -> None:
+        """Starts the threads."""
+        self.machine.start()
+        self.maintenance.start()
+
     def screens_ready(self) -> None:
         """The screens can take questions now."""
         if self._note is not None:
@@ -77,7 +93,9 @@ class Backend:
 
     def stop(self) -> None:
         """Leaves the machine with all outputs off. A run in progress stays noted as interrupted."""
+        self.maintenance.stop()
         self.machine.stop()
+        self.operation.stop()
         self._board.all_off()
         self._writer.stop()
 

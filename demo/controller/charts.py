@@ -2,6 +2,7 @@
 
 from collections.abc import Callable, Iterable
 from dataclasses import replace
+from html import escape
 from typing import Final, TypeVar
 
 from brovik import Logger
@@ -149,7 +150,7 @@ class Charts:  # pylint: disable=too-few-public-methods
             Gui.message("Chart Name", "Es ist eine Eingabe erforderlich", "error")
             return False
         if name in self._saved:
-            Gui.message("Chart Name", f"Der Name {name} ist bereits vergeben", "error")
+            Gui.message("Chart Name", f"Der Name {escape(name)} ist bereits vergeben", "error")
             return False
         return True
 

@@ -52,6 +52,11 @@ BATH_VIEWS: Final = {
 }
 
 
+def job_running() -> bool:
+    """Whether a job is running. For any thread; only on the machine's it stays true for a while."""
+    return Auto.active or any(getattr(Auto, view.active) for view in BATH_VIEWS.values())
+
+
 def show_progress(percent: int, text: str, color: ProgressColor = ProgressColor.Normal) -> None:
     """Sets the three parts of the progress display. Below 0 percent the bar is indeterminate."""
     Auto.progress = percent
@@ -99,6 +104,10 @@ class Job(ABC):
         """Ends the job where it stands."""
         Logger.info(f"{self.title} abgebrochen")
         self._end(self.aborted)
+
+    def break_off(self) -> None:
+        """Switches off what the step under way has switched on, and shows nothing of it."""
+        self._steps.close()
 
     def _fail(self, reason: str) -> None:
         Logger.warning(f"{self.title} fehlgeschlagen: {reason}")

@@ -8,6 +8,7 @@ from brovik.auto import AutoEnum
 from brovik.gui import Gui
 from brovik.sensor import Sensor, SensorEnum
 from brovik.settings import SettingsValues
+from brovik.shell import Shell
 
 from . import hand
 from .board import Board
@@ -70,6 +71,12 @@ class Operation:
         level = "erreicht" if Sensor.level.state else "unterschritten"
         Gui.status2 = f"Laugebecken {self._plant.lye_temperature:.0f} °C{heater}\nFüllstand {level}"
 
+    def stop(self) -> None:
+        """Breaks off a job that is running. For the time after the thread."""
+        if self._job is not None:
+            # Else its steps would switch outputs whenever Python came to collect them.
+            self._job.break_off()
+
     # What the operator does.
 
     def toggle(self, enum: AutoEnum) -> None:
@@ -116,6 +123,12 @@ class Operation:
             "Verwerfen",
             lambda yes: self._continue(note) if yes else self._writer.submit(NO_RUN),
         )
+
+    def reserve_for_upgrade(self) -> bool:
+        """Keeps jobs from starting until the program ends. False if one is running."""
+        if self._job is None:
+            Shell.upgrade_in_progress_or_finished = True
+        return self._job is None
 
     # Jobs.
 
@@ -174,9 +187,14 @@ class Operation:
             self._job = BathTest(self._board, recipe, electrolyte)
 
     def _may_start(self) -> bool:
+        reason = ""
         if Sensor.lw_sensor_defective:
-            Gui.toast_warn("Es wird kein Signal vom Leitwertsensor erkannt")
-        return not Sensor.lw_sensor_defective
+            reason = "Es wird kein Signal vom Leitwertsensor erkannt"
+        elif Shell.upgrade_in_progress_or_finished:
+            reason = "Nach einem Upgrade muss die Maschine neu gestartet werden"
+        if reason:
+            Gui.toast_warn(reason)
+        return not reason
 
     def _prepare(self) -> None:
         """Leaves nothing behind of what was before the job."""

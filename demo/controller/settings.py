@@ -4,12 +4,12 @@ from collections.abc import Mapping
 from typing import Any, Final
 
 from brovik import Logger
-from brovik.auto import Auto
 from brovik.gui import Gui, IconEnum
 from brovik.sensor import Sensor
 from brovik.settings import SettingsEnum, SettingsKeys, SettingsValues
 
 from . import storage
+from .jobs import job_running
 from .storage import Change, StorageWriter
 from .values import Value, fitting
 
@@ -72,7 +72,7 @@ class SettingsKeeper:  # pylint: disable=too-few-public-methods
             Logger.warning(f"Einstellung {key!r} bleibt unverändert: {error}")
 
     def _change_offset(self, action: SettingsEnum) -> None:
-        if Auto.active or Auto.lw_saure_active or Auto.lw_lauge_active:
+        if job_running():
             Gui.toast_warn("Während eines Laufs lässt sich nicht kalibrieren")
             return
         if action == SettingsEnum.POffsetSet:

@@ -8,6 +8,7 @@ import json
 import sqlite3
 import threading
 from collections.abc import Callable, Iterable, Mapping
+from contextlib import suppress
 from dataclasses import dataclass
 from datetime import datetime
 from pathlib import Path
@@ -17,9 +18,12 @@ from typing import Final, TypeAlias
 from . import saved_charts
 
 FILE_NAME: Final = "kubelor-demo.sqlite3"
+PRIVATE: Final = 0o600
 SETTINGS: Final = "settings"
 MACHINE: Final = "machine"
 RUN: Final = "run"
+PACKAGES: Final = "packages"
+NETWORK: Final = "network"
 
 _COMPANIONS: Final = ("", "-wal", "-shm")
 _SCHEMA: Final = """
@@ -125,6 +129,7 @@ def open_storage(directory: Path | None, report: Callable[[str], None]) -> Stora
 
 
 def _open_or_renew(path: Path, report: Callable[[str], None]) -> Storage:
+    _make_private(path)
     try:
         return Storage(path)
     except sqlite3.DatabaseError as error:
@@ -136,6 +141,13 @@ def _open_or_renew(path: Path, report: Callable[[str], None]) -> Storage:
             "Es gelten die Vorgaben."
         )
         return Storage(path)
+
+
+def _make_private(path: Path) -> None:
+    """The file has passwords of networks in it, so nobody else may read it."""
+    with suppress(OSError):  # What is wrong with it, opening it will tell.
+        path.touch(PRIVATE)
+        path.chmod(PRIVATE)
 
 
 def _move_aside(path: Path) -> Path:

@@ -6,7 +6,8 @@ import tempfile
 import threading
 import time
 import unittest
-from collections.abc import Callable
+from collections.abc import Callable, Mapping
+from contextlib import closing
 from pathlib import Path
 from typing import Any
 
@@ -16,10 +17,12 @@ import controller
 from brovik.actuator import Actuator, ActuatorEnum
 from brovik.auto import Auto, ProgressColor
 from brovik.config import Config, MachineVersion
-from brovik.gui import Gui
+from brovik.gui import Gui, PageEnum
 from brovik.sensor import Sensor
 from brovik.settings import SettingsValues
+from brovik.shell import ChangelogEntryVector, Shell
 from brovik.simulator import Simulator
+from brovik.wifi import Wifi, WifiStateEnum
 from controller.backend import Backend
 from controller.operation import Operation
 from controller.process.plant import Fault
@@ -47,6 +50,11 @@ def reset_host() -> None:
     Actuator.unblock_all_except_of(set())
     for dout in Actuator.all_douts:
         dout.state = False
+    Gui.page = PageEnum.Auto
+    Shell.locked = Shell.testing_repo_enabled = Shell.upgrade_in_progress_or_finished = False
+    Shell.installed, Shell.upgradables, Shell.changelogs = [], [], ChangelogEntryVector()
+    Wifi.state, Wifi.ssid, Wifi.quality_percantage, Wifi.is_5_ghz = WifiStateEnum.Disconnected, "", 0, False
+    Wifi.ip_map_list, Wifi.scan_results = [], {}
 
 
 def outputs_on() -> set[str]:
@@ -67,9 +75,17 @@ class DemoCase(unittest.TestCase):
 
     def configure(self, **values: object) -> None:
         """Stores a configuration of the machine."""
-        storage = Storage(self.directory / FILE_NAME)
-        storage.apply([Change(MACHINE, values)])
-        storage.close()
+        self.put_into_file(MACHINE, values)
+
+    def put_into_file(self, section: str, values: Mapping[str, object]) -> None:
+        """Stores values for the next start."""
+        with closing(Storage(self.directory / FILE_NAME)) as storage:
+            storage.apply([Change(section, values)])
+
+    def in_file(self, section: str) -> dict[str, Any]:
+        """What is stored. A stopped backend has written all of it."""
+        with closing(Storage(self.directory / FILE_NAME)) as storage:
+            return storage.read(section)
 
     def until(self, condition: Callable[[], Any], what: str = "condition") -> None:
         """Waits for a condition that another thread brings about."""
@@ -136,6 +152,13 @@ class RunningCase(DemoCase):
 
     def handled(self) -> None:
         """Waits until the machine thread has run all that was posted to it."""
+        self._wait_for(controller.backend().machine.post)
+
+    def services_handled(self) -> None:
+        """Waits until the services' thread has taken up all that was posted to it."""
+        self._wait_for(controller.backend().maintenance.services.post)
+
+    def _wait_for(self, post: Callable[[Callable[[], None]], None]) -> None:
         done = threading.Event()
-        controller.backend().machine.post(done.set)
+        post(done.set)
         self.assertTrue(done.wait(DEADLINE_SECS))

@@ -63,6 +63,7 @@ class EntryTest(RunningCase):
             with self.subTest(function.__name__, arguments=arguments):
                 self.assertIsNone(function(*arguments))
         self.handled()
+        self.services_handled()
         self.assertEqual(self.signals("exception"), [])
         self.assertGreater(len(log.messages), 100)
         self.stop()
@@ -126,13 +127,6 @@ class EntryTest(RunningCase):
         controller.simulator_value_from_cpp(SimuEnum.AIn1, 55.0)
         self.assertEqual(Simulator.a_in_1, 55)
 
-    def test_what_this_machine_has_not(self) -> None:
-        """Updates and network are answered with a word."""
-        self.start()
-        controller.shell_action_from_cpp(ShellActionEnum.Update, None)
-        controller.wifi_action_from_cpp(WifiActionEnum.Scan, None)
-        self.assertEqual(len(self.signals("toastWarn")), 2)
-
 
 class EnvironmentTest(RunningCase):
     """Time factor and faults."""
@@ -163,7 +157,7 @@ class EndTest(RunningCase):
     """The end of the interpreter."""
 
     def test_prompt(self) -> None:
-        """Both threads end at once, with work in their queues."""
+        """All threads end at once, with work in their queues."""
         self.start(factor=0.01)
         for _ in range(100):
             controller.actuator_toggle_from_cpp(ActuatorEnum.MvKalt)

@@ -1,5 +1,6 @@
 """The automatic run of the demo machine."""
 
+import gc
 import unittest
 from unittest.mock import patch
 
@@ -203,6 +204,19 @@ class AbortTest(SteppedCase):
         self.operation.toggle(AutoEnum.Toggle)
         self.assert_clean()
 
+    def test_end_of_the_backend(self) -> None:
+        """Breaks a run off for good: what is left of it switches nothing later."""
+        backend = self.make()
+        self.operation.toggle(AutoEnum.Toggle)
+        self.run_until(lambda: Actuator.mv_luft.state, "air")
+        backend.stop()
+        self.assertEqual(outputs_on(), set())
+        self.doCleanups()
+        Actuator.mv_luft.state = True
+        del backend, self.backend, self.operation
+        gc.collect()
+        self.assertTrue(Actuator.mv_luft.state)
+
     def test_run_after_an_abort(self) -> None:
         """Reaches its end."""
         self.make()
@@ -286,6 +300,8 @@ class ThreadedRunTest(RunningCase):
         controller.auto_value_from_cpp(AutoEnum.Toggle, None)
         self.until(lambda: Auto.active, "start")
         self.until(lambda: not Auto.active, "end")
+        # The end is shown piece by piece, and from here on nothing else is.
+        self.handled()
         _probe.settle()
         self.assertEqual(_probe.qml("Auto", "progress"), 100)
         self.assertEqual(_probe.qml("Gui", "status"), "Bereit")

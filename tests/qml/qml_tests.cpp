@@ -1,6 +1,7 @@
 #include "backend.h"
 #include "gui.h"
 #include "input.h"
+#include "objects.h"
 
 #include <pybind11/embed.h>
 
@@ -40,6 +41,8 @@ int main(int argc, char **argv)
     qmlRegisterSingletonInstance("kubelor.test", 1, 0, "Backend", &backend);
     Input input;
     qmlRegisterSingletonInstance("kubelor.test", 1, 0, "Input", &input);
+    Objects objects;
+    qmlRegisterSingletonInstance("kubelor.test", 1, 0, "Objects", &objects);
     Setup setup;
     return quick_test_main_with_setup(argc, argv, "qml", QUICK_TEST_SOURCE_DIR, &setup);
 }

@@ -321,6 +321,21 @@ chart.Chart.meta_data_list = entries`);
                 list.positionViewAtBeginning();
             }
 
+            function test_entries_are_right_wherever_the_list_is_scrolled_to() {
+                const results = ["success", "warning", "error", "?"];
+                show(Array.from({length: 1000}, (_, i) => [`Fass ${i}`, results[i % 4], `Status ${i}`, `Tag ${i}`, i]));
+                for (const place of [0, 3, 500, 503, 999, 700, 1]) {
+                    list.positionViewAtIndex(place, ListView.Contain);
+                    list.forceLayout();
+                    compare(part("heading", place).text, `Fass ${place} - Status ${place}`);
+                    compare(part("dateTime", place).text, `Datum/Zeit: Tag ${place}`);
+                    verify(Qt.colorEqual(part("heading", place).background.color, [Qt.color("lightgreen"), Qt.lighter("orange"), Qt.color("lightcoral"), Qt.color("lightblue")][place % 4]));
+                    press("laden", place);
+                    compare(calls.signalArguments[calls.count - 1][1], `Fass ${place}`);
+                }
+                list.positionViewAtBeginning();
+            }
+
             function test_a_change_keeps_the_place() {
                 const rows = count => Array.from({length: count}, (_, i) => [`Fass ${i}`, "success", "s", "d", i]);
                 show(rows(100));

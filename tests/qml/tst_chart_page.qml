@@ -43,6 +43,12 @@ Item {
         }
 
         Component {
+            id: metricsComponent
+
+            FontMetrics {}
+        }
+
+        Component {
             id: spyComponent
 
             SignalSpy {}
@@ -487,6 +493,46 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                 compare(axis.categoriesLabels, data.names.map((_, index) => String(index + 1)));
                 part(data.group).shortLabels = false;
                 compare(axis.categoriesLabels, data.shown);
+            }
+
+            function showRightAxes() {
+                set(`chart.Chart.actuator_names = ["Lauge ein", "Heißwasser", "Kreislauf", "Pumpe"]
+chart.Chart.step_names = ["Vorspülen mit Kaltwasser", "Sterilisieren mit Dampf", "Lauge im Kreis", "x" * 1000]`);
+                for (const name of ["optsValves", "optsSteps"]) {
+                    part(name).shortLabels = false;
+                    part(name).showLine = true;
+                }
+                page.parent.parent.anchors.rightMargin = 800 - 710;
+                tryCompare(page, "width", 710);
+            }
+
+            function test_long_names_stay_within_their_axis() {
+                showRightAxes();
+                for (const name of ["axisValves", "axisSteps"]) {
+                    const axis = part(name);
+                    const metrics = createTemporaryObject(metricsComponent, testCase, {font: axis.labelsFont});
+                    const lines = axis.categoriesLabels.map(label => label.split("<br>"));
+                    verify(lines.every(list => list.every(line => metrics.advanceWidth(line) < axis.room)), axis.categoriesLabels);
+                    verify(lines.every(list => list.length * metrics.lineSpacing <= axis.rowHeight), axis.categoriesLabels);
+                    compare(lines.length, 4);
+                }
+                const room = part("axisSteps").room + part("axisValves").room;
+                verify(room <= 0.2 * part("chartView").width, room);
+                compare(part("axisSteps").categoriesLabels[2].replace(/<br>/g, " "), "Lauge im Kreis");
+                verify(part("axisSteps").categoriesLabels[0].startsWith("Vor"));
+                verify(part("axisSteps").categoriesLabels[3].endsWith("…"));
+            }
+
+            function test_names_are_whole_where_there_is_room() {
+                showRightAxes();
+                part("optsSteps").shortLabels = true;
+                tryVerify(() => part("axisSteps").categoriesLabels[0] === "1");
+                compare(part("axisValves").categoriesLabels, ["Lauge ein", "Heißwasser", "Kreislauf", "Pumpe"]);
+                part("optsSteps").shortLabels = false;
+                for (const name of ["optsLw", "optsP", "optsValves"]) {
+                    part(name).showLine = false;
+                }
+                compare(part("axisSteps").categoriesLabels.slice(0, 3), ["Vorspülen mit Kaltwasser", "Sterilisieren mit Dampf", "Lauge im Kreis"]);
             }
 
             function test_steps_start_with_short_labels() {

@@ -4,6 +4,7 @@ import QtTest
 
 import brovik.base
 import brovik.gui
+import brovik.wifi
 import kubelor.test
 import main
 
@@ -139,6 +140,22 @@ Item {
                     compare(part("settingsPages").currentIndex, data.settings);
                 }
             }
+        }
+
+        function test_network_is_watched_on_its_own_page_alone() {
+            const settings = part("settingsPages");
+            const tabs = part("tabs");
+            tabs.currentIndex = 2;
+            settings.currentIndex = 3;
+            verify(SettingsNetworkData.wifiWorkerEnabled);
+            for (const other of [0, 1]) {
+                mouseClick(tabs.itemAt(other));
+                compare([SettingsNetworkData.settingsOverviewSelected, SettingsNetworkData.wifiWorkerEnabled], [false, false]);
+                mouseClick(tabs.itemAt(2));
+                compare([SettingsNetworkData.settingsOverviewSelected, SettingsNetworkData.wifiWorkerEnabled], [true, true]);
+            }
+            settings.currentIndex = 0;
+            compare([SettingsNetworkData.settingsOverviewSelected, SettingsNetworkData.wifiWorkerEnabled], [true, false]);
         }
 
         function test_chart_page_shows_the_chart_itself() {

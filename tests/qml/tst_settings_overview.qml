@@ -59,7 +59,7 @@ Item {
             {index: 0, text: "Reinigungsprozess", page: Gui.PageSettingsAuto},
             {index: 1, text: "Leitwertprüfung", page: Gui.PageSettingsElectrolyte},
             {index: 2, text: "Sonstige Einstellungen", page: Gui.PageSettingsMisc},
-            {index: 3, text: "Netzwerk"},
+            {index: 3, text: "Netzwerk", page: Gui.PageSettingsNetwork},
             {index: 4, text: "Updates"},
             {index: 5, text: "Erscheinungsbild", page: Gui.PageSettingsAppearance},
             {index: 6, text: "Handbetrieb", page: Gui.PageHandOp}
@@ -106,7 +106,7 @@ Item {
         }
 
         function test_indices() {
-            compare([Common.settingsAutoIndex, Common.settingsElecrolyteIndex, Common.settingsMiscIndex, Common.settingsAppearanceIndex, Common.handOpIndex], [0, 1, 2, 5, 6]);
+            compare([Common.settingsAutoIndex, Common.settingsElecrolyteIndex, Common.settingsMiscIndex, Common.settingsNetworkIndex, Common.settingsAppearanceIndex, Common.handOpIndex], [0, 1, 2, 3, 5, 6]);
             compare(Common.settingsOverviewIndex, 1);
             compare(stack().count, 8);
         }

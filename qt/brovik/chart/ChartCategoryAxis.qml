@@ -13,6 +13,11 @@ CategoryAxis {
     required property ChartsOptionGroup group
     // Texts from outside, the first at the height 1.
     required property var names
+    // Pixels that the axis may be wide, and each of its labels high. Names that need more are wrapped and cut off.
+    property real room: Infinity
+    property real rowHeight: 0
+    // Pixels that the axis would be wide with whole names.
+    readonly property real wantedWidth: privat.frame + Math.max(0, ...privat.wholeLabels.map(label => labelMetrics.advanceWidth(label)))
 
     function setCategoriesLabels(labels: var, shortLabels: bool) {
         Array.from(root.categoriesLabels).forEach(label => root.remove(label));
@@ -34,11 +39,53 @@ CategoryAxis {
     titleVisible: root.group.showTitle
     truncateLabels: false
 
+    FontMetrics {
+        id: labelMetrics
+
+        font: root.labelsFont
+    }
+
+    FontMetrics {
+        id: titleMetrics
+
+        font: root.titleFont
+    }
+
     QtObject {
         id: privat
 
+        // Between and beside tick, label and title.
+        readonly property real gaps: 12
+        readonly property real frame: privat.gaps + (root.titleVisible ? titleMetrics.height : 0)
+        readonly property real labelRoom: root.visible ? root.room - privat.frame : Infinity
+        readonly property int mostLines: Math.max(1, Math.floor(root.rowHeight / labelMetrics.lineSpacing))
         readonly property bool shortLabels: root.group.shortLabels
+        readonly property var wholeLabels: Array.from(root.names, (name, index) => privat.shortLabels ? String(index + 1) : name)
+        readonly property var labels: privat.wholeLabels.map(label => privat.fitted(label))
+        // Unlike the list, the same as before if its texts are.
+        readonly property string labelsKey: JSON.stringify(privat.labels)
         readonly property string invisible: "\u200b"
+
+        function fits(text: string): bool {
+            return labelMetrics.advanceWidth(text) <= privat.labelRoom;
+        }
+
+        function fitted(label: string): string {
+            if (privat.fits(label)) {
+                return label;
+            }
+            const words = label.split(" ");
+            const lines = [];
+            while (words.length > 0 && lines.length < privat.mostLines - 1) {
+                let line = words.shift();
+                while (words.length > 0 && privat.fits(`${line} ${words[0]}`)) {
+                    line += " " + words.shift();
+                }
+                lines.push(line);
+            }
+            lines.push(words.join(" "));
+            return lines.filter(line => line).map(line => labelMetrics.elidedText(line, Text.ElideRight, privat.labelRoom)).join("\n");
+        }
 
         // The text of the label. An axis refuses one that it has already.
         function distinct(label: string, used: var): string {
@@ -51,12 +98,11 @@ CategoryAxis {
         }
 
         function relabel() {
-            root.setCategoriesLabels(root.names, privat.shortLabels);
+            root.setCategoriesLabels(privat.labels, privat.shortLabels);
         }
 
-        onShortLabelsChanged: privat.relabel()
+        onLabelsKeyChanged: privat.relabel()
     }
 
-    onNamesChanged: privat.relabel()
     Component.onCompleted: privat.relabel()
 }

@@ -43,8 +43,9 @@ ChartView {
         objectName: "axisTime"
 
         title: "Zeit in Sekunden"
-        min: Chart.prevXMin
-        max: Chart.prevXMax
+
+        // No bindings: they would lay the axes out once for each end.
+        Component.onCompleted: AxisRange.set(axisTime, Chart.prevXMin, Chart.prevXMax)
     }
 
     ChartCategoryAxis {
@@ -55,6 +56,8 @@ ChartView {
         title: "Aktoren"
         group: root.optsValves
         names: Chart.actuatorNames
+        room: privat.roomBeside(axisSteps)
+        rowHeight: privat.leastPlotHeight / names.length
     }
 
     ChartCategoryAxis {
@@ -65,6 +68,8 @@ ChartView {
         title: "Schritt"
         group: root.optsSteps
         names: Chart.stepNames
+        room: privat.roomBeside(axisValves)
+        rowHeight: privat.leastPlotHeight / names.length
     }
 
     ChartValueAxis {
@@ -158,4 +163,22 @@ ChartView {
     ChartActuatorSeries { objectName: "lineKanal"; line: Chart.kanal; first: lineLIn }
     ChartActuatorSeries { objectName: "linePumpe"; line: Chart.pumpe; first: lineLIn }
     ChartActuatorSeries { objectName: "lineSteam"; line: Chart.steam; first: lineLIn }
+
+    QtObject {
+        id: privat
+
+        // The chart gives this part of its width to all y axes together, and each side as much as it has axes.
+        readonly property real axesPart: 0.4
+        // Title and time axis take the rest. To ask for the plot itself, which the labels move, would go in circles.
+        readonly property real leastPlotHeight: root.height * 0.7
+        readonly property real roomOfEach: {
+            const count = [axisP, axisLw, axisValves, axisSteps].filter(axis => axis.visible).length;
+            return Math.floor(privat.axesPart * (root.width - root.margins.left - root.margins.right) / count);
+        }
+
+        // How wide an axis on the right may be: what the other one on that side does not need is free.
+        function roomBeside(other: ChartCategoryAxis): real {
+            return other.visible ? Math.max(privat.roomOfEach, 2 * privat.roomOfEach - other.wantedWidth) : privat.roomOfEach;
+        }
+    }
 }

@@ -38,6 +38,7 @@ Item {
             Layout.fillWidth: true
             Layout.fillHeight: true
             clip: true
+            reuseItems: true
             delegate: ChartMetaDelegate {}
 
             ScrollBar.vertical: ScrollBar {}

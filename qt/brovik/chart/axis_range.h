@@ -1,5 +1,7 @@
 #pragma once
 
+#include "trace_schedule.h"
+
 #include <QObject>
 #include <QValueAxis>
 #include <QtQml/qqmlregistration.h>
@@ -21,6 +23,7 @@ public:
     Q_INVOKABLE void set(QValueAxis *axis, double min, double max) const
     {
         if (axis != nullptr && std::isfinite(min) && std::isfinite(max)) {
+            const TraceSchedule::ViewMove move;
             axis->setRange(min, max);
         }
     }

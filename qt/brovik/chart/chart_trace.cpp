@@ -122,11 +122,25 @@ void ChartTrace::followSeries()
 
 void ChartTrace::followAxes(QLineSeries &series)
 {
-    followInstead(m_time, axisOf(series, Qt::Horizontal), &QValueAxis::rangeChanged, this,
-                  &ChartTrace::requestForView);
-    followInstead(m_value, axisOf(series, Qt::Vertical), &QValueAxis::rangeChanged, this,
-                  &ChartTrace::requestForView);
+    followAxis(m_time, axisOf(series, Qt::Horizontal));
+    followAxis(m_value, axisOf(series, Qt::Vertical));
     followInstead(m_chart, series.chart(), &QChart::plotAreaChanged, this, &ChartTrace::requestForView);
+}
+
+/// These signals come before the chart itself learns of the range.
+void ChartTrace::followAxis(QPointer<QValueAxis> &followed, QValueAxis *axis)
+{
+    if (followed == axis) {
+        return;
+    }
+    if (followed) {
+        disconnect(followed, nullptr, this, nullptr);
+    }
+    followed = axis;
+    if (axis != nullptr) {
+        connect(axis, &QValueAxis::minChanged, this, &ChartTrace::viewMoves);
+        connect(axis, &QValueAxis::maxChanged, this, &ChartTrace::viewMoves);
+    }
 }
 
 void ChartTrace::requestForNews()
@@ -137,6 +151,14 @@ void ChartTrace::requestForNews()
 void ChartTrace::requestForView()
 {
     TraceSchedule::instance().requestForView(this);
+}
+
+void ChartTrace::viewMoves()
+{
+    if (TraceSchedule::instance().isViewMoving() && m_series && m_series->count() > 0) {
+        m_series->replace(Points());
+    }
+    requestForView();
 }
 
 void ChartTrace::pointCame(const QPointF &point)

@@ -71,8 +71,10 @@ private:
     void start();
     void followSeries();
     void followAxes(QLineSeries &series);
+    void followAxis(QPointer<QValueAxis> &followed, QValueAxis *axis);
     void requestForNews();
     void requestForView();
+    void viewMoves();
     void pointCame(const QPointF &point);
     void wholeListCame();
 

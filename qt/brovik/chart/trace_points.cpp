@@ -4,11 +4,9 @@
 #include <cmath>
 #include <limits>
 
-namespace {
-
 /// Collapses each run of neighbouring points in one column to its extremes. Where the line comes from or goes
 /// on to a column that is not the next one, the point at that end stays, too: the long way there shows.
-class Columns
+class TracePoints::Columns
 {
 public:
     Columns(double from, double to, int count)
@@ -17,19 +15,17 @@ public:
         , m_perSecond(count / (to - from))
     {}
 
-    void add(const QPointF &point)
+    void add(const QPointF &point) { add(columnOf(point.x()), &point, &point, &point, &point); }
+
+    /// Neighbouring points that do not go back, with the lowest and the highest of them.
+    void add(const QPointF *first, const QPointF *lowest, const QPointF *highest, const QPointF *last)
     {
-        const double column = columnOf(point.x());
-        if (column != m_column) {
-            const bool isNext = std::abs(column - m_column) <= 1.0;
-            flush(!isNext);
-            m_column = column;
-            m_keepsFirst = !isNext;
-            m_first = m_lowest = m_highest = &point;
+        const double column = columnOf(first->x());
+        if (columnOf(last->x()) == column) {
+            add(column, first, lowest, highest, last);
+        } else {
+            std::for_each(first, last + 1, [this](const QPointF &point) { add(point); });
         }
-        m_lowest = point.y() < m_lowest->y() ? &point : m_lowest;
-        m_highest = point.y() > m_highest->y() ? &point : m_highest;
-        m_last = &point;
     }
 
     QList<QPointF> result()
@@ -46,7 +42,22 @@ private:
         if (x < m_from) {
             return -farAway;
         }
-        return x > m_to ? farAway : std::floor((x - m_from) * m_perSecond);
+        return x > m_to ? farAway : static_cast<int>((x - m_from) * m_perSecond);
+    }
+
+    void add(double column, const QPointF *first, const QPointF *lowest, const QPointF *highest,
+             const QPointF *last)
+    {
+        if (column != m_column) {
+            const bool isNext = std::abs(column - m_column) <= 1.0;
+            flush(!isNext);
+            m_column = column;
+            m_keepsFirst = !isNext;
+            m_first = m_lowest = m_highest = first;
+        }
+        m_lowest = lowest->y() < m_lowest->y() ? lowest : m_lowest;
+        m_highest = highest->y() > m_highest->y() ? highest : m_highest;
+        m_last = last;
     }
 
     /// In a crowded column the order of the extremes does not show; the shorter way to them costs less to
@@ -97,6 +108,8 @@ private:
     QList<QPointF> m_result;
 };
 
+namespace {
+
 /// Moves an end of the line that lies far outside closer, along the line: the paths of the chart cannot be
 /// longer than an int.
 void pullCloser(QPointF &end, const QPointF &next, double nearest, double farthest)
@@ -112,6 +125,7 @@ void pullCloser(QPointF &end, const QPointF &next, double nearest, double farthe
 void TracePoints::clear()
 {
     m_points = {};
+    m_blocks = {};
     m_orderedCount = 0;
 }
 
@@ -121,11 +135,23 @@ void TracePoints::append(const QPointF &point)
         ++m_orderedCount;
     }
     m_points.append(point);
+    if (m_points.size() % blockSize == 0) {
+        appendBlock();
+    }
+}
+
+void TracePoints::appendBlock()
+{
+    const auto [lowest, highest] =
+        std::minmax_element(m_points.cend() - blockSize, m_points.cend(),
+                            [](const QPointF &left, const QPointF &right) { return left.y() < right.y(); });
+    m_blocks.append({lowest - m_points.cbegin(), highest - m_points.cbegin()});
 }
 
 void TracePoints::removeLast()
 {
     m_points.removeLast();
+    m_blocks.resize(m_points.size() / blockSize);
     m_orderedCount = std::min(m_orderedCount, m_points.size());
 }
 
@@ -185,20 +211,33 @@ QList<QPointF> TracePoints::seen(double from, double to, int columns) const
         end = std::upper_bound(first, end, to, [](double x, const QPointF &point) { return x < point.x(); });
         end += end != m_points.end() ? 1 : 0;
     }
-    QList<QPointF> points;
-    if (end - first <= few) {
-        points = QList<QPointF>(first, end);
-    } else {
-        Columns reduced(from, to, columns);
-        std::for_each(first, end, [&](const QPointF &point) { reduced.add(point); });
-        points = reduced.result();
-    }
+    const bool isSmall = end - first <= few;
+    QList<QPointF> points =
+        isSmall ? QList<QPointF>(first, end)
+                : reduced(first - m_points.begin(), end - m_points.begin(), Columns(from, to, columns));
     if (points.size() > 1) {
         const double width = to - from;
         pullCloser(points.first(), points.at(1), from - width, to + width);
         pullCloser(points.last(), points.at(points.size() - 2), from - width, to + width);
     }
     return points;
+}
+
+/// One look at a block instead of each of its points: a long recording has hundreds of thousands.
+QList<QPointF> TracePoints::reduced(qsizetype index, qsizetype end, Columns columns) const
+{
+    while (index < end) {
+        const QPointF *point = &m_points[index];
+        if (isOrdered() && index % blockSize == 0 && index + blockSize <= end) {
+            const Block &block = m_blocks[index / blockSize];
+            columns.add(point, &m_points[block.lowest], &m_points[block.highest], point + blockSize - 1);
+            index += blockSize;
+        } else {
+            columns.add(*point);
+            ++index;
+        }
+    }
+    return columns.result();
 }
 
 QList<QPointF> withShortRises(const QList<QPointF> &points, double rise)

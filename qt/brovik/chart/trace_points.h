@@ -33,11 +33,24 @@ public:
     QList<QPointF> seen(double from, double to, int columns) const;
 
 private:
+    class Columns;
+
+    /// So many points in a row, from a multiple of that number.
+    static constexpr qsizetype blockSize = 16;
+    struct Block
+    {
+        qsizetype lowest = 0;
+        qsizetype highest = 0;
+    };
+
     void append(const QPointF &point);
+    void appendBlock();
     void removeLast();
     bool isOrdered() const { return m_orderedCount == m_points.size(); }
+    QList<QPointF> reduced(qsizetype index, qsizetype end, Columns columns) const;
 
     QList<QPointF> m_points;
+    QList<Block> m_blocks;        ///< All full ones.
     qsizetype m_orderedCount = 0; ///< So many points from the first have no smaller x than those before.
 };
 

@@ -16,6 +16,20 @@ const auto runEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
 
 } // namespace
 
+TraceSchedule::ViewMove::ViewMove()
+{
+    ++instance().m_viewMoves;
+}
+
+TraceSchedule::ViewMove::~ViewMove()
+{
+    TraceSchedule &schedule = instance();
+    if (schedule.m_viewMoves == 1) {
+        schedule.drawMoved();
+    }
+    --schedule.m_viewMoves;
+}
+
 TraceSchedule &TraceSchedule::instance()
 {
     static TraceSchedule schedule;
@@ -57,22 +71,32 @@ bool TraceSchedule::event(QEvent *event)
 void TraceSchedule::run()
 {
     m_posted = std::numeric_limits<int>::max(); // those that the news move draw at the end of this
+    takeNews();
+    m_posted = notPosted;
+    if (!m_withNews.isEmpty()) {
+        post(Qt::NormalEventPriority);
+    }
+}
+
+void TraceSchedule::takeNews()
+{
+    const ViewMove move;
     const Traces withNews = std::exchange(m_withNews, {});
     for (const QPointer<ChartTrace> &trace : withNews) {
         if (trace) {
             trace->catchUp();
         }
     }
-    Traces drawing = std::exchange(m_moved, {});
-    std::copy_if(withNews.begin(), withNews.end(), std::back_inserter(drawing),
-                 [&drawing](const QPointer<ChartTrace> &trace) { return !drawing.contains(trace); });
-    for (const QPointer<ChartTrace> &trace : std::as_const(drawing)) {
+    std::copy_if(withNews.begin(), withNews.end(), std::back_inserter(m_moved),
+                 [this](const QPointer<ChartTrace> &trace) { return !m_moved.contains(trace); });
+}
+
+void TraceSchedule::drawMoved()
+{
+    const Traces moved = std::exchange(m_moved, {});
+    for (const QPointer<ChartTrace> &trace : moved) {
         if (trace) {
             trace->draw();
         }
-    }
-    m_posted = notPosted;
-    if (!m_withNews.isEmpty()) {
-        post(Qt::NormalEventPriority);
     }
 }

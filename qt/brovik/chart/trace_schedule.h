@@ -15,7 +15,18 @@ class TraceSchedule : public QObject
     Q_OBJECT
 
 public:
+    /// While one exists, a move of the view takes the lines away, and the end of the last one draws them for
+    /// the view as it then is. Else the chart would draw the old points at their new places first.
+    class ViewMove
+    {
+    public:
+        ViewMove();
+        ~ViewMove();
+        Q_DISABLE_COPY_MOVE(ViewMove)
+    };
+
     static TraceSchedule &instance();
+    bool isViewMoving() const { return m_viewMoves > 0; }
 
     /// Points came: behind all the other points that wait.
     void requestForNews(ChartTrace *trace);
@@ -30,8 +41,11 @@ private:
 
     void post(int priority);
     void run();
+    void takeNews();
+    void drawMoved();
 
     Traces m_withNews; ///< The one that got news last at the end.
     Traces m_moved;
     int m_posted = notPosted; ///< The highest priority with which a run is posted.
+    int m_viewMoves = 0;
 };

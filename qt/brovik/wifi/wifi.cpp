@@ -1,5 +1,7 @@
 #include "wifi.h"
 
+#include "notification_brake.h"
+
 namespace {
 
 /// Bars of the icon for the quality of a connection, in percent.
@@ -25,6 +27,7 @@ void Wifi::takeScanResults(const QVariantMap &results)
 {
     setScanResults(results);
     Q_EMIT gotScanResults();
+    brakeNotifications(*this);
 }
 
 void Wifi::_setQualityLevel()

@@ -215,7 +215,11 @@ void PyWorker::pySettingsQJs(Settings::SettingsEnum key, const QJSValue &value)
 
 void PyWorker::pyWifiValue(Wifi::WifiAction action, const QJSValue &value)
 {
-    callOrLog(wifiFn, "wifi_action_from_cpp", "pyWifiValue", action, value);
+    if (!call(wifiFn, action, value)) {
+        // The network's password, which follows its name, is not for the log.
+        const QJSValue logged = action == Wifi::Connect ? value.property(0) : value;
+        logMissing("wifi_action_from_cpp", "pyWifiValue", action, printable(logged));
+    }
 }
 
 void PyWorker::startInterpreter()

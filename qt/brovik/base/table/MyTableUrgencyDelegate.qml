@@ -11,7 +11,10 @@ MyTableDelegateContainer {
     Label {
         id: label
 
-        readonly property string urgency: Shell.upgradables[root.row]?.urgency ?? "?"
+        readonly property string urgency: {
+            const word = Shell.upgradables[root.row]?.urgency;
+            return typeof word === "string" ? word : "?";
+        }
         readonly property string urgencyText: {
             switch (label.urgency) {
             case "low":

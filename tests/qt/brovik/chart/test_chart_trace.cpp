@@ -1,3 +1,4 @@
+#include "axis_range.h"
 #include "chart_trace.h"
 #include "log_capture.h"
 #include "point_by_point.h"
@@ -145,6 +146,23 @@ private:
     PointByPoint m_reference;
     QImage m_drawn;
     QImage m_expected;
+};
+
+/// How often the chart gets a line to draw.
+class Drawings
+{
+public:
+    explicit Drawings(Screen &screen)
+    {
+        QObject::connect(&screen.series(), &QLineSeries::pointsReplaced, &m_context,
+                         [this, &screen] { m_count += screen.shown().isEmpty() ? 0 : 1; });
+    }
+
+    int count() const { return m_count; }
+
+private:
+    int m_count = 0;
+    QObject m_context;
 };
 
 /// A record of a kind, of so many points, half a second apart.
@@ -436,16 +454,17 @@ TEST_F(Trace, APointThatComesWhileTheViewMovesIsNotLost)
     EXPECT_EQ(screen.shown().size(), 5);
 }
 
-TEST_F(Trace, SetsTheSeriesOncePerTurn)
+TEST_F(Trace, DrawsTheLineOncePerTurn)
 {
     screen.replace(record(ChartTrace::Measured, 100));
     Screen::settle();
-    const SignalLog log(screen.series(), {"pointsReplaced", "pointAdded", "pointRemoved", "pointsRemoved"});
+    const SignalLog others(screen.series(), {"pointAdded", "pointRemoved", "pointsRemoved"});
+    const Drawings drawings(screen);
     for (int index = 100; index < 200; ++index) {
         screen.add({index * 0.5, 4});
     }
     Screen::settle();
-    EXPECT_THAT(log.names(), ElementsAre("pointsReplaced"));
+    EXPECT_EQ(drawings.count(), 1);
     QObject page;
     QObject::connect(&screen.trace(), &ChartTrace::pointsDrawn, &page, [this](double x) {
         screen.time().setMin(x - 30);
@@ -453,15 +472,36 @@ TEST_F(Trace, SetsTheSeriesOncePerTurn)
     });
     screen.add({100, 4});
     Screen::settle();
-    EXPECT_EQ(log.names().size(), 2U) << "the view moves first";
+    EXPECT_EQ(drawings.count(), 2) << "the view moves first";
     screen.time().setRange(10, 90);
     screen.time().setRange(20, 90);
     Screen::settle();
-    EXPECT_EQ(log.names().size(), 3U);
+    EXPECT_EQ(drawings.count(), 3);
     screen.time().setRange(20, 90);
     screen.trace().redraw();
     Screen::settle();
-    EXPECT_EQ(log.names().size(), 3U) << "nothing has changed";
+    EXPECT_EQ(drawings.count(), 3) << "nothing has changed";
+    EXPECT_THAT(others.names(), IsEmpty());
+}
+
+TEST_F(Trace, AMovedViewNeverDrawsTheOldPoints)
+{
+    screen.replace(record(ChartTrace::Measured, 400));
+    Screen::settle();
+    QList<qsizetype> shown;
+    QObject chart;
+    QObject::connect(&screen.time(), &QValueAxis::rangeChanged, &chart,
+                     [&] { shown.append(screen.shown().size()); });
+    const Drawings drawings(screen);
+    AxisRange().set(&screen.time(), 20, 60);
+    EXPECT_EQ(screen.shown().first().x(), 19.5) << "drawn at once";
+    QObject::connect(&screen.trace(), &ChartTrace::pointsDrawn, &chart,
+                     [this](double x) { AxisRange().set(&screen.time(), x - 30, x); });
+    screen.add({200, 4});
+    Screen::settle();
+    EXPECT_EQ(screen.shown().last(), QPointF(200, 4));
+    EXPECT_THAT(shown, ElementsAre(0, 0));
+    EXPECT_EQ(drawings.count(), 2);
 }
 
 TEST_F(Trace, TheSeriesStaysSmall)

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <utility>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -29,6 +31,21 @@ Points wave(int count)
         points.append({index * 0.5, 3.0 + 2.0 * std::sin(index * 0.7) + index % 5});
     }
     return points;
+}
+
+/// Lowest and highest value in each of so many columns from 500 to 9500.
+std::map<int, std::pair<double, double>> extremes(const Points &points, int columns)
+{
+    std::map<int, std::pair<double, double>> result;
+    for (const QPointF &point : points) {
+        if (point.x() >= 500 && point.x() <= 9500) {
+            const int column = static_cast<int>((point.x() - 500) * (columns / 9000.0));
+            auto &[lowest, highest] = result.try_emplace(column, point.y(), point.y()).first->second;
+            lowest = std::min(lowest, point.y());
+            highest = std::max(highest, point.y());
+        }
+    }
+    return result;
 }
 
 } // namespace
@@ -121,6 +138,19 @@ TEST(TracePoints, ACrowdedColumnKeepsItsExtremes)
     EXPECT_THAT(measured(points).seen(0, 4, 4), ElementsAre(QPointF(0, 3), QPointF(0.3, 1), QPointF(0.1, 9),
                                                             QPointF(0.4, 2), QPointF(2.5, 5)))
         << "the way to a far column begins where the line leaves this one";
+}
+
+TEST(TracePoints, EveryColumnKeepsItsExtremes)
+{
+    TracePoints steps;
+    for (int index = 0; index < 10'000; ++index) {
+        steps.addLiveStep({static_cast<double>(index), static_cast<double>(index * 7919 % 101)});
+    }
+    for (const TracePoints &trace : {measured(wave(20'000)), steps}) {
+        for (const int columns : {1, 7, 100, 640, 1300}) {
+            EXPECT_EQ(extremes(trace.seen(500, 9500, columns), columns), extremes(trace.all(), columns));
+        }
+    }
 }
 
 TEST(TracePoints, FewPointsAreSeenAsTheyAre)

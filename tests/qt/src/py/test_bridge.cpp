@@ -60,7 +60,7 @@ struct Press
     const char *missing;
 };
 
-/// One press of each family, in the order in which they are connected.
+/// At least one press of each family, in the order in which they are connected.
 constexpr Press presses[] = {
     {"brovik.actuator", "Actuator.toggle(ActuatorEnums.MvKalt)",
      "main actuator_toggle_from_cpp <ActuatorEnum.MvKalt: 2>",
@@ -105,6 +105,10 @@ constexpr Press presses[] = {
      "main wifi_action_from_cpp <WifiActionEnum.Login: 4> {'name': 'a', 'key': 'b'}",
      "Python-Funktion wifi_action_from_cpp() nicht gefunden -  pyWifiValue ( Wifi::Login , \"[object "
      "Object]\" )."},
+    // The password is not logged.
+    {"brovik.wifi", "Wifi.toPy(Wifi.Connect, ['Halle', 'geheim'])",
+     "main wifi_action_from_cpp <WifiActionEnum.Connect: 2> ['Halle', 'geheim']",
+     "Python-Funktion wifi_action_from_cpp() nicht gefunden -  pyWifiValue ( Wifi::Connect , \"Halle\" )."},
 };
 
 /// The types of the exceptions that were shown.

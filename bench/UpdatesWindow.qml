@@ -1,0 +1,25 @@
+// The update pages alone.
+import QtQuick
+import QtQuick.Controls
+import brovik.components
+import brovik.gui
+import brovik.shell
+
+ApplicationWindow {
+    id: root
+
+    width: 720
+    height: 950
+    visible: true
+    font.pointSize: Gui.fSizeS
+    font.capitalization: Font.MixedCase
+
+    PageStack {
+        anchors.fill: parent
+        shown: true
+
+        UpdatesOverview {
+            objectName: "updates"
+        }
+    }
+}

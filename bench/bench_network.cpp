@@ -1,0 +1,81 @@
+// The network page on a real window: how fast the list of what a scan has found is there. Needs a display.
+
+#include "screen.h"
+#include "wifi.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickStyle>
+
+#include <thread>
+
+namespace {
+
+QQuickWindow *window = nullptr;
+
+QVariantMap networks(int count)
+{
+    QVariantMap results;
+    for (int index = 0; index < count; ++index) {
+        const QVariantMap network{{QStringLiteral("quality"), index % 101},
+                                  {QStringLiteral("is5GHz"), index % 2 == 0}};
+        results.insert(QStringLiteral("Netz %1").arg(index), network);
+    }
+    return results;
+}
+
+/// Lets a backend's thread end a scan, and waits until the page shows what it has found.
+void show(const QVariantMap &results)
+{
+    std::thread([&] { Wifi::instance().takeScanResults(results); }).join();
+    const auto &list = *window->findChild<QQuickItem *>(QStringLiteral("networks"));
+    while (list.childItems().size() != results.size()) {
+        QCoreApplication::processEvents();
+    }
+    screen::awaitFrame(*window);
+}
+
+/// From the end of a scan to the frame that shows so many networks.
+void listNetworks(benchmark::State &state)
+{
+    const QVariantMap results = networks(static_cast<int>(state.range(0)));
+    for ([[maybe_unused]] const auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        show(results);
+        state.counters["median_ms"] = screen::milliseconds(timer);
+        state.SetIterationTime(screen::milliseconds(timer) * 1e-3);
+        show({});
+    }
+}
+
+BENCHMARK(listNetworks)
+    ->Name("network_list")
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Arg(20)
+    ->Arg(200);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    Wifi::instance();
+    QApplication application(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Material"));
+    benchmark::Initialize(&argc, argv);
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral(":/"));
+    engine.load(QUrl::fromLocalFile(QStringLiteral(KUBELOR_BENCH_BACKEND "/NetworkWindow.qml")));
+    window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (window == nullptr) {
+        return 1;
+    }
+    screen::awaitFrame(*window);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QQuickWindow>
+
+#include <fstream>
+#include <string>
+
+/// What benchmarks of a screen share: frames and memory. GUI thread.
+namespace screen {
+
+/// Handles events until what has happened so far is on the screen.
+inline void awaitFrame(QQuickWindow &window)
+{
+    bool swapped = false;
+    const auto connection =
+        QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { swapped = true; });
+    window.update();
+    while (!swapped) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    QObject::disconnect(connection);
+}
+
+inline double milliseconds(const QElapsedTimer &timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) * 1e-6;
+}
+
+inline double residentMib()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with("VmRSS:")) {
+            return std::stod(line.substr(6)) / 1024;
+        }
+    }
+    return 0;
+}
+
+} // namespace screen

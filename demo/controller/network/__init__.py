@@ -1,0 +1,1 @@
+"""The machine's network. Only `network` knows the host."""

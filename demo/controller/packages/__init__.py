@@ -1,0 +1,1 @@
+"""Updates of the machine's software. Only `updates`, `records` and `console` know the host."""

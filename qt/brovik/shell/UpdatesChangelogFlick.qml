@@ -1,0 +1,36 @@
+// The changelog asked for last.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+
+import brovik.components
+import brovik.shell
+
+ColumnLayout {
+    id: root
+
+    readonly property alias backBtn: back
+
+    BrovikButton {
+        id: back
+
+        text: "Zurück zur Tabelle"
+        icon.source: "qrc:/brovik/shell/img/arrow-left.svg"
+    }
+
+    // A view makes only what is in sight of a long list.
+    ListView {
+        objectName: "changelog"
+
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        clip: true
+        interactive: contentHeight > height
+        // Read once, since each look at an element makes a new object. An element is null if it goes meanwhile.
+        model: Array.from(Shell.changelogs).filter(entry => entry !== null)
+        delegate: UpdatesChangelogEntry {
+            width: ListView.view.width
+        }
+    }
+}

@@ -1,0 +1,75 @@
+// The installed packages.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+import Qt.labs.qmlmodels
+
+import brovik.base
+import brovik.gui
+import brovik.shell
+
+UpdatesTabTable {
+    id: root
+
+    headerModel: ["Paketname", "Version", "Architektur", "Beschreibung", "Changelog einsehen"]
+    headerFillWidths: [0, 0, 0, 1]
+    headerMinWidths: [120, 0, 0, 200]
+    headerMaxWidths: [null, null, null, null, root.buttonWidth]
+    model: TableModel {
+        id: records
+
+        rows: Array.from(Shell.installed, record => ({
+                    name: root.asText(record.name),
+                    version: root.asText(record.version),
+                    arch: root.asText(record.arch),
+                    description: root.asText(record.description),
+                    name2: record.name2 || ""
+                }))
+
+        TableModelColumn {
+            display: "name"
+        }
+
+        TableModelColumn {
+            display: "version"
+        }
+
+        TableModelColumn {
+            display: "arch"
+        }
+
+        TableModelColumn {
+            display: "description"
+        }
+
+        // Of any type, other than by the name of a key.
+        TableModelColumn {
+            display: index => records.getRow(index.row).name2
+        }
+    }
+    delegate: DelegateChooser {
+        DelegateChoice {
+            column: 4
+
+            MyTableChangelogBtnDelegate {
+                table: root.packages
+
+                btn.onClicked: root.showChangelog(Shell.LocalChangelog, model.display)
+            }
+        }
+
+        DelegateChoice {
+            MyTableDefaultDelegate {
+                table: root.packages
+            }
+        }
+    }
+
+    UpdatesTabReporter {
+        tab: root
+        pageEnum: Gui.PageUpdatesInstalled
+    }
+
+    Component.onCompleted: ShellData.updatesTabInstalledIndex = SwipeView.index
+}

@@ -1,0 +1,71 @@
+// A table of packages, and behind it the changelog of one of them.
+import QtQuick
+import QtQuick.Controls
+
+import brovik.base
+import brovik.gui
+import brovik.shell
+
+SwipeView {
+    id: root
+
+    property alias headerModel: packages.headerModel
+    property alias headerMinWidths: packages.headerMinWidths
+    property alias headerMaxWidths: packages.headerMaxWidths
+    property alias headerFillWidths: packages.headerFillWidths
+    property alias model: packages.model
+    property alias delegate: packages.delegate
+    // Of the column with the buttons: its header takes two lines, or a small window could not show all columns.
+    readonly property int buttonWidth: Math.ceil(buttonText.advanceWidth)
+    readonly property alias packages: packages
+    readonly property alias table: packages.tableView
+
+    // Asks for the changelog of that value of a record. Until it comes, the last one shows.
+    function showChangelog(action: int, value) {
+        Shell.toPy(action, value);
+        root.currentIndex = 1;
+    }
+
+    // What a column of texts shows of a value. One that is no text would keep the model from taking any row.
+    function asText(value): string {
+        return typeof value === "string" ? value : "";
+    }
+
+    // The same for a column of lists of texts.
+    function asTexts(value): list<string> {
+        return Array.isArray(value) ? value.map(root.asText) : [];
+    }
+
+    clip: true
+    interactive: false
+    font.pointSize: Gui.fSizeXs * privat.fontScale
+
+    MyTable {
+        id: packages
+    }
+
+    UpdatesChangelogFlick {
+        id: changelog
+
+        backBtn.onClicked: root.currentIndex = 0
+    }
+
+    UpdatesPageSight {
+        page: changelog
+    }
+
+    TextMetrics {
+        id: buttonText
+
+        text: "Changelog"
+        font.pointSize: root.font.pointSize
+        font.bold: true
+    }
+
+    QtObject {
+        id: privat
+
+        // All columns fit into a small window.
+        readonly property real fontScale: 0.95
+    }
+}

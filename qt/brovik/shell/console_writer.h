@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QObject>
+#include <QPointer>
+#include <QQuickItem>
+#include <QString>
+#include <QTextDocument>
+#include <QtQml/qqmlregistration.h>
+
+#include <deque>
+
+/// Writes the console output of the Shell into a TextEdit: each piece as rich text and a paragraph of
+/// its own, as TextEdit.append() does, that of stderr in red.
+///
+/// A burst is written in few steps, each of which the document lays out once, and between which the window
+/// answers. Lives on the GUI thread.
+class ConsoleWriter : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QObject *output READ output WRITE setOutput NOTIFY outputChanged REQUIRED)
+
+public:
+    explicit ConsoleWriter(QObject *parent = nullptr);
+
+    /// The TextEdit.
+    QObject *output() const { return m_output; }
+    void setOutput(QObject *output);
+
+    /// Empties the output, and drops what still waits to be written.
+    Q_INVOKABLE void clear();
+
+    /// Draws anew all that is in sight. For a change of the selection: of that, the TextEdit draws the lines
+    /// that it concerns, and once more over themselves those above.
+    Q_INVOKABLE void redraw();
+
+Q_SIGNALS:
+    void outputChanged();
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void append(const QString &html);
+    void writeSome();
+
+    QPointer<QQuickItem> m_output;
+    QPointer<QTextDocument> m_document;
+    std::deque<QString> m_waiting;
+    QBasicTimer m_nextStep;
+};

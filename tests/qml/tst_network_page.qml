@@ -1,0 +1,507 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import QtTest
+
+import brovik.base
+import brovik.components
+import brovik.gui
+import brovik.wifi
+import kubelor.test
+import "items.js" as Items
+
+// The network page alone in its stack.
+Item {
+    id: root
+
+    width: 720
+    height: 700
+
+    Component {
+        id: stackComponent
+
+        PageStack {
+            readonly property alias page: page
+
+            anchors.fill: parent
+            shown: true
+
+            Item {}
+
+            SettingsNetwork {
+                id: page
+            }
+        }
+    }
+
+    SignalSpy {
+        id: calls
+
+        target: Wifi
+        signalName: "toPy"
+    }
+
+    SignalSpy {
+        id: levelChanged
+
+        target: Wifi
+        signalName: "qualityLevelChanged"
+    }
+
+    TestCase {
+        name: "NetworkPage"
+        when: windowShown
+
+        property PageStack stack
+        property SettingsNetwork page
+
+        readonly property url firstIcon: "qrc:/brovik/wifi/img/wifi-off.svg"
+
+        // Names that strangers give to their networks.
+        readonly property var hostileNames: ["<img src=\"qrc:/missing.png\">", "<img src='http://127.0.0.1:9/x.png'>", "<a href=\"x\">Klick</a>", "<b>fett</b>", "&lt;b&gt; &amp;", "%1 %s ${1}", "a\u0000b", "Halle\n2", "Halle\t\u0007\u001b[31m", "\u202eabgedreht\u202c", "\u200f", "\u{1F600}".repeat(8), "Halle", "Halle ", "halle", "Halle\u200b", "", " ", "__proto__", "constructor", "W".repeat(32)]
+
+        function init() {
+            failOnWarning(/.?/);
+            Backend.run(`
+wifi.Wifi.ssid, wifi.Wifi.is_5_ghz, wifi.Wifi.ip_map_list = '', False, []
+wifi.Wifi.state = wifi.WifiStateEnum.Disconnected
+wifi.Wifi.quality_percantage = 1
+wifi.Wifi.quality_percantage = 0`);
+            stack = createTemporaryObject(stackComponent, root);
+            page = stack.page;
+            stack.currentIndex = 1;
+            waitForRendering(page);
+            calls.clear();
+            levelChanged.clear();
+        }
+
+        function part(name) {
+            return findChild(page, name);
+        }
+
+        // What the page has sent, as pairs of action and value.
+        function sent() {
+            return calls.signalArguments.map(call => [call[0], call[1]]);
+        }
+
+        function text(value) {
+            return JSON.stringify(value);
+        }
+
+        // Lets the backend end a scan with these networks.
+        function show(results) {
+            Backend.runOnThread(`import json\nwifi.Wifi.set_scan_results(json.loads(${text(text(results))}))`);
+            // The signal comes as an event.
+            page.waitingForWifiScan = true;
+            tryCompare(page, "waitingForWifiScan", false);
+        }
+
+        // So many networks.
+        function numbered(count) {
+            return Array.from({length: count}).reduce((all, _, i) => Object.assign(all, {[`Netz ${i}`]: {quality: i}}), {});
+        }
+
+        function names() {
+            return Array.from(page.wifiList, line => line.ssid);
+        }
+
+        function showAddresses(records) {
+            Backend.runOnThread(`import json\nwifi.Wifi.ip_map_list = json.loads(${text(text(records))})`);
+            tryCompare(page.ipsList, "length", records.length);
+        }
+
+        // What a line shows beside its name.
+        function cells(line) {
+            return [findChild(line, "quality").text, findChild(line, "band").text];
+        }
+
+        // Nothing is where it belongs before the first frame.
+        function press(button) {
+            waitForRendering(page);
+            mouseClick(button);
+        }
+
+        function test_position_and_report() {
+            compare([Common.settingsNetworkIndex, SettingsNetworkData.settingsNetworkIndex], [1, 1]);
+            verify(page.isCurrent);
+            compare([stack.currentPage, Gui.page], [Gui.PageSettingsNetwork, Gui.PageSettingsNetwork]);
+            stack.currentIndex = 0;
+            verify(!page.isCurrent);
+        }
+
+        function test_line_on_its_own() {
+            const line = createTemporaryQmlObject("import brovik.wifi; WifiLine {}", root);
+            compare([line.ssid, line.quality, line.is5GHz, line.btn.text], ["essid", "quality", false, "dis/connect"]);
+            compare([line.implicitHeight, line.color, line.btn.topInset, line.btn.bottomInset], [40, Common.bg1, 0, 0]);
+            const name = Items.below(line, item => item instanceof Label && item.text === "essid")[0];
+            compare(name.font.pointSize, 12);
+        }
+
+        // The connected network.
+
+        function test_current_line() {
+            const line = part("current");
+            compare([line.ssid, ...cells(line), line.btn.text], ["", "", "", "Trennen"]);
+            compare([line.width, line.height, line.color], [root.width, 40, Common.bg1]);
+            Backend.runOnThread("wifi.Wifi.ssid, wifi.Wifi.quality_percantage, wifi.Wifi.is_5_ghz = '<b>Halle</b>', 67, True");
+            tryCompare(line, "is5GHz", true);
+            compare([line.ssid, ...cells(line)], ["<b>Halle</b>", "67%", "5GHz"]);
+        }
+
+        function test_quality_0_of_the_current_line_is_empty() {
+            Backend.run("wifi.Wifi.quality_percantage = 5");
+            compare(part("current").quality, "5%");
+            Backend.run("wifi.Wifi.quality_percantage = 0");
+            compare(part("current").quality, "");
+        }
+
+        function test_disconnect_data() {
+            return [{tag: "Connected", enabled: true}, {tag: "Connecting"}, {tag: "Disconnected"}, {tag: "Aborted"}];
+        }
+
+        function test_disconnect(data) {
+            Backend.run(`wifi.Wifi.state = wifi.WifiStateEnum.${data.tag}`);
+            const button = part("current").btn;
+            compare(button.enabled, data.enabled ?? false);
+            press(button);
+            compare(sent(), data.enabled ? [[Wifi.Disconnect, null]] : []);
+        }
+
+        // Scan
+
+        function test_scan() {
+            const button = part("scan");
+            compare([button.text, button.enabled, part("busy").running], ["Suche nach WLAN-Netzen", true, false]);
+            press(button);
+            compare(sent(), [[Wifi.Scan, null]]);
+            compare([page.waitingForWifiScan, button.enabled, part("busy").running], [true, false, true]);
+            // Nothing ends the wait but the backend; a second press asks for nothing.
+            press(button);
+            compare(calls.count, 1);
+            Backend.runOnThread("wifi.Wifi.set_scan_results({})");
+            tryCompare(page, "waitingForWifiScan", false);
+            compare([button.enabled, part("busy").running], [true, false]);
+        }
+
+        function test_scan_button_fills_the_row() {
+            const button = part("scan");
+            compare(button.x, 0);
+            compare(button.width + button.parent.spacing + part("signal").width, root.width);
+            const busy = part("busy");
+            const middle = busy.mapToItem(button, busy.width / 2, busy.height / 2);
+            fuzzyCompare(middle.x, button.width / 2, 1);
+            fuzzyCompare(middle.y, button.height / 2, 1);
+        }
+
+        function test_scan_that_never_ends() {
+            show({Halle: {quality: 50}});
+            press(part("scan"));
+            press(page.wifiList[0].btn);
+            compare(sent(), [[Wifi.Scan, null], [Wifi.Login, "Halle"]]);
+            stack.currentIndex = 0;
+            compare(page.isCurrent, false);
+        }
+
+        function test_scan_button_while_connecting_aborts() {
+            const button = part("scan");
+            Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Connecting");
+            tryCompare(button, "text", "Verbindungsversuch abbrechen");
+            press(button);
+            compare(sent(), [[Wifi.Disconnect, null]]);
+            compare([page.waitingForWifiScan, button.enabled], [false, true]);
+            Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Aborted");
+            tryCompare(button, "text", "Suche nach WLAN-Netzen");
+        }
+
+        function test_scan_without_results_keeps_the_list() {
+            show({Halle: {quality: 50}});
+            const before = page.wifiList[0];
+            press(part("scan"));
+            Backend.runOnThread("wifi.Wifi.abort_wifi_scan()");
+            tryCompare(page, "waitingForWifiScan", false);
+            compare([page.wifiList.length, page.wifiList[0]], [1, before]);
+        }
+
+        // The networks found
+
+        function test_lines() {
+            show({Halle: {quality: 78, is5GHz: true}, Lager: {quality: 41, is5GHz: false}});
+            compare(names(), ["Halle", "Lager"]);
+            const lines = Array.from(page.wifiList);
+            compare(lines.map(line => line.btn.text), ["Verbinden", "Verbinden"]);
+            compare(lines.map(line => [line.width, line.height]), [[root.width, 40], [root.width, 40]]);
+            tryVerify(() => lines[1].y - lines[0].y === 45);
+            verify(lines.every(line => line.parent === part("networks") && line.btn.width === 100 && line.btn.height === 40));
+        }
+
+        // The order of the map, not that of a script's object.
+        function test_order_is_that_of_the_names() {
+            show({b: {quality: 1}, Z: {quality: 2}, "10": {}, "9": {}, "ä": {}, a: {quality: 99}, "4294967294": {}});
+            compare(names(), ["10", "4294967294", "9", "Z", "a", "b", "ä"]);
+        }
+
+        function test_connected_network_has_no_line() {
+            Backend.run("wifi.Wifi.ssid = 'Halle'");
+            show({Halle: {quality: 50}, "Halle ": {}, halle: {}});
+            compare(names(), ["Halle ", "halle"]);
+        }
+
+        function test_network_without_a_name_is_not_taken_for_the_connected_one() {
+            show({"": {quality: 50}});
+            compare(names(), [""]);
+        }
+
+        function test_quality_of_a_line_data() {
+            return [{tag: "0", quality: 0, shown: "?"}, {tag: "absent", shown: "?"}, {tag: "None", quality: null, shown: "?"}, {tag: "empty", quality: "", shown: "?"}, {tag: "list", quality: [50], shown: "?"}, {tag: "map", quality: {toString: 5, valueOf: 6}, shown: "?"}, {tag: "truth", quality: true, shown: "?"}, {tag: "1", quality: 1, shown: "1%"}, {tag: "100", quality: 100, shown: "100%"}, {tag: "text", quality: "<b>50</b>", shown: "<b>50</b>%"}];
+        }
+
+        function test_quality_of_a_line(data) {
+            // To the shared object true and 1 are the same.
+            show({});
+            show({Halle: {quality: data.quality}});
+            compare(page.wifiList[0].quality, data.shown);
+        }
+
+        function test_band_of_a_line_data() {
+            return [{tag: "true", is5GHz: true, shown: "5GHz"}, {tag: "false", is5GHz: false, shown: ""}, {tag: "absent", shown: ""}, {tag: "None", is5GHz: null, shown: ""}];
+        }
+
+        function test_band_of_a_line(data) {
+            show({Halle: {quality: 5, is5GHz: data.is5GHz}});
+            compare(cells(page.wifiList[0]), ["5%", data.shown]);
+        }
+
+        function test_records_that_are_none() {
+            show({a: null, b: 5, c: "Text", d: [], e: {}});
+            compare(names(), ["a", "b", "c", "d", "e"]);
+            verify(Array.from(page.wifiList).every(line => text(cells(line)) === text(["?", ""])));
+        }
+
+        function test_login() {
+            show({Halle: {quality: 50}, Lager: {quality: 60}});
+            press(page.wifiList[1].btn);
+            compare(sent(), [[Wifi.Login, "Lager"]]);
+        }
+
+        function test_each_scan_replaces_the_list() {
+            show({Halle: {}, Lager: {}});
+            show({Keller: {}});
+            compare(names(), ["Keller"]);
+            tryCompare(part("networks").children, "length", 1);
+            page.emptyWifiList();
+            compare(names(), []);
+            tryCompare(part("networks").children, "length", 0);
+        }
+
+        function test_line_that_cannot_be_made() {
+            const broken = Qt.createComponent("qrc:/missing.qml");
+            Backend.startRecordingPrints();
+            page.create(page.wifiLine, "Halle", {quality: 5});
+            ignoreWarning(/Component is not ready/);
+            page.create(broken, "<b>Lager</b>", {quality: 5});
+            page.create(page.wifiLine, "Keller", {quality: 5});
+            const prints = Backend.takePrints();
+            compare(prints, [`Konnte Element WifiLine für <b>Lager</b> nicht erstellen (${broken.errorString()}).`]);
+            verify(broken.errorString().includes("missing.qml"));
+            compare(names(), ["Halle", "Keller"]);
+        }
+
+        // Names of strangers
+
+        function test_hostile_names_data() {
+            return hostileNames.map(name => ({tag: JSON.stringify(name), name: name}));
+        }
+
+        function test_hostile_names(data) {
+            show({[data.name]: {quality: 50}});
+            compare(names(), [data.name]);
+            const line = page.wifiList[0];
+            const label = Items.below(line, item => item instanceof Label && item.text === data.name)[0];
+            compare(label.textFormat, Text.PlainText);
+            verify(label.height <= line.height);
+            press(line.btn);
+            compare(sent(), [[Wifi.Login, data.name]]);
+        }
+
+        function test_hostile_name_of_the_connection_data() {
+            return hostileNames.map(name => ({tag: JSON.stringify(name), name: name}));
+        }
+
+        function test_hostile_name_of_the_connection(data) {
+            Backend.run(`import json\nwifi.Wifi.ssid = json.loads(${text(text(data.name))})`);
+            compare(part("current").ssid, data.name);
+            const label = Items.below(part("current"), item => item instanceof Label && item.text === data.name)[0];
+            compare(label.textFormat, Text.PlainText);
+        }
+
+        function test_hostile_name_of_an_interface_data() {
+            return hostileNames.map(name => ({tag: JSON.stringify(name), name: name}));
+        }
+
+        // Markup in it would be drawn: the label has the width of the text itself.
+        function test_hostile_name_of_an_interface(data) {
+            showAddresses([{name: data.name, ip4: data.name, type_: data.name + "x", is_wg: true}]);
+            const row = page.ipsList[0];
+            const label = findChild(row, "address");
+            compare(label.Accessible.name, `${data.name} (${data.name}x): ${data.name}`);
+            const name = Common.escaped(data.name);
+            verify(!/<(?!\/?b>|br>)/.test(label.text), label.text);
+            verify(label.text.startsWith(`<b>${name}</b>`));
+            const button = findChild(row, "restart");
+            compare(button.text, `Schnittstelle ${data.name} neu starten`);
+            compare(button.contentItem.textFormat, Text.PlainText);
+            press(button);
+            compare(sent(), [[Wifi.RestartWireguard, data.name]]);
+        }
+
+        // No network has such a name; a backend may.
+        function test_huge_names_are_cut() {
+            const cut = "lang ".repeat(40) + "…";
+            Backend.runOnThread(`
+name = 'lang ' * 2000000
+wifi.Wifi.ssid = name
+wifi.Wifi.ip_map_list = [{'name': name, 'ip4': name, 'type_': name}]
+wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
+            tryCompare(page.wifiList, "length", 1);
+            compare([part("current").ssid, page.wifiList[0].ssid, page.wifiList[0].quality], [cut, cut, `${cut}%`]);
+            const row = page.ipsList[0];
+            compare([row.name, row.ip, row.type], [cut, cut, cut]);
+            // Out of view.
+            page.wifiList[0].btn.clicked();
+            compare(sent()[0][1].length, 10000002);
+        }
+
+        // Interfaces
+
+        function test_addresses() {
+            showAddresses([{name: "lo", ip4: "127.0.0.1", type_: "loopback", is_wg: false}, {name: "eth0", ip4: "10.0.0.2", type_: ""}]);
+            const rows = Array.from(page.ipsList);
+            compare(rows.map(row => [row.ip, row.name, row.type, row.isWireguard]), [["127.0.0.1", "lo", "loopback", false], ["10.0.0.2", "eth0", "", false]]);
+            const labels = rows.map(row => findChild(row, "address"));
+            compare(labels.map(label => label.text), ["<b>lo</b> (loopback): 127.0.0.1", "<b>eth0</b>: 10.0.0.2"]);
+            tryVerify(() => rows.every((row, i) => row.width === root.width && labels[i].x === 5));
+            tryVerify(() => rows[1].y > rows[0].y);
+        }
+
+        function test_restart_data() {
+            return [{tag: "type and WireGuard", type: "wireguard", isWireguard: true, name: "tunnel", shown: true}, {tag: "type, not WireGuard", type: "ethernet", isWireguard: false, name: "wg0", shown: false}, {tag: "no type, wg0", type: "", isWireguard: false, name: "wg0", shown: true}, {tag: "no type, wg0, WireGuard", type: "", isWireguard: true, name: "wg0", shown: true}, {tag: "no type, other name", type: "", isWireguard: true, name: "eth0", shown: false}, {tag: "no type, wg inside", type: "", isWireguard: true, name: "awg0", shown: false}];
+        }
+
+        // A type that is empty and one that is absent.
+        function test_restart(data) {
+            const record = {name: data.name, ip4: "10.0.0.1", is_wg: data.isWireguard};
+            const absent = data.type ? [] : [record];
+            showAddresses([Object.assign({type_: data.type}, record), ...absent]);
+            for (const row of Array.from(page.ipsList)) {
+                const button = findChild(row, "restart");
+                compare([button.visible, button.text], [data.shown, `Schnittstelle ${data.name} neu starten`]);
+            }
+            press(findChild(page.ipsList[0], "restart"));
+            compare(sent(), data.shown ? [[Wifi.RestartWireguard, data.name]] : []);
+        }
+
+        function test_interface_records_of_other_types() {
+            showAddresses([{}, {name: null, ip4: null, type_: null, is_wg: null}, {name: 5, ip4: 1.5, type_: true, is_wg: "x"}, {name: [1], ip4: {a: 1}, type_: [], is_wg: []}]);
+            compare(Array.from(page.ipsList, row => [row.name, row.ip, row.type, row.isWireguard]), [["", "", "", false], ["", "", "", false], ["5", "1.5", "", true], ["", "", "", true]]);
+        }
+
+        function test_new_addresses_leave_the_networks_alone() {
+            show({Halle: {quality: 50}});
+            const line = page.wifiList[0];
+            showAddresses([{name: "lo"}, {name: "eth0"}]);
+            const old = Array.from(page.ipsList);
+            showAddresses([{name: "wlan0"}]);
+            compare(Array.from(page.ipsList, row => row.name), ["wlan0"]);
+            tryCompare(part("addresses").children, "length", 1);
+            verify(!old.includes(page.ipsList[0]));
+            compare([page.wifiList.length, page.wifiList[0]], [1, line]);
+        }
+
+        // The signal
+
+        function test_icons() {
+            const icon = part("signal");
+            compare(Array.from(icon.sources, String), ["wifi-off", "wifi-1", "wifi-2", "wifi"].map(name => `qrc:/brovik/wifi/img/${name}.svg`));
+            compare(Array.from(icon.states, state => state.name), ["0", "1", "2", "3"]);
+            icon.state = "";
+            compare(icon.source, firstIcon);
+            for (const level of [0, 1, 2, 3]) {
+                icon.state = level;
+                compare(icon.source, icon.sources[level]);
+                const image = Items.below(icon, item => item instanceof Image)[0];
+                compare(image.status, Image.Ready);
+            }
+            icon.state = "-1";
+            compare(icon.source, firstIcon);
+        }
+
+        function test_icon_follows_the_level_data() {
+            return [[20, 1], [50, 2], [80, 3], [0, 1]].map(([quality, level]) => ({tag: quality, quality: quality, level: level}));
+        }
+
+        function test_icon_follows_the_level(data) {
+            Backend.runOnThread(`wifi.Wifi.state = wifi.WifiStateEnum.Connected\nwifi.Wifi.quality_percantage = 99\nwifi.Wifi.quality_percantage = ${data.quality}`);
+            tryCompare(part("signal"), "state", String(data.level));
+            compare(part("signal").source, part("signal").sources[data.level]);
+        }
+
+        function test_animation() {
+            const icon = part("signal");
+            const seen = [];
+            icon.stateChanged.connect(state => seen.push(state));
+            Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Connecting");
+            tryVerify(() => seen.length === 5);
+            compare(seen, ["1", "2", "3", "1", "2"]);
+            // The level does not touch it meanwhile.
+            Backend.runOnThread("wifi.Wifi.quality_percantage = 80");
+            tryCompare(levelChanged, "count", 1);
+            compare(seen[seen.length - 1], icon.state);
+            verify(icon.state !== "0");
+        }
+
+        function test_icon_keeps_its_last_frame_until_the_level_comes() {
+            const icon = part("signal");
+            Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Connecting");
+            tryCompare(icon, "state", "2");
+            Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Connected");
+            tryCompare(icon, "animated", false);
+            verify(icon.state === "2" || icon.state === "3");
+            Backend.runOnThread("wifi.Wifi.quality_percantage = 10");
+            tryCompare(icon, "state", "1");
+        }
+
+        // A long list
+
+        function test_shadows_tell_of_more() {
+            const flickable = part("flickable");
+            const shadows = Items.below(page, item => item instanceof MyGradientBox);
+            compare(shadows.length, 2);
+            compare([flickable.z, flickable.clip, flickable.width, flickable.height], [-1, true, page.width, page.height]);
+            compare(shadows.map(box => box.active), [false, false]);
+            show(numbered(200));
+            tryCompare(shadows[1], "active", true);
+            compare(shadows[0].active, false);
+            flickable.contentY = 100;
+            compare(shadows.map(box => box.active), [true, true]);
+            flickable.contentY = flickable.contentHeight - flickable.height;
+            compare(shadows.map(box => box.active), [true, false]);
+            page.emptyWifiList();
+            tryCompare(flickable, "contentY", 0);
+            compare(shadows.map(box => box.active), [false, false]);
+        }
+
+        // Lines come and go while the window changes its size.
+        function test_lists_change_with_the_width() {
+            const address = "fe80:0000:0000:0000:0000:0000:0000:1234/64";
+            for (const width of [720, 300, 800, 720]) {
+                root.width = width;
+                showAddresses([{name: "wg0", ip4: address, type_: "wireguard", is_wg: true}, {}, {name: "wg1", ip4: address + width}]);
+                show(numbered(width / 10));
+                waitForRendering(page);
+                compare(page.wifiList[0].width, width);
+                const row = page.ipsList[2];
+                tryVerify(() => row.height >= findChild(row, "address").contentHeight);
+            }
+        }
+    }
+}
