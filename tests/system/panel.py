@@ -175,6 +175,10 @@ class Panel:
         geometry = ("getwindowgeometry", "--shell", self.window)
         self.wait_for("the window's size", lambda: wanted <= set(desktop.xdotool(*geometry).split()))
 
+    def wait_until_still(self) -> None:
+        """Waits until nothing moves in the main window."""
+        desktop.wait_until_still(self.window)
+
     def close(self) -> int:
         """Closes the main window as the window manager does, and gives the exit code."""
         subprocess.run(["wmctrl", "-i", "-c", self.window], check=True)

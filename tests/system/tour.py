@@ -27,6 +27,13 @@ _SETTINGS: tuple[tuple[str, ...], ...] = (
     ("reinigungsprozess", "Reinigungsprozess"),
     ("leitwertpruefung", "Leitwertprüfung"),
     ("sonstige-einstellungen", "Sonstige Einstellungen"),
+    ("wlan-anmeldung", "Netzwerk", "Suche nach WLAN-Netzen", "Verbinden"),
+    ("netzwerk", "Netzwerk"),
+    ("updates", "Updates", "Suche nach Updates"),
+    ("updates-verfuegbar", "Updates", "Verfügbar"),
+    ("updates-changelog", "Updates", "Verfügbar", "Changelog"),
+    ("updates-installiert", "Updates", "Installiert"),
+    ("updates-ausgabekonsole", "Updates", "Ausgabekonsole"),
     ("erscheinungsbild", "Erscheinungsbild"),
 )
 _THRESHOLD = "Leitwert in mS/cm, ab dem das Medium als Wasser erkannt wird"
@@ -83,7 +90,7 @@ class Tour:  # pylint: disable=too-few-public-methods
 
     def _lower_half(self) -> bytes:
         """Where no header changes by itself."""
-        desktop.wait_until_still(self._program.window)
+        self._program.wait_until_still()
         picture = desktop.pixels(self._program.window)
         return picture[len(picture) // 2 :]
 
@@ -158,13 +165,13 @@ class Tour:  # pylint: disable=too-few-public-methods
         self._take("herunterfahren")
         desktop.xdotool("key", "Escape")
         self._program.wait_until_gone("Neu starten")
-        desktop.wait_until_still(self._program.window)
+        self._program.wait_until_still()
 
     def _tab(self, title: str) -> None:
         self._program.click(title, "page tab")
 
 
-def _complaints(program: Panel, *expected: str) -> list[str]:
+def complaints(program: Panel, *expected: str) -> list[str]:
     """Lines of the log that a tour without a fault does not write."""
     lines = (line for line in program.log if line.startswith(("[WARN", "[CRIT", "[FATAL")))
     return [line for line in lines if not any(known in line for known in (*_EXPECTED, *expected))]
@@ -197,7 +204,7 @@ def _take_pages(albums: dict[Look, Album], configuration: str) -> list[str]:
 
 def _ended(program: Panel, *expected: str) -> list[str]:
     code = program.close()
-    return _complaints(program, *expected) + ([f"exit code {code}"] if code else [])
+    return complaints(program, *expected) + ([f"exit code {code}"] if code else [])
 
 
 def _take_all(folder: Path, configuration: str) -> Iterator[str]:
