@@ -59,12 +59,15 @@ void Backend::setDarkTheme(bool dark)
 
 void Backend::forgetSettings()
 {
-    QSettings().clear();
+    QSettings settings;
+    settings.clear();
+    m_settingsFile = settings.fileName();
 }
 
 QString Backend::settingsFile()
 {
-    QFile file(QSettings().fileName());
+    // Not through QSettings, which would write what waits to be written.
+    QFile file(m_settingsFile);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 

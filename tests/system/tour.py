@@ -29,7 +29,7 @@ _SETTINGS: tuple[tuple[str, ...], ...] = (
     ("sonstige-einstellungen", "Sonstige Einstellungen"),
     ("wlan-anmeldung", "Netzwerk", "Suche nach WLAN-Netzen", "Verbinden"),
     ("netzwerk", "Netzwerk"),
-    ("updates", "Updates", "Suche nach Updates"),
+    ("updates", "Updates", "Übersicht", "Suche nach Updates"),
     ("updates-verfuegbar", "Updates", "Verfügbar"),
     ("updates-changelog", "Updates", "Verfügbar", "Changelog"),
     ("updates-installiert", "Updates", "Installiert"),
