@@ -40,8 +40,11 @@ SettingsStepBoxTextField {
         property bool typing: false
     }
 
-    field.onTextEdited: {
-        privat.typing = true;
-        pause.restart();
+    // By key, on-screen keyboard or clipboard. That the stored text comes in is no wish.
+    field.onTextChanged: {
+        if (privat.typing || root.product !== setting.value) {
+            privat.typing = true;
+            pause.restart();
+        }
     }
 }

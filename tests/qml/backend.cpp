@@ -5,6 +5,7 @@
 #include <pybind11/embed.h>
 
 #include <QDebug>
+#include <QFile>
 #include <QSettings>
 #include <QThread>
 
@@ -58,7 +59,16 @@ void Backend::setDarkTheme(bool dark)
 
 void Backend::forgetSettings()
 {
-    QSettings().clear();
+    QSettings settings;
+    settings.clear();
+    m_settingsFile = settings.fileName();
+}
+
+QString Backend::settingsFile()
+{
+    // Not through QSettings, which would write what waits to be written.
+    QFile file(m_settingsFile);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
 void Backend::startRecordingPrints()

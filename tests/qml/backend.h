@@ -25,8 +25,14 @@ public:
     /// Empties the settings file.
     Q_INVOKABLE void forgetSettings();
 
+    /// What stands in the settings file, once it has been emptied.
+    Q_INVOKABLE QString settingsFile();
+
     /// Begins to record what is printed. Warnings are left to ignoreWarning() and failOnWarning().
     Q_INVOKABLE void startRecordingPrints();
     /// Ends the recording and returns it.
     Q_INVOKABLE QStringList takePrints();
+
+private:
+    QString m_settingsFile;
 };

@@ -8,6 +8,7 @@ import brovik.base
 import brovik.components
 import brovik.gui
 import kubelor.test
+import "items.js" as Items
 
 Item {
     id: root
@@ -297,6 +298,24 @@ Item {
             compare(title.x, Gui.boxLeftMargin);
             compare(remark.text, "Bemerkung");
             verify(remark.mapToItem(box, 0, 0).y > title.mapToItem(box, 0, 0).y + title.height);
+            compare([title.textFormat, remark.textFormat], [Text.PlainText, Text.PlainText]);
+            compare([title.wrapMode, remark.wrapMode], [Text.WordWrap, Text.WordWrap]);
+        }
+
+        function test_step_box_with_a_long_title() {
+            const box = make(stepComponent).box;
+            const [number, title] = labels(box);
+            const height = box.height;
+            box.title = "Das Fass wird mit Lauge gereinigt. ".repeat(5);
+            tryVerify(() => title.lineCount > 2 && title.width >= title.contentWidth && box.height > height);
+            // The number stays beside the first line.
+            compare(number.mapToItem(box, 0, 0).y, title.mapToItem(box, 0, 0).y);
+        }
+
+        function test_step_box_line() {
+            const box = make(stepComponent).box;
+            const line = Items.below(box, item => item instanceof BrovikBoxSeparatorLine)[0];
+            compare([line.Layout.topMargin, line.Layout.bottomMargin], [5, 0]);
         }
 
         function test_step_box_with_num_0() {
@@ -353,7 +372,8 @@ Item {
             const row = make(textComponent);
             compare(row.spacing, 10);
             compare(row.field.text, "SANAL");
-            compare(labels(row)[0].text, "Produktname Säure: ");
+            compare([labels(row)[0].text, labels(row)[0].textFormat], ["Produktname Säure: ", Text.PlainText]);
+            compare(labels(row)[0].wrapMode, Text.WordWrap);
             row.product = "";
             compare(row.field.text, "");
             tryVerify(() => row.field.x + row.field.width === 500);

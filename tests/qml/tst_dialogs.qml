@@ -7,6 +7,8 @@ import kubelor.test
 
 Item {
     BaseTemplate {
+        id: window
+
         width: 800
         height: 1200
 
@@ -157,6 +159,14 @@ Item {
                 }
                 compareSent([]);
                 tryCompareSent([[Gui.DialogData, {[id]: {a: data.accept}, current: null}]]);
+            }
+
+            function test_input_in_a_narrow_window() {
+                const dialog = open(Dialogs.input("t", "x"));
+                window.width = 400;
+                tryCompare(dialog, "popupWidth", 400);
+                window.width = 800;
+                tryCompare(dialog, "popupWidth", 450);
             }
 
             function test_input_options() {

@@ -6,6 +6,7 @@ import QtTest
 import brovik.base
 import brovik.gui
 import kubelor.test
+import "items.js" as Items
 
 Item {
     id: root
@@ -268,6 +269,20 @@ Item {
             tryCompare(list.comboBox, "width", 400 - 2 * Common.spacing);
         }
 
+        function test_selection_list_label() {
+            const list = make(selectionList, {text: "<b>x</b>"});
+            const label = labelOf(list);
+            compare([label.text, label.textFormat, label.wrapMode], ["<b>x</b>", Text.PlainText, Text.WordWrap]);
+            compare([label.Layout.maximumWidth, label.Layout.leftMargin, label.Layout.topMargin], [Common.maxLeftColWidth, 5, 0]);
+            compare([list.comboBox.Layout.leftMargin, list.comboBox.Layout.rightMargin], [5, 5]);
+            list.width = 400;
+            compare([label.Layout.maximumWidth, label.Layout.topMargin], [400 - 5, 5]);
+        }
+
+        function labelOf(item) {
+            return Items.below(item, child => child instanceof Label)[0];
+        }
+
         function test_slider_buttons() {
             const control = make(sliderComponent, {value: 4});
             const [minus, plus] = ["Verringern", "Erhöhen"].map(name => buttonNamed(control, name));
@@ -287,6 +302,10 @@ Item {
             const control = make(sliderComponent);
             compare(control.slider.snapMode, Slider.SnapOnRelease);
             compare(control.label.text, "Wert");
+            compare(control.label.textFormat, Text.PlainText);
+            compare([control.label.Layout.leftMargin, control.label.Layout.topMargin], [5, 5]);
+            tryVerify(() => control.slider.mapToItem(control, 0, 0).y >= control.label.y + control.label.height + 5);
+            compare(control.height, control.label.parent.implicitHeight);
             compare(control.color, Common.bg1);
             tryVerify(() => control.height > control.slider.height);
         }

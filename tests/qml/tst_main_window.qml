@@ -290,6 +290,24 @@ Item {
             tryVerify(() => !part("powerPopup").visible);
         }
 
+        function test_simulator() {
+            const button = part("simulatorButton");
+            compare(button.win.title, "Simulator");
+            verify(!button.visible && !button.win.visible);
+            Backend.runOnThread("simulator.Simulator.enabled = True");
+            tryVerify(() => button.visible && button.win.visible);
+            const corner = button.mapToItem(null, button.width, button.height);
+            compare([corner.x, corner.y], [window.width - 5, window.height - 5]);
+            button.win.close();
+            mouseClick(button);
+            tryVerify(() => button.win.active);
+            button.win.close();
+            Backend.runOnThread("simulator.Simulator.enabled = False");
+            tryVerify(() => !button.visible);
+            window.requestActivate();
+            tryVerify(() => window.active);
+        }
+
         function test_keyboard_rests_below_the_window() {
             const panel = part("inputPanel");
             compare([panel.x, panel.y, panel.z, panel.width], [0, window.height, 99, window.width]);

@@ -5,6 +5,7 @@ import QtTest
 
 import brovik.base
 import brovik.gui
+import "items.js" as Items
 
 Item {
     BaseTemplate {
@@ -138,6 +139,28 @@ Item {
                 clickButton(dialog, "Details");
                 tryCompare(detailsOf(dialog), "height", 200);
                 verify(detailsOf(dialog).interactive);
+            }
+
+            function test_scroll_bars_cover_no_text() {
+                const dialog = open(Dialogs.message("Titel", "Wort ".repeat(2000), "info", {details: "Zeile ".repeat(500)}));
+                clickButton(dialog, "Details");
+                const list = detailsOf(dialog);
+                tryVerify(() => list.interactive && list.itemAtIndex(0));
+                tryCompare(list.itemAtIndex(0), "width", list.width - list.ScrollBar.vertical.width);
+                const text = Items.below(dialog.contentItem, item => item.textFormat === Text.RichText)[0];
+                const flickable = text.parent.parent;
+                tryVerify(() => flickable.interactive);
+                tryCompare(text, "width", flickable.width - flickable.ScrollBar.vertical.width);
+            }
+
+            function test_texts_without_a_scroll_bar_have_the_full_width() {
+                const dialog = message({details: "Zeile"});
+                clickButton(dialog, "Details");
+                const list = detailsOf(dialog);
+                tryVerify(() => list.itemAtIndex(0));
+                tryCompare(list, "width", dialog.availableWidth);
+                compare(list.itemAtIndex(0).width, list.width);
+                compare(Items.below(dialog.contentItem, item => item.textFormat === Text.RichText)[0].width, dialog.availableWidth);
             }
 
             function test_labels_are_destroyed_when_closed() {

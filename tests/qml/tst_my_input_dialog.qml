@@ -124,6 +124,14 @@ Item {
                 dialog.close();
             }
 
+            // A short text takes as much as in the other dialogs, with the field.
+            function test_height_of_the_text() {
+                const dialog = opened({text: "Text"});
+                const text = findText(popupItem(dialog), "Text", "minimumHeight");
+                fuzzyCompare(text.height + dialog.input.height, 100, 1);
+                dialog.close();
+            }
+
             function test_typing_and_answers_data() {
                 return [
                     {tag: "Return", answer: () => keyClick(Qt.Key_Return), accepted: 1, rejected: 0},

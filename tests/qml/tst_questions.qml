@@ -8,6 +8,8 @@ import kubelor.test
 
 Item {
     BaseTemplate {
+        id: window
+
         width: 800
         height: 1200
 
@@ -36,6 +38,14 @@ Item {
                 compare(dialog.no, "");
                 compare(dialog.color, "#0000ff");
                 compare(dialog.width, 450);
+            }
+
+            function test_question_in_a_narrow_window() {
+                const dialog = open(Dialogs.question("t", "x"));
+                window.width = 400;
+                tryCompare(dialog, "width", 400);
+                window.width = 800;
+                tryCompare(dialog, "width", 450);
             }
 
             function test_question_options_data() {

@@ -213,6 +213,10 @@ Item {
             compare(memory.value("width"), undefined);
             window.close();
             compare(["x", "y", "width", "height"].map(key => Number(memory.value(key))), [40, 90, 640, 800]);
+            // In the file itself, and at once.
+            for (const line of ["[window]", "x=40", "y=90", "width=640", "height=800"]) {
+                verify(Backend.settingsFile().split("\n").includes(line), line);
+            }
             open();
             tryVerify(() => window.x === 40 && window.y === 90 && window.width === 640 && window.height === 800);
         }
@@ -252,6 +256,14 @@ Item {
             for (const text of ["App minimieren", "App schließen", "Fullscreen an", "Theme ändern zu: hell"]) {
                 const found = button(text);
                 compare([found.height, found.width, found.font.bold, found.font.pointSize], [Gui.controlHeight, window.width, true, Gui.fSizeM], text);
+            }
+        }
+
+        function test_order_of_the_window_page() {
+            const texts = ["App minimieren", "App schließen", "Fullscreen an", "Theme ändern zu: hell", `Aktuelle Auflösung des Fensters: ${window.width}x${window.height}`];
+            const found = texts.map(button);
+            for (let i = 1; i < found.length; ++i) {
+                verify(found[i].y >= found[i - 1].y + found[i - 1].height, texts[i]);
             }
         }
 

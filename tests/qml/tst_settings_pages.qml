@@ -5,6 +5,7 @@ import QtTest
 
 import brovik.actuator
 import brovik.auto
+import brovik.base
 import brovik.components
 import brovik.config
 import brovik.gui
@@ -143,6 +144,79 @@ for dout in actuator.Actuator.all_douts: dout.state = False`);
             compare(sent.signalArguments[0][0], key);
             compare(sent.signalArguments[0][1], value);
             sent.clear();
+        }
+
+        function columnOf(page) {
+            return Items.below(page, item => item instanceof ColumnLayout)[0];
+        }
+
+        // What stands in a box below its title: "number", "switch", "text", "remark" and the lines between.
+        function partsOf(box) {
+            const kind = item => {
+                if (item instanceof BrovikBoxSeparatorLine) {
+                    return item.noMargins && item.visible ? "line" : undefined;
+                }
+                const kinds = {spinBox: "number", switch_: "switch", field: "text", noSeparator: "remark"};
+                return kinds[Object.keys(kinds).find(part => item[part] !== undefined)];
+            };
+            return Items.below(box, kind).map(kind);
+        }
+
+        // Stands between each two of them.
+        function separated(parts) {
+            return parts.reduce((all, part) => all.concat(all.length ? ["line"] : [], part), []);
+        }
+
+        function test_pages_are_spaced_and_end_in_a_gap_data() {
+            return [{tag: "run", component: runComponent}, {tag: "baths", component: bathsComponent}, {tag: "misc", component: miscComponent}];
+        }
+
+        function test_pages_are_spaced_and_end_in_a_gap(data) {
+            const page = make(data.component);
+            compare(page.spacing, Common.spacing);
+            const column = columnOf(page);
+            const gap = column.children[column.children.length - 1];
+            compare([gap.children.length, gap.height], [0, Common.spacing]);
+            compare(gap.y + gap.height, column.height);
+        }
+
+        function test_parts_of_the_boxes_of_the_run() {
+            Backend.run("config.Config.machine_version = config.MachineVersion.Legacy");
+            const number = count => Array(count).fill("number");
+            const remark = ["remark"];
+            const further = ["number", "remark", "line"];
+            compare(boxesOf(make(runComponent)).map(partsOf), [["switch", "number"], separated(number(5)), number(4), further, remark, number(1), remark, remark, number(2), remark, number(1), remark, remark, number(2), remark, ["switch", "number", "number"], further, number(1)]);
+        }
+
+        function test_parts_of_the_boxes_of_the_baths() {
+            const bath = separated(["number", "number", "text"]);
+            compare(boxesOf(make(bathsComponent)).map(partsOf), [["number"], bath, bath]);
+        }
+
+        function test_parts_of_the_checks() {
+            const page = make(miscComponent);
+            compare(partsOf(boxesOf(page)[0]), ["line", ...separated(Array(6).fill("switch"))]);
+            const hint = Items.below(page, item => item instanceof Label && item.font.italic)[0];
+            verify(bottomOf(hint) <= topOf(row(page, "testLeakageP")));
+        }
+
+        function topOf(item) {
+            return item.mapToItem(null, 0, 0).y;
+        }
+
+        function bottomOf(item) {
+            return item.mapToItem(null, 0, item.height).y;
+        }
+
+        function verifyBelowEachOther(items) {
+            for (let i = 1; i < items.length; ++i) {
+                verify(topOf(items[i]) >= bottomOf(items[i - 1]), `${items[i - 1]}, ${items[i]}`);
+            }
+        }
+
+        function verifyCentred(item, surface) {
+            // To the pixel that layouts round.
+            fuzzyCompare(item.mapToItem(surface, item.width / 2, 0).x, surface.width / 2, 1);
         }
 
         function test_boxes_of_the_run_data() {
@@ -334,7 +408,11 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
             verifySent(data.set, null);
             mouseClick(reset);
             verifySent(data.reset, null);
-            verify(withText(box, `Aktueller Offset: 0 ${data.unit}`));
+            const offset = withText(box, `Aktueller Offset: 0 ${data.unit}`);
+            verifyBelowEachOther([calibrate, offset]);
+            compare(topOf(calibrate), topOf(reset));
+            verify(calibrate.x + calibrate.width <= reset.x);
+            verifyCentred(offset, box);
             Backend.runOnThread(`settings.SettingsValues.${data.offset} = -0.25`);
             tryVerify(() => withText(box, `Aktueller Offset: -0.25 ${data.unit}`));
         }
@@ -370,6 +448,14 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
                     tryCompare(button, "active", true);
                 }
             });
+        }
+
+        function test_order_of_hand_operation() {
+            const page = make(handComponent);
+            const [heating, level] = [findChild(page, "manualHeating"), findChild(page, "level")];
+            verifyBelowEachOther([...outputs(page), heating, level]);
+            verifyCentred(heating, page);
+            compare([level.width, level.horizontalAlignment, level.wrapMode], [page.width, Text.AlignHCenter, Text.WordWrap]);
         }
 
         function test_outputs_are_those_of_the_machine() {

@@ -194,6 +194,30 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             compare(sent.count, 0);
         }
 
+        // Whatever is stored.
+        function test_nothing_is_sent_on_construction_with_other_values_data() {
+            return [{tag: "lowest", bound: "Min"}, {tag: "highest", bound: "Max"}];
+        }
+
+        function test_nothing_is_sent_on_construction_with_other_values(data) {
+            const stored = key => BrovikSettings[key + data.bound];
+            const keys = numbers.map(row => row[1]);
+            keys.forEach(key => write(key, stored(key)));
+            switches.forEach(([, key, , value]) => write(key, value ? "False" : "True"));
+            texts.forEach(([, key]) => write(key, "'Anders'"));
+            settle();
+            sent.clear();
+            pages = createTemporaryObject(pagesComponent, root);
+            waitForRendering(pages);
+            settle();
+            for (const [page, key, , precision] of numbers) {
+                // A setpoint is held up by its minimum.
+                const lowest = key.endsWith("Sp") ? stored(key.replace("Sp", "Min")) + 1 : stored(key);
+                compare(row(page, key, "spinBox").value, Math.round(Math.max(stored(key), lowest) * Math.pow(10, precision)), key);
+            }
+            compare(sent.count, 0);
+        }
+
         function test_rows_are_those_of_the_table() {
             for (const page of ["run", "baths", "misc"]) {
                 const keys = table => table.filter(row => row[0] === page).map(row => row[1]);
@@ -439,6 +463,37 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             compare(BrovikSettings[data.key], data.value + "abc");
             settle();
             compare(found.product, data.value + "abc");
+            verify(!pauseOf(found).running);
+        }
+
+        // By the on-screen keyboard or from the clipboard, too.
+        function test_text_changed_without_a_key_data() {
+            return textRows();
+        }
+
+        function test_text_changed_without_a_key(data) {
+            root.answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${pythonName(data.key)} = ${JSON.stringify(value)}`);
+            const found = row(data.page, data.key, "field");
+            const pause = pauseOf(found);
+            pause.interval = 1;
+            found.product = "Neu";
+            verify(pause.running);
+            tryCompare(BrovikSettings, data.key, "Neu");
+            settle();
+            compare(found.product, "Neu");
+            verify(!pause.running);
+            verifySent([enumOf(data.key), "Neu"]);
+        }
+
+        // It is a change like any other.
+        function test_text_typed_and_taken_back_is_sent() {
+            const found = row("baths", "lwSaureName", "field");
+            type(found, "x");
+            pauseOf(found).interval = 1;
+            keyClick(Qt.Key_Backspace);
+            tryCompare(sent, "count", 1);
+            verifySent([BrovikSettings.LwSaureName, "SANAL®-SA 3"]);
+            settle();
             verify(!pauseOf(found).running);
         }
 

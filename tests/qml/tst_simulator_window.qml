@@ -133,6 +133,43 @@ Simulator.enabled = True`);
             compare([win.width, win.height], [win.minimumWidth, win.minimumHeight]);
         }
 
+        function topOf(item) {
+            return item.mapToItem(null, 0, 0).y;
+        }
+
+        function bottomOf(item) {
+            return item.mapToItem(null, 0, item.height).y;
+        }
+
+        function verifyBelowEachOther(items) {
+            for (let i = 1; i < items.length; ++i) {
+                verify(topOf(items[i]) >= bottomOf(items[i - 1]), `${items[i - 1]}, ${items[i]}`);
+            }
+        }
+
+        function labelOf(row) {
+            return Items.below(row, item => item instanceof Label && item.text === row.text)[0];
+        }
+
+        function hint() {
+            return Items.below(win.contentItem, item => item instanceof Label && item.text === "<i>Der Füllstandsschalter ist in der Config deaktiviert</i>")[0];
+        }
+
+        function test_order_of_the_inputs() {
+            const rows = sliders.map(data => sliderRow(data.tag));
+            rows.forEach(row => verifyBelowEachOther([labelOf(row), sliderOf(row)]));
+            verifyBelowEachOther([...rows, buttonOf("Taster grün"), buttonOf("Taster rot")]);
+        }
+
+        function test_order_of_the_right_column() {
+            Backend.run("config.Config.has_level_switch = False");
+            const indicators = Items.below(win.contentItem, item => item.out !== undefined);
+            waitForRendering(win.contentItem);
+            verifyBelowEachOther([hint(), findChild(win.contentItem, "level"), ...indicators]);
+            const inputs = findChild(win.contentItem, "inputs");
+            verify(indicators[0].mapToItem(null, 0, 0).x >= inputs.mapToItem(null, inputs.width, 0).x);
+        }
+
         function test_scale() {
             const inputs = findChild(win.contentItem, "inputs");
             compare(inputs.transformOrigin, Item.TopLeft);
@@ -275,6 +312,32 @@ Simulator.enabled = True`);
             tryVerify(() => !places.ToolTip.visible);
         }
 
+        // One turn of the wheel, one step, one wish.
+        function test_decimal_places_by_wheel() {
+            const row = sliderRow("Leitwert");
+            const places = findChild(win.contentItem, "lwDecimalPlaces");
+            fuzzyCompare(topOf(places) + places.height / 2, topOf(labelOf(row)) + labelOf(row).height / 2, 1);
+            verify(places.mapToItem(row, 0, 0).x >= labelOf(row).mapToItem(row, labelOf(row).width, 0).x);
+            for (let turn = 0; turn < 3; ++turn) {
+                mouseWheel(places, places.width / 2, places.height / 2, 0, 120);
+            }
+            compare(places.value, 2);
+            const slider = sliderOf(row);
+            mouseWheel(slider, slider.width / 2, slider.height / 2, 0, 120);
+            compare(Sensor.leitwert, 2.01);
+            compare(row.text, "Leitwert (2.01 mS/cm)");
+        }
+
+        function test_analogue_input_by_wheel_data() {
+            return [{tag: "A-In 0", what: Simulator.SimAIn0}, {tag: "A-In 1", what: Simulator.SimAIn1}];
+        }
+
+        function test_analogue_input_by_wheel(data) {
+            const slider = sliderOf(sliderRow(data.tag));
+            mouseWheel(slider, slider.width / 2, slider.height / 2, 0, -120);
+            compare(Array.from(sent.signalArguments, call => [call[0], call[1]]), [[data.what, 19]]);
+        }
+
         function test_push_button_data() {
             return [{tag: "Taster grün", input: SensorEnums.StartBtn, color: Material.Green}, {tag: "Taster rot", input: SensorEnums.StopBtn, color: Material.Red}];
         }
@@ -291,6 +354,15 @@ Simulator.enabled = True`);
             mouseRelease(pushed);
             compare(requested.count, 2);
             compare(requested.signalArguments[1][0], data.input);
+            compare(requested.signalArguments[1][1], false);
+        }
+
+        function test_push_button_let_go_beside_it() {
+            const pushed = buttonOf("Taster rot");
+            mousePress(pushed);
+            mouseMove(pushed, -20, -20);
+            mouseRelease(pushed, -20, -20);
+            compare(requested.count, 2);
             compare(requested.signalArguments[1][1], false);
         }
 
@@ -321,10 +393,9 @@ Simulator.enabled = True`);
         }
 
         function test_level_switch_is_not_fitted() {
-            const hint = Items.below(win.contentItem, item => item instanceof Label && item.text === "<i>Der Füllstandsschalter ist in der Config deaktiviert</i>")[0];
-            verify(!hint.visible);
+            verify(!hint().visible);
             Backend.run("config.Config.has_level_switch = False");
-            verify(hint.visible);
+            verify(hint().visible);
         }
 
         function test_outputs() {

@@ -4,6 +4,7 @@ import QtQuick.Layouts
 import QtTest
 
 import brovik.base
+import "items.js" as Items
 
 Item {
     id: root
@@ -212,6 +213,21 @@ Item {
         function test_information() {
             const box = createTemporaryObject(spinBoxComponent, root, {infoMsg: "in Sekunden"});
             compare(labels(box), ["Zeit", "in Sekunden"]);
+        }
+
+        function test_texts_from_outside_are_plain() {
+            const markup = "<b>fett</b>";
+            const box = createTemporaryObject(spinBoxComponent, root, {text: markup, infoMsg: markup});
+            const found = Items.below(box, item => item instanceof Label && item.visible && item.text === markup);
+            compare(found.map(label => label.textFormat), [Text.PlainText, Text.PlainText]);
+        }
+
+        function test_label() {
+            const box = createTemporaryObject(spinBoxComponent, root);
+            const label = Items.below(box, item => item instanceof Label && item.text === "Zeit")[0];
+            compare([label.Layout.maximumWidth, label.Layout.topMargin, label.wrapMode], [Common.maxLeftColWidth, 0, Text.WordWrap]);
+            box.wrap = true;
+            compare([label.Layout.maximumWidth, label.Layout.topMargin], [1200 - 5, 5]);
         }
 
         function test_no_label_without_text() {

@@ -24,7 +24,7 @@ Item {
             headerModel: ["Paketname", "Priorität", "Änderungen", "Changelog einsehen"]
             headerMinWidths: [100, 80, 50, -1]
             headerMaxWidths: [100, null, undefined, 150]
-            headerFillWidths: [false, false, true, false]
+            headerFillWidths: [false, 0, 1]
             model: TableModel {
                 rows: [
                     {name: "kubelor", urgency: "high", changes: ["eins", "zwei"], changelog: "kubelor.log"},
@@ -102,6 +102,12 @@ Item {
                 }
             }
         }
+    }
+
+    Component {
+        id: changelogButton
+
+        MyTableChangelogBtnDelegate {}
     }
 
     TestCase {
@@ -206,6 +212,24 @@ Item {
             compare(button.implicitHeight, 10);
             compare([button.padding, button.rightInset, button.leftInset, button.topInset, button.bottomInset], [0, 5, 0, 0, 0]);
             fuzzyCompare(button.height, cell(0, 3).height - 2 * 5, 0.01);
+        }
+
+        function test_changelog_button_with_other_values_data() {
+            return [
+                {tag: "null", value: null, enabled: false},
+                {tag: "undefined", value: undefined, enabled: false},
+                {tag: "false", value: false, enabled: false},
+                {tag: "0", value: 0, enabled: false},
+                {tag: "empty list", value: [], enabled: false},
+                {tag: "true", value: true, enabled: true},
+                {tag: "number", value: 7, enabled: true},
+                {tag: "list", value: ["kubelor", "1.0"], enabled: true}
+            ];
+        }
+
+        function test_changelog_button_with_other_values(data) {
+            const delegate = createTemporaryObject(changelogButton, root, {table, row: 0, model: {display: data.value}});
+            compare(delegate.btn.enabled, data.enabled);
         }
 
         function test_urgency_data() {

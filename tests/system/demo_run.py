@@ -8,6 +8,7 @@ from pathlib import Path
 import panel
 from album import Album
 from desktop import Desktop
+from look import go_to_theme
 from panel import Panel
 
 START = "Automatikbetrieb starten"
@@ -27,17 +28,23 @@ def progress(program: Panel) -> int:
     return -1
 
 
+def _take_both_themes(program: Panel, album: Album, name: str) -> None:
+    for theme, dark in (("dunkel", True), ("hell", False)):
+        go_to_theme(program, dark)
+        album.take_moving(f"{name}-{theme}", program.window)
+
+
 def run_cleaning(program: Panel, album: Album) -> None:
     """Starts a run by hand and stays with it to its end. AssertionError if it does not reach 100 %."""
-    album.take_both_themes("bereit")
+    _take_both_themes(program, album, "bereit")
     program.press_and_hold(START)
     program.wait_until_shown(ABORT)
     for stop in STOPS:
         program.wait_for(f"{stop} %", lambda: progress(program) >= stop, _RUN_DEADLINE_SECS)
-        album.take_both_themes(f"reinigung-{stop}-prozent")
+        _take_both_themes(program, album, f"reinigung-{stop}-prozent")
     program.wait_until_shown("100 %", deadline=_RUN_DEADLINE_SECS)
     program.wait_until_shown(START)
-    album.take_both_themes("fertig")
+    _take_both_themes(program, album, "fertig")
 
 
 def main() -> int:
@@ -45,7 +52,7 @@ def main() -> int:
     with Desktop(), panel.demo(_TIME_FACTOR) as program:
         program.wait_until_shown(START)
         try:
-            run_cleaning(program, Album(program, Path(sys.argv[1])))
+            run_cleaning(program, Album(Path(sys.argv[1])))
         except AssertionError as error:
             print(f"The run did not reach its end: {error}", file=sys.stderr)
             return 1

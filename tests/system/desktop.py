@@ -9,7 +9,8 @@ from types import TracebackType
 
 from waiting import hold, wait_for
 
-_SCREEN = "1000x1400x24"
+_SIZE = (1000, 1400)
+_SCREEN = f"{_SIZE[0]}x{_SIZE[1]}x24"
 
 
 class Desktop:
@@ -111,9 +112,36 @@ def pixels(window: str) -> bytes:
     return subprocess.run(["import", "-window", window, "rgb:-"], check=True, capture_output=True).stdout
 
 
+def wait_until_still(window: str) -> None:
+    """Waits until two pictures in a row are the same: a popup on its way out takes clicks along."""
+    seen = [b""]
+
+    def still() -> bool:
+        seen.append(pixels(window))
+        return seen[-1] == seen[-2]
+
+    wait_for("the end of an animation", still)
+
+
 def click(x: int, y: int) -> None:
     """Presses and releases the left button there."""
     xdotool("mousemove", x, y, "click", 1)
+
+
+def scroll(x: int, y: int, clicks: int) -> None:
+    """Turns the wheel there, down if `clicks` is positive."""
+    button = 5 if clicks > 0 else 4
+    xdotool("mousemove", x, y, "click", "--repeat", abs(clicks), "--delay", 5, button)
+
+
+def activate(window: str) -> None:
+    """Brings the window with that id before the others."""
+    xdotool("windowactivate", "--sync", window)
+
+
+def park_pointer() -> None:
+    """Moves the pointer to the last pixel of the screen, where no window is."""
+    xdotool("mousemove", *(side - 1 for side in _SIZE))
 
 
 def press_and_hold(x: int, y: int, seconds: float) -> None:

@@ -149,10 +149,13 @@ class Panel:
     @property
     def window(self) -> str:
         """The X id of the main window."""
-        found = self.wait_for("the main window", self._search_windows)
-        return found[0]
+        return self.window_titled(TITLE)
 
-    def _search_windows(self) -> list[str]:
+    def window_titled(self, title: str) -> str:
+        """Waits for a window of the program with that title, and gives its X id."""
+        return self.wait_for(f"the window {title}", lambda: self._search_windows(title))[0]
+
+    def _search_windows(self, title: str) -> list[str]:
         command = [
             "xdotool",
             "search",
@@ -161,7 +164,7 @@ class Panel:
             "--pid",
             str(self.process.pid),
             "--name",
-            f"^{TITLE}$",
+            f"^{title}$",
         ]
         return subprocess.run(command, capture_output=True, text=True, check=False).stdout.split()
 
@@ -173,14 +176,8 @@ class Panel:
         self.wait_for("the window's size", lambda: wanted <= set(desktop.xdotool(*geometry).split()))
 
     def wait_until_still(self) -> None:
-        """Waits until two pictures in a row are the same: a popup on its way out takes clicks along."""
-        seen = [b""]
-
-        def still() -> bool:
-            seen.append(desktop.pixels(self.window))
-            return seen[-1] == seen[-2]
-
-        self.wait_for("the end of an animation", still)
+        """Waits until nothing moves in the main window."""
+        desktop.wait_until_still(self.window)
 
     def close(self) -> int:
         """Closes the main window as the window manager does, and gives the exit code."""

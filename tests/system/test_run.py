@@ -6,8 +6,9 @@ from pathlib import Path
 
 import demo_run
 import panel
-from album import TO_DARK, TO_LIGHT, Album
+from album import Album
 from demo_run import ABORT, START, progress
+from look import TO_DARK, TO_LIGHT
 from panel import Panel
 
 INTENSIVE = "Intensivreinigung durchführen"
@@ -66,7 +67,7 @@ class RunTest(unittest.TestCase):
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         folder = Path(self.enterContext(directory))
         with panel.demo(60) as program:
-            demo_run.run_cleaning(program, Album(program, folder))
+            demo_run.run_cleaning(program, Album(folder))
         pictures = sorted(path.name for path in folder.iterdir())
         self.assertEqual(len(pictures), 2 * (len(demo_run.STOPS) + 2))
         self.assertEqual(pictures[0], "01-bereit-dunkel.png")

@@ -8,6 +8,7 @@ from pathlib import Path
 
 import desktop
 import panel
+from accessible import Box
 from panel import Panel
 from waiting import wait_for
 
@@ -188,6 +189,24 @@ class SimulatorTest(unittest.TestCase):
             program.wait_until_shown("Automatikbetrieb abbrechen")
             program.click("Taster rot")
             program.wait_until_shown("Automatikbetrieb starten")
+
+    def _pressure(self, program: Panel) -> float:
+        texts = (re.fullmatch(r"Druck:\n(-?[\d.]+) bar", name) for name in program.names())
+        return next((float(match[1]) for match in texts if match), 0.0)
+
+    def test_sliders_move_the_machine(self) -> None:
+        """By the raw input, which the backend converts, and by the measured value itself."""
+        with panel.demo(1, BROVIK_DEMO_SIMULATOR="1") as program:
+            program.click("A-In 0 (20 %)", "slider")
+            program.wait_for("a pressure", lambda: 1.5 < self._pressure(program) < 2.2)
+            slider = program.wait_for("the slider", lambda: self._pressure_slider(program))
+            desktop.click(slider.x + slider.width * 4 // 5, slider.middle[1])
+            program.wait_for("a higher pressure", lambda: self._pressure(program) > 3)
+
+    def _pressure_slider(self, program: Panel) -> Box | None:
+        names = (name for name in program.names() if name.startswith("Druck ("))
+        found = program.find(next(names, ""), "slider")
+        return found.box if found else None
 
     def test_not_there_unless_wanted(self) -> None:
         """One window alone, and no button for another."""

@@ -1,36 +1,49 @@
 #!/usr/bin/python3
-"""A tour of all pages and dialogs on the demo machine, with a picture of each: tour.py <folder>.
+"""A tour of all pages and dialogs, with a picture of each: tour.py <folder>.
 
 Each picture is taken in both themes and in both sizes of the window. A warning in the program's log
 is a failure.
 """
 
 import sys
+import tempfile
 from collections.abc import Iterator
 from contextlib import contextmanager
 from pathlib import Path
 
 import desktop
 import panel
-from album import Album, to_dark, to_light
+import tour_dialogs
+import tour_starts
+from album import Album
 from demo_run import ABORT, START, progress
 from desktop import Desktop
+from look import LOOKS, Look
 from panel import Panel
 
 _TIME_FACTOR = 20
-_SIZES = ((800, 1200), (720, 950))
-_SELECTION = "Seite der Einstellungen"
-#: Entries of the selection box, with the name of their picture.
-_SETTINGS = {
-    "Reinigungsprozess": "reinigungsprozess",
-    "Leitwertprüfung": "leitwertpruefung",
-    "Sonstige Einstellungen": "sonstige-einstellungen",
-    "Erscheinungsbild": "erscheinungsbild",
-    "Handbetrieb": "handbetrieb",
-}
+#: Pages of the settings: name of the picture, entry of the selection box, and what is to be clicked there.
+_SETTINGS: tuple[tuple[str, ...], ...] = (
+    ("reinigungsprozess", "Reinigungsprozess"),
+    ("leitwertpruefung", "Leitwertprüfung"),
+    ("sonstige-einstellungen", "Sonstige Einstellungen"),
+    ("wlan-anmeldung", "Netzwerk", "Suche nach WLAN-Netzen", "Verbinden"),
+    ("netzwerk", "Netzwerk"),
+    ("updates", "Updates", "Übersicht", "Suche nach Updates"),
+    ("updates-verfuegbar", "Updates", "Verfügbar"),
+    ("updates-changelog", "Updates", "Verfügbar", "Changelog"),
+    ("updates-installiert", "Updates", "Installiert"),
+    ("updates-ausgabekonsole", "Updates", "Ausgabekonsole"),
+    ("erscheinungsbild", "Erscheinungsbild"),
+)
+_THRESHOLD = "Leitwert in mS/cm, ab dem das Medium als Wasser erkannt wird"
+_CHECK = "Prüfe während Spülen auf Kaltwasser"
 #: What the log may tell beside the ordinary, because this machine is not the real one: it has no session
 #: directory, and no dictionaries for the on-screen keyboard.
 _EXPECTED = ("XDG_RUNTIME_DIR", "Hunspell dictionary is missing")
+#: A run that goes on after the screens have gone still has points to draw.
+_LATE_POINTS = "keine LineSeries zugeordnet"
+_WHEEL_CLICKS = 30
 
 
 class Tour:  # pylint: disable=too-few-public-methods
@@ -42,7 +55,7 @@ class Tour:  # pylint: disable=too-few-public-methods
 
     def walk(self) -> None:
         """Goes the whole way."""
-        self._album.take("automatik-bereit")
+        self._take_page("automatik-bereit")
         with self._run():
             self._charts_while_recording()
         self._saving()
@@ -51,26 +64,56 @@ class Tour:  # pylint: disable=too-few-public-methods
         self._tab("Automatik")
         self._power()
 
+    def _take(self, name: str) -> None:
+        self._album.take(name, self._program.window)
+
+    def _take_moving(self, name: str) -> None:
+        self._album.take_moving(name, self._program.window)
+
+    def _take_page(self, name: str) -> None:
+        """Takes the page as it comes up, and its end if it is longer than the window. It must be at rest."""
+        self._take(name)
+        top = self._lower_half()
+        self._scroll(_WHEEL_CLICKS)
+        if self._lower_half() != top:
+            self._take(f"{name}-ende")
+            self._scroll(-_WHEEL_CLICKS)
+
+    def _scroll(self, clicks: int) -> None:
+        """Turns the wheel until there is no more to scroll."""
+        frame = self._program.wait_until_shown(panel.TITLE, "frame").box
+        before = b""
+        while (now := self._lower_half()) != before:
+            before = now
+            desktop.scroll(frame.middle[0], frame.y + frame.height * 3 // 4, clicks)
+            desktop.park_pointer()
+
+    def _lower_half(self) -> bytes:
+        """Where no header changes by itself."""
+        self._program.wait_until_still()
+        picture = desktop.pixels(self._program.window)
+        return picture[len(picture) // 2 :]
+
     @contextmanager
     def _run(self) -> Iterator[None]:
         """A run that is well under way, and aborted afterwards."""
         program = self._program
         program.press_and_hold(START)
         program.wait_for("30 %", lambda: progress(program) >= 30)
-        self._album.take("automatik-reinigung")
+        self._take_moving("automatik-reinigung")
         yield
         self._tab("Automatik")
         program.press_and_hold(ABORT)
         program.wait_until_shown(START)
-        self._album.take("automatik-abgebrochen")
+        self._take("automatik-abgebrochen")
 
     def _charts_while_recording(self) -> None:
         self._tab("Chart")
-        self._album.take("chart-aufzeichnung")
+        self._take_moving("chart-aufzeichnung")
         self._program.click("mehr Optionen")
         self._program.wait_until_shown("weniger Optionen")
         self._program.wait_until_shown("zeige Achse")
-        self._album.take("chart-optionen")
+        self._take_moving("chart-optionen")
         self._program.click("weniger Optionen")
         self._program.wait_until_shown("mehr Optionen")
 
@@ -78,14 +121,14 @@ class Tour:  # pylint: disable=too-few-public-methods
         self._tab("Chart")
         self._program.click("Speichern")
         self._program.wait_until_shown("Chart Name")
-        self._album.take("chart-speichern")
+        self._take("chart-speichern")
         self._answer("OK", "Chart Name")
 
     def _saved_charts(self) -> None:
         program = self._program
         program.click("Chart-Browser")
         program.wait_until_shown("löschen")
-        self._album.take("chart-browser")
+        self._take("chart-browser")
         self._ask("löschen", "Chart löschen", "chart-loeschen")
         self._ask("umbenennen", "Bitte einen neuen Namen für das Chart eingeben:", "chart-umbenennen")
         program.click("Zurück zum Chart")
@@ -94,7 +137,7 @@ class Tour:  # pylint: disable=too-few-public-methods
     def _ask(self, button: str, text: str, name: str) -> None:
         self._program.click(button)
         self._program.wait_until_shown(text)
-        self._album.take(name)
+        self._take(name)
         self._answer("Abbrechen", text)
 
     def _answer(self, button: str, text: str) -> None:
@@ -102,17 +145,24 @@ class Tour:  # pylint: disable=too-few-public-methods
         self._program.wait_until_gone(text)
 
     def _settings(self) -> None:
-        self._tab("Settings")
-        for title, name in _SETTINGS.items():
-            self._program.click(_SELECTION)
-            self._program.click(title, "menu item")
-            self._program.wait_until_gone(title, "menu item")
-            self._album.take(f"settings-{name}")
+        for name, entry, *clicks in _SETTINGS:
+            self._program.open_settings(entry)
+            for button in clicks:
+                self._program.click(button)
+            self._take_page(f"settings-{name}")
+        self._hand_operation()
+
+    def _hand_operation(self) -> None:
+        """With an output that is on; the channel does an empty machine no harm."""
+        self._program.open_settings("Handbetrieb")
+        self._program.click("Kanal")
+        self._take_page("settings-handbetrieb")
+        self._program.click("Kanal")
 
     def _power(self) -> None:
         self._program.click("Herunterfahren oder neu starten")
         self._program.wait_until_shown("Neu starten")
-        self._album.take("herunterfahren")
+        self._take("herunterfahren")
         desktop.xdotool("key", "Escape")
         self._program.wait_until_gone("Neu starten")
         self._program.wait_until_still()
@@ -121,30 +171,65 @@ class Tour:  # pylint: disable=too-few-public-methods
         self._program.click(title, "page tab")
 
 
-def take_tours(program: Panel, folder: Path) -> None:
-    """Goes round once for each size and theme."""
-    program.wait_until_shown(START)
-    for width, height in _SIZES:
-        program.resize(width, height)
-        Tour(program, Album(program, folder / f"{width}x{height}-dunkel")).walk()
-        to_light(program)
-        Tour(program, Album(program, folder / f"{width}x{height}-hell")).walk()
-        to_dark(program)
-
-
-def complaints(program: Panel) -> list[str]:
+def complaints(program: Panel, *expected: str) -> list[str]:
     """Lines of the log that a tour without a fault does not write."""
     lines = (line for line in program.log if line.startswith(("[WARN", "[CRIT", "[FATAL")))
-    return [line for line in lines if not any(known in line for known in _EXPECTED)]
+    return [line for line in lines if not any(known in line for known in (*_EXPECTED, *expected))]
+
+
+def _leave_defaults(program: Panel) -> None:
+    """Changes a number and a switch, so that the pages have something to mark."""
+    program.open_settings("Reinigungsprozess")
+    box = program.wait_until_shown(_THRESHOLD, "spin button").box
+    desktop.click(box.x + box.width - box.height // 2, box.middle[1])
+    program.wait_until_gone(_THRESHOLD, "label")
+    program.open_settings("Sonstige Einstellungen")
+    program.click(_CHECK, "check box")
+    program.wait_until_gone(_CHECK, "label")
+    program.click("Automatik", "page tab")
+
+
+def _take_pages(albums: dict[Look, Album], configuration: str) -> list[str]:
+    """Goes round the pages once for each look, and leaves a run to be interrupted by the program's end."""
+    with panel.demo(_TIME_FACTOR, XDG_CONFIG_HOME=configuration) as program:
+        program.wait_until_shown(START)
+        _leave_defaults(program)
+        for look, album in albums.items():
+            look.put_on(program)
+            Tour(program, album).walk()
+        program.press_and_hold(START)
+        program.wait_for("30 %", lambda: progress(program) >= 30)
+        return _ended(program, _LATE_POINTS)
+
+
+def _ended(program: Panel, *expected: str) -> list[str]:
+    code = program.close()
+    return complaints(program, *expected) + ([f"exit code {code}"] if code else [])
+
+
+def _take_all(folder: Path, configuration: str) -> Iterator[str]:
+    """Takes all pictures, and gives what is wrong with the logs."""
+    albums = {look: Album(folder / str(look)) for look in LOOKS}
+    yield from _take_pages(albums, configuration)
+    for look, album in albums.items():
+        with tour_starts.after_an_interruption(look, configuration) as program:
+            tour_starts.take_interruption(program, album)
+            yield from _ended(program, _LATE_POINTS)
+        with tour_starts.with_damaged_storage(look) as program:
+            tour_starts.take_failures(program, album)
+            yield from _ended(program, "beschädigt", "fehlgeschlagen")
+    with tour_dialogs.guest() as program:
+        tour_dialogs.take_damaged_window(program, albums)
+        tour_dialogs.take_dialogs(program, albums)
+        yield from _ended(program, "beschädigt")
 
 
 def main() -> int:
     """Gives the exit code."""
-    with Desktop(), panel.demo(_TIME_FACTOR) as program:
-        take_tours(program, Path(sys.argv[1]))
-        found = complaints(program)
+    with Desktop(), tempfile.TemporaryDirectory() as configuration:
+        found = list(_take_all(Path(sys.argv[1]), configuration))
         print("\n".join(["The log complains:", *found] if found else ["The log has no complaint."]))
-        return program.close() or len(found)
+        return len(found)
 
 
 if __name__ == "__main__":

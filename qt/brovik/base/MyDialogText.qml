@@ -24,14 +24,19 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         visible: !privat.tooLong
 
+        // Whether there is a bar depends on the height of the text, and that on its width: one after the other.
+        onInteractiveChanged: Qt.callLater(privat.makeRoom) // qmllint disable type
+
         ScrollBar.vertical: ScrollBar {
+            id: bar
+
             policy: flickable.interactive ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
         }
 
         Label {
             id: label
 
-            width: parent.width
+            width: flickable.width - privat.barWidth
             text: privat.tooLong ? "" : root.text
             textFormat: Text.RichText
             wrapMode: Text.Wrap
@@ -49,5 +54,14 @@ Item {
     QtObject {
         id: privat
         readonly property bool tooLong: root.text.length > Common.richTextLimit
+        // What the scroll bar takes from the text.
+        property real barWidth: 0
+
+        function makeRoom() {
+            // The call may come when this is already gone.
+            if (privat) {
+                privat.barWidth = flickable.interactive ? bar.width : 0;
+            }
+        }
     }
 }

@@ -33,6 +33,7 @@ Rectangle {
             Layout.leftMargin: Common.spacing
             Layout.topMargin: privat.stacked ? Common.spacing : 0
             wrapMode: Text.WordWrap
+            textFormat: Text.PlainText
         }
 
         ComboBox {

@@ -31,6 +31,7 @@ Rectangle {
 
             Layout.leftMargin: Common.spacing
             Layout.topMargin: Common.spacing
+            textFormat: Text.PlainText
         }
 
         RowLayout {

@@ -65,6 +65,7 @@ Rectangle {
                 Layout.maximumWidth: root.wrapped ? privat.gridWidth : Common.maxLeftColWidth
                 Layout.topMargin: root.wrapped ? Common.spacing : 0
                 wrapMode: Text.WordWrap
+                textFormat: Text.PlainText
                 visible: text !== ""
             }
 
@@ -92,6 +93,7 @@ Rectangle {
             Layout.bottomMargin: Common.spacing
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
+            textFormat: Text.PlainText
             text: root.infoMsg
             visible: root.infoMsg !== ""
         }

@@ -19,13 +19,15 @@ ListView {
     model: privat.pieces(texts)
 
     ScrollBar.vertical: ScrollBar {
+        id: bar
+
         policy: root.interactive ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
     }
 
     delegate: Label {
         required property string modelData
 
-        width: ListView.view.width
+        width: root.width - (root.interactive ? bar.width : 0)
         text: modelData
         textFormat: Text.PlainText
         wrapMode: Text.Wrap

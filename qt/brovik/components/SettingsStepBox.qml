@@ -32,6 +32,7 @@ BrovikBox {
             Layout.fillWidth: true
             font.bold: true
             wrapMode: Text.WordWrap
+            textFormat: Text.PlainText
         }
     }
 

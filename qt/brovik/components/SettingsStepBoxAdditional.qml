@@ -23,5 +23,6 @@ ColumnLayout {
 
         Layout.fillWidth: true
         wrapMode: Text.WordWrap
+        textFormat: Text.PlainText
     }
 }

@@ -16,6 +16,7 @@ RowLayout {
         id: label
 
         wrapMode: Text.WordWrap
+        textFormat: Text.PlainText
     }
 
     TextField {

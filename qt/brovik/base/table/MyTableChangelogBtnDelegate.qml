@@ -22,7 +22,8 @@ MyTableDelegateContainer {
         bottomInset: 0
         leftInset: 0
         rightInset: gap
-        enabled: (root.model.display ?? "") !== ""
+        // Empty is what Python takes for false, too.
+        enabled: Boolean(root.model.display) && root.model.display.length !== 0
         text: "Changelog"
     }
 }
