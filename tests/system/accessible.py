@@ -113,6 +113,15 @@ def find(pid: int, matches: Callable[[Node], bool]) -> Node | None:
         return None
 
 
+def find_all(pid: int, matches: Callable[[Node], bool]) -> list[Node]:
+    """All that shows in the program and matches, in the order of the screen; nothing while the screen changes."""
+    try:
+        root = application(pid)
+        return [node for node in root.walk() if matches(node)] if root else []
+    except GLib.Error:
+        return []
+
+
 def names(pid: int) -> list[str]:
     """The texts that show in the program, in the order of the tree; none while the screen is changing."""
     try:

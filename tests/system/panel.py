@@ -106,6 +106,10 @@ class Panel:
         """What shows under that exact name, if anything does."""
         return accessible.find(self.process.pid, lambda node: node.name == name and role in (None, node.role))
 
+    def find_all(self, start: str) -> list[Node]:
+        """All that shows and has a name that begins so."""
+        return accessible.find_all(self.process.pid, lambda node: node.name.startswith(start))
+
     def wait_until_shown(self, name: str, role: str | None = None, deadline: float = DEADLINE_SECS) -> Node:
         """Waits until something shows under that exact name."""
         try:

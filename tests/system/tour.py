@@ -15,6 +15,7 @@ import desktop
 import panel
 import tour_dialogs
 import tour_starts
+from accessible import Node
 from album import Album
 from demo_run import ABORT, START, progress
 from desktop import Desktop
@@ -113,9 +114,24 @@ class Tour:  # pylint: disable=too-few-public-methods
         self._program.click("mehr Optionen")
         self._program.wait_until_shown("weniger Optionen")
         self._program.wait_until_shown("zeige Achse")
+        self._turn_switches(True)
         self._take_moving("chart-optionen")
+        self._turn_switches(False)
         self._program.click("weniger Optionen")
         self._program.wait_until_shown("mehr Optionen")
+
+    def _turn_switches(self, on: bool) -> None:
+        """Outputs and steps, which are the last two of four, and the whole time; the name of that switch goes on."""
+        for name, position in (("anzeigen", 2), ("anzeigen", 3), ("Zeige alles", 0)):
+            self._turn_switch(name, position, on)
+
+    def _turn_switch(self, name: str, position: int, on: bool) -> None:
+        def switch() -> Node | None:
+            found = self._program.find_all(name)
+            return found[position] if len(found) > position else None
+
+        desktop.click(*self._program.wait_for(f"switch {name!r}", switch).box.middle)
+        self._program.wait_for(f"turned {name!r}", lambda: (now := switch()) and now.checked == on)
 
     def _saving(self) -> None:
         self._tab("Chart")
