@@ -12,9 +12,11 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_AUTOMOC ON)
 
+# What ccache has to overlook to work with precompiled headers.
 find_program(KUBELOR_CCACHE ccache)
 if(KUBELOR_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${KUBELOR_CCACHE}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${KUBELOR_CCACHE}")
+  add_compile_options(-fpch-preprocess)
 endif()
 
 # Another Python first on PATH must not decide what is embedded.
@@ -40,3 +42,21 @@ if(KUBELOR_SANITIZE)
   add_compile_options(-fsanitize=${KUBELOR_SANITIZE} -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=${KUBELOR_SANITIZE})
 endif()
+
+# The headers that take longest, compiled once: of what qmlcachegen writes, of bindings, and of tests. A target takes
+# them with target_precompile_headers(... REUSE_FROM kubelor_precompiled_<for>).
+function(kubelor_precompile for)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;LINK")
+  set(source "${PROJECT_BINARY_DIR}/precompiled_${for}.cpp")
+  file(WRITE "${source}" "")
+  add_library(kubelor_precompiled_${for} STATIC "${source}")
+  set_target_properties(kubelor_precompiled_${for} PROPERTIES AUTOMOC OFF)
+  target_link_libraries(kubelor_precompiled_${for} PRIVATE ${arg_LINK} kubelor_options)
+  target_precompile_headers(kubelor_precompiled_${for} PRIVATE ${arg_HEADERS})
+endfunction()
+
+kubelor_precompile(qml LINK Qt6::Qml Qt6::Quick
+  HEADERS <QtQml/qqmlprivate.h> <QtQml/qjsengine.h> <QtQml/qjsprimitivevalue.h> <QtQml/qqmlcomponent.h>
+          <QtQml/qqmlcontext.h> <QtQml/qqmlengine.h> <QtCore/qdatetime.h> <QtCore/qurl.h>)
+kubelor_precompile(bindings LINK Qt6::Qml pybind11::embed
+  HEADERS <pybind11/embed.h> <pybind11/stl.h> <QtQml/qqmlengine.h> <QtCore/qvariant.h> <QtCore/qdebug.h>)

@@ -30,6 +30,7 @@ function(kubelor_qml_module name)
   target_include_directories(${name}_module PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${name}_module PUBLIC kubelor_shared Qt6::Qml Qt6::Quick ${arg_LINK}
                                        PRIVATE kubelor_options)
+  target_precompile_headers(${name}_module REUSE_FROM kubelor_precompiled_qml)
   set_property(GLOBAL APPEND PROPERTY KUBELOR_MODULES ${name}_module ${name}_moduleplugin)
 
   if(arg_BINDINGS)
@@ -37,6 +38,7 @@ function(kubelor_qml_module name)
     target_include_directories(${name}_bindings PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
     target_link_libraries(${name}_bindings PUBLIC ${name}_module kubelor_adapters ${arg_BINDINGS_LINK}
                                            PRIVATE kubelor_options)
+    target_precompile_headers(${name}_bindings REUSE_FROM kubelor_precompiled_bindings)
     set_property(GLOBAL APPEND PROPERTY KUBELOR_BINDINGS ${name}_bindings)
   endif()
 endfunction()
