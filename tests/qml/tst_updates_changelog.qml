@@ -115,6 +115,23 @@ shell.Shell.changelogs = vector`);
                 compare(change.map(label => label.textFormat), [Text.PlainText]);
             }
 
+            // A parser of markup may take one for the end of all.
+            function test_control_characters_data() {
+                return ["\u0000", "\u0001", "\u001b[31m", "\u202e", "\ufdd0"].map(text => ({tag: escape(text), text: text}));
+            }
+
+            function test_control_characters(data) {
+                const shownWidth = name => {
+                    // The same list but for the name would not be taken.
+                    publish([]);
+                    publish([Object.assign(entry("1.2"), {name: name})]);
+                    return heading(0).contentWidth;
+                };
+                const width = shownWidth("ab");
+                // Not to the pixel: a change of direction moves letters closer.
+                verify(shownWidth(`a${data.text}b`) > width - 1);
+            }
+
             function test_long_texts_wrap() {
                 publish([entry("1", ["Wort ".repeat(100)])]);
                 const wrapped = Items.below(list.itemAtIndex(0), item => item instanceof Label && item.lineCount > 1);

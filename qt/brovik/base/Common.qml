@@ -124,8 +124,8 @@ Item {
 
     // The text for a place that takes rich text only: shown as it stands, with all its blanks.
     function escaped(text: string): string {
-        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", " ": "&nbsp;"};
-        return text.replace(/[&<>"\n]|^ | $| (?= )/g, found => entities[found]);
+        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", " ": "&nbsp;", "\0": "\ufffd"};
+        return text.replace(/[&<>"\n\0]|^ | $| (?= )/g, found => entities[found]);
     }
 
     // Index of the item in a container with itemAt(), -1 if it is not there.
