@@ -157,6 +157,16 @@ Item {
                 compare(cell(3).contentItem.color, Shell.getUrgencyColor(data.tag));
             }
 
+            // Until the backend has written the colours.
+            function test_urgency_without_colours() {
+                Backend.run("shell.Shell.color_urgency_low, shell.Shell.color_urgency_other = 'keine Farbe', ''");
+                verify(!Shell.colorUrgencyLow.valid);
+                const label = createTemporaryQmlObject("import QtQuick; import brovik.shell; Text { color: Shell.colorUrgencyLow }", window.contentItem);
+                show(tables[0], "[{'urgency': 'low'}, {}]");
+                compare([0, 1].map(row => texts(cell(3, row))), [["Niedrig"], ["?"]]);
+                compare([0, 1].map(row => cell(3, row).contentItem.color), [label.color, label.color]);
+            }
+
             function test_changelog_button_data() {
                 return tables;
             }
@@ -175,7 +185,7 @@ Item {
             }
 
             function test_changelog_value_data() {
-                const values = [["''", false], ["None", false], ["False", false], ["'x'", true, "x"], ["True", true, true], ["7", true, 7]];
+                const values = [["''", false], ["None", false], ["False", false], ["'x'", true, "x"], ["True", true, true], ["7", true, 7], ["0", false], ["[]", false], ["{}", false], ["['x']", true, ["x"]], ["{'x': 1}", true, {x: 1}], ["b''", false]];
                 return values.reduce((rows, [value, enabled, sent]) => rows.concat(tables.map(table => Object.assign({}, table, {tag: `${table.tag} ${value}`, value: value, enabled: enabled, sent: sent}))), []);
             }
 
