@@ -233,6 +233,22 @@ Item {
                 labels.forEach(label => compare(label.textFormat, Text.PlainText));
             }
 
+            function test_huge_texts_are_cut_data() {
+                return tables;
+            }
+
+            // The value of the button is none of them.
+            function test_huge_texts_are_cut(data) {
+                const huge = "'lang ' * 10000";
+                const keys = ["name", "versionNew", "versionOld", "urgency", "version", "arch", "description", data.buttonKey];
+                show(data, `[dict.fromkeys(${JSON.stringify(keys)}, ${huge}) | {'lastChange': [${huge}]}]`);
+                const cut = "lang ".repeat(2000) + "…";
+                const labels = Items.below(page.table, item => item instanceof Label && item.text === cut);
+                compare(labels.length, data.shown.length);
+                cell(data.buttonColumn).btn.clicked();
+                compare(sent.signalArguments[0][1].length, 50000);
+            }
+
             function test_lists_follow_data() {
                 return tables;
             }
