@@ -79,13 +79,6 @@ class ModuleTest(unittest.TestCase):
                 shared = getattr(getattr(brovik, module), name)
                 self.assertIs(type(shared), getattr(getattr(brovik, module), cls))
 
-    def test_enum_numbers_of_the_skeletons(self) -> None:
-        """Enumerations of the objects that hold nothing else yet."""
-        self.assertEqual(
-            {name: int(value) for name, value in brovik.wifi.WifiActionEnum.__members__.items()},
-            {"Scan": 0, "IPData": 1, "Connect": 2, "Disconnect": 3, "Login": 4, "RestartWireguard": 5},
-        )
-
 
 class ClassTest(unittest.TestCase):
     """Classes and attributes, whatever they are."""

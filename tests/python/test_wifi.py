@@ -99,6 +99,29 @@ class WifiTest(unittest.TestCase):
         self.assertEqual(wifi.Wifi.scan_results, {})
         self.assertEqual(len(log.emissions), 1)
 
+    def test_records_compare_by_type_and_value(self) -> None:
+        """3, "3" and 3.0 are three values, as are True and 1, however deep."""
+        values = [3, "3", 3.0, True, 1, None, "", [3], [True], {"x": 1}, {"x": True}]
+        log = _probe.SignalLog("Wifi", ["ipMapListChanged", "scanResultsChanged"])
+        for value in values * 2:
+            for _ in range(2):
+                wifi.Wifi.ip_map_list = [{"is_wg": value}]
+                wifi.Wifi.scan_results = {"Halle": {"is5GHz": value}}
+        self.assertEqual(log.names, ["ipMapListChanged", "scanResultsChanged"] * 2 * len(values))
+        wifi.Wifi.ip_map_list = []
+
+    def test_documented_types(self) -> None:
+        """As a backend's checker reads them."""
+        doc = wifi.WifiClass.set_scan_results.__doc__ or ""
+        self.assertIn("results: dict[str, typing.Any]", doc)
+
+    def test_actions(self) -> None:
+        """Names and numbers of what the screens ask for."""
+        self.assertEqual(
+            {name: int(value) for name, value in wifi.WifiActionEnum.__members__.items()},
+            {"Scan": 0, "IPData": 1, "Connect": 2, "Disconnect": 3, "Login": 4, "RestartWireguard": 5},
+        )
+
     def test_states(self) -> None:
         """Names and numbers of the enumeration."""
         self.assertEqual(

@@ -66,6 +66,8 @@ TestCase {
             {tag: "markup", txt: "<b>&\"", escaped: "&lt;b&gt;&amp;&quot;"},
             {tag: "blanks", txt: "  a  b ", escaped: "&nbsp; a&nbsp; b&nbsp;"},
             {tag: "lines", txt: "a\nb", escaped: "a<br>b"},
+            // To the parser it would be the end of the text.
+            {tag: "zero", txt: "a\0b", escaped: "a\ufffdb"},
             {tag: "empty", txt: "", escaped: ""}
         ];
     }

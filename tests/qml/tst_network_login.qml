@@ -105,6 +105,16 @@ Item {
             compare(page.psk, "aB");
         }
 
+        function test_order() {
+            const parts = [label(), field, show, findChild(page, "connect"), findChild(page, "back")];
+            const places = parts.map(item => item.mapToItem(page, 0, 0));
+            for (let i = 1; i < 4; ++i) {
+                verify(places[i].y >= places[i - 1].y + parts[i - 1].height, parts[i].objectName);
+            }
+            compare(places[3].y, places[4].y);
+            verify(places[3].x < places[4].x);
+        }
+
         function test_buttons() {
             const connect = findChild(page, "connect");
             const back = findChild(page, "back");

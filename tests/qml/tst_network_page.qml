@@ -137,6 +137,35 @@ wifi.Wifi.quality_percantage = 0`);
             compare(name.font.pointSize, 12);
         }
 
+        // What stands in it, from left to right.
+        function test_columns_of_a_line() {
+            const line = createTemporaryQmlObject("import brovik.wifi; WifiLine { width: 500; is5GHz: true; quality: '5%' }", root);
+            waitForRendering(line);
+            const [name, quality, band] = Items.below(line, item => item instanceof Label && item.parent !== line.btn);
+            compare([name.text, quality.text, band.text], ["essid", "5%", "5GHz"]);
+            compare([name.x, quality.width, band.width, line.btn.width, line.btn.height], [5, 40, 40, 100, 40]);
+            compare([quality, band].map(label => label.font.pointSize), [12, 12]);
+            verify(name.x + name.width <= quality.x && quality.x + quality.width <= band.x && band.x + band.width <= line.btn.x);
+            compare(line.btn.x + line.btn.width, line.width);
+            compare(band.horizontalAlignment, Text.AlignLeft);
+            fuzzyCompare(band.y + band.height / 2, 20, 1);
+            // All that is left belongs to the name.
+            fuzzyCompare(name.width, quality.x - name.x - name.parent.spacing, 1);
+        }
+
+        function test_order_of_the_page() {
+            show({Halle: {}});
+            showAddresses([{name: "lo"}]);
+            const parts = ["current", "scan", "addresses", "networks"].map(name => part(name));
+            waitForRendering(page);
+            const tops = parts.map(item => item.mapToItem(page, 0, 0).y);
+            compare(tops[0], 0);
+            for (let i = 1; i < parts.length; ++i) {
+                verify(tops[i] >= tops[i - 1] + parts[i - 1].height, parts[i].objectName);
+            }
+            compare(parts.slice(2).map(column => column.width), [page.width, page.width]);
+        }
+
         // What the backend has told while the program was starting.
         function test_page_made_later() {
             Backend.run("wifi.Wifi.ssid, wifi.Wifi.ip_map_list = 'Halle', [{'name': 'lo', 'ip4': '127.0.0.1'}]\nwifi.Wifi.state = wifi.WifiStateEnum.Connected\nwifi.Wifi.quality_percantage = 90");
@@ -266,8 +295,6 @@ wifi.Wifi.quality_percantage = 0`);
         }
 
         function test_quality_of_a_line(data) {
-            // To the shared object true and 1 are the same.
-            show({});
             show({Halle: {quality: data.quality}});
             compare(page.wifiList[0].quality, data.shown);
         }
@@ -326,8 +353,8 @@ wifi.Wifi.quality_percantage = 0`);
             show({[data.name]: {quality: 50}});
             compare(names(), [data.name]);
             const line = page.wifiList[0];
-            const label = Items.below(line, item => item instanceof Label && item.text === data.name)[0];
-            compare(label.textFormat, Text.PlainText);
+            const label = findChild(line, "ssid");
+            compare([label.text, label.textFormat, label.lineCount], [data.name.replace("\n", "\u2424"), Text.PlainText, 1]);
             verify(label.height <= line.height);
             press(line.btn);
             compare(sent(), [[Wifi.Login, data.name]]);
@@ -340,8 +367,8 @@ wifi.Wifi.quality_percantage = 0`);
         function test_hostile_name_of_the_connection(data) {
             Backend.run(`import json\nwifi.Wifi.ssid = json.loads(${text(text(data.name))})`);
             compare(part("current").ssid, data.name);
-            const label = Items.below(part("current"), item => item instanceof Label && item.text === data.name)[0];
-            compare(label.textFormat, Text.PlainText);
+            const label = findChild(part("current"), "ssid");
+            compare([label.text, label.textFormat], [data.name.replace("\n", "\u2424"), Text.PlainText]);
         }
 
         function test_hostile_name_of_an_interface_data() {
@@ -457,6 +484,7 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
 
         function test_animation() {
             const icon = part("signal");
+            compare(Array.from(icon.resources).filter(item => item instanceof Timer).map(timer => timer.interval), [300]);
             const seen = [];
             icon.stateChanged.connect(state => seen.push(state));
             Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Connecting");

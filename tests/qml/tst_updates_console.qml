@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
+import QtQuick.Layouts
 import QtTest
 
 import brovik.base
@@ -107,6 +108,17 @@ Item {
                 verify(page.flick.clip);
                 verify(page.flick.ScrollBar.vertical !== null);
                 compare(page.flick.width, page.width);
+            }
+
+            function test_form() {
+                compare([page.flick.x, page.flick.y], [0, 0]);
+                const buttons = ["select", "copy", "clear", "test"].map(name => part(name));
+                tryVerify(() => buttons[0].mapToItem(page, 0, 0).y >= page.flick.height);
+                verify(page.flick.height > page.height / 2);
+                compare(buttons.map(button => button.parent), Array(4).fill(buttons[0].parent));
+                const places = buttons.map(button => Array.from(buttons[0].parent.children).indexOf(button));
+                compare(places, [0, 1, 2, 3]);
+                compare(buttons.map(button => button.Layout.minimumWidth), [50, 50, 50, 50]);
             }
 
             function test_colour_follows_the_theme() {

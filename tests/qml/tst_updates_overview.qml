@@ -111,6 +111,15 @@ Item {
             compare(sent.count, data.enabled ? 1 : 0);
         }
 
+        function test_order() {
+            const parts = ["actions", "bar", "tabs"].map(name => part(name));
+            tryVerify(() => parts[2].y > 0);
+            compare(parts[0].y, 0);
+            verify(parts[1].y >= parts[0].height);
+            verify(parts[2].y >= parts[1].y + parts[1].height);
+            verify(part("update").x < part("upgrade").x);
+        }
+
         function test_tabs() {
             compare(part("bar").count, 4);
             compare([0, 1, 2, 3].map(index => tab(index).text), tabTexts);

@@ -112,6 +112,16 @@ Item {
                 rows.forEach(row => compare(row.width, tab.width));
             }
 
+            function test_order_in_the_boxes() {
+                Backend.run("shell.Shell.upgradables = shell.Shell.installed = [{}]");
+                for (const names of [["upgradableCount", "searchHint", "upgradablesHint"], ["installedCount", "installedHint"]]) {
+                    const labels = names.map(name => part(name));
+                    for (let i = 1; i < labels.length; ++i) {
+                        tryVerify(() => labels[i].y >= labels[i - 1].y + labels[i - 1].height, 1000, names[i]);
+                    }
+                }
+            }
+
             function test_long_texts_wrap() {
                 Backend.run("shell.Shell.upgradables = shell.Shell.installed = [{}]");
                 window.width = 300;

@@ -157,6 +157,16 @@ Item {
                 compare(cell(3).contentItem.color, Shell.getUrgencyColor(data.tag));
             }
 
+            // Until the backend has written the colours.
+            function test_urgency_without_colours() {
+                Backend.run("shell.Shell.color_urgency_low, shell.Shell.color_urgency_other = 'keine Farbe', ''");
+                verify(!Shell.colorUrgencyLow.valid);
+                const label = createTemporaryQmlObject("import QtQuick; import brovik.shell; Text { color: Shell.colorUrgencyLow }", window.contentItem);
+                show(tables[0], "[{'urgency': 'low'}, {}]");
+                compare([0, 1].map(row => texts(cell(3, row))), [["Niedrig"], ["?"]]);
+                compare([0, 1].map(row => cell(3, row).contentItem.color), [label.color, label.color]);
+            }
+
             function test_changelog_button_data() {
                 return tables;
             }
@@ -175,7 +185,7 @@ Item {
             }
 
             function test_changelog_value_data() {
-                const values = [["''", false], ["None", false], ["False", false], ["'x'", true, "x"], ["True", true, true], ["7", true, 7]];
+                const values = [["''", false], ["None", false], ["False", false], ["'x'", true, "x"], ["True", true, true], ["7", true, 7], ["0", false], ["[]", false], ["{}", false], ["['x']", true, ["x"]], ["{'x': 1}", true, {x: 1}], ["b''", false]];
                 return values.reduce((rows, [value, enabled, sent]) => rows.concat(tables.map(table => Object.assign({}, table, {tag: `${table.tag} ${value}`, value: value, enabled: enabled, sent: sent}))), []);
             }
 
@@ -221,6 +231,22 @@ Item {
                 const labels = Items.below(page.table, item => item instanceof Label && item.text === markup);
                 compare(labels.length, data.shown.length);
                 labels.forEach(label => compare(label.textFormat, Text.PlainText));
+            }
+
+            function test_huge_texts_are_cut_data() {
+                return tables;
+            }
+
+            // The value of the button is none of them.
+            function test_huge_texts_are_cut(data) {
+                const huge = "'lang ' * 10000";
+                const keys = ["name", "versionNew", "versionOld", "urgency", "version", "arch", "description", data.buttonKey];
+                show(data, `[dict.fromkeys(${JSON.stringify(keys)}, ${huge}) | {'lastChange': [${huge}]}]`);
+                const cut = "lang ".repeat(2000) + "…";
+                const labels = Items.below(page.table, item => item instanceof Label && item.text === cut);
+                compare(labels.length, data.shown.length);
+                cell(data.buttonColumn).btn.clicked();
+                compare(sent.signalArguments[0][1].length, 50000);
             }
 
             function test_lists_follow_data() {

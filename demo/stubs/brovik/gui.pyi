@@ -178,7 +178,7 @@ class GuiClass:
         """Asks for a popup. No screen has one at present."""
     def message(self, title: str, text: str, category: str) -> None:
         """Opens a message; categories: info, warning, error, success."""
-    def question(self, title: str, text: str, options: dict[str, object]) -> None:
+    def question(self, title: str, text: str, options: dict[str, typing.Any]) -> None:
         """Opens a question; docs/backend.md tells its options."""
     def apply_items_scale(self, factor: float) -> None:
         """Multiplies the present sizes."""

@@ -67,15 +67,15 @@ class WifiClass:
     @ip_map_list.setter
     def ip_map_list(self, value: list[dict[str, typing.Any]]) -> None: ...
     @property
-    def scan_results(self) -> dict[str, object]:
+    def scan_results(self) -> dict[str, typing.Any]:
         """The networks found, by name."""
     @scan_results.setter
-    def scan_results(self, value: dict[str, object]) -> None: ...
+    def scan_results(self, value: dict[str, typing.Any]) -> None: ...
     def set_login_data(self, ssid: str, psk: str) -> None:
         """Opens the login page for a network, with this password in its field."""
     def abort_wifi_scan(self) -> None:
         """Ends the wait for a scan that has no results."""
-    def set_scan_results(self, results: dict[str, object]) -> None:
+    def set_scan_results(self, results: dict[str, typing.Any]) -> None:
         """Ends the wait for a scan: the networks found, by name, each with its `quality` and `is5GHz`."""
 
 Wifi: WifiClass

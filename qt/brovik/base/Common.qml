@@ -34,9 +34,10 @@ Item {
     readonly property int drawnDialogs: 3
     readonly property int dialogTextHeight: 100
     readonly property int dialogDetailsHeight: 200
-    // Characters: a title or toast, a status, what a dialog lays out as rich text, the pieces in which it lays out more.
+    // Characters: a title or toast, a status, a cell of a table or a part of a changelog, what a dialog lays out as rich text, the pieces in which it lays out more.
     readonly property int shortTextLimit: 200
     readonly property int statusTextLimit: 1000
+    readonly property int longTextLimit: 10000
     readonly property int richTextLimit: 20000
     readonly property int textPiece: 1000
     readonly property int dialogTitlePadding: 3
@@ -124,8 +125,8 @@ Item {
 
     // The text for a place that takes rich text only: shown as it stands, with all its blanks.
     function escaped(text: string): string {
-        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", " ": "&nbsp;"};
-        return text.replace(/[&<>"\n]|^ | $| (?= )/g, found => entities[found]);
+        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", " ": "&nbsp;", "\0": "\ufffd"};
+        return text.replace(/[&<>"\n\0]|^ | $| (?= )/g, found => entities[found]);
     }
 
     // Index of the item in a container with itemAt(), -1 if it is not there.

@@ -56,7 +56,7 @@ Rectangle {
                     font.pointSize: Gui.fSizeS
                     textFormat: Text.PlainText
                     wrapMode: Text.Wrap
-                    text: change.modelData
+                    text: privat.cut(change.modelData)
                 }
             }
         }
@@ -67,8 +67,13 @@ Rectangle {
 
         readonly property int margin: 10
         readonly property string heading: {
-            const [name, distribution, version, date, urgency] = ["name", "distribution", "version", "date", "urgencyStr"].map(key => Common.escaped(root.modelData[key]));
+            const [name, distribution, version, date, urgency] = ["name", "distribution", "version", "date", "urgencyStr"].map(key => Common.escaped(privat.cut(root.modelData[key])));
             return `<b>${name}</b> / ${distribution} - ${version} - ${date} - Dringlichkeit: ${privat.coloured(urgency)}`;
+        }
+
+        // No such text is as long; a backend's may be, and would hold the window up.
+        function cut(text: string): string {
+            return Common.shortText(text, Common.longTextLimit);
         }
 
         // An invalid colour would be black, in the dark theme too.

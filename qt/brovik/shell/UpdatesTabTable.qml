@@ -28,7 +28,7 @@ SwipeView {
 
     // What a column of texts shows of a value. One that is no text would keep the model from taking any row.
     function asText(value): string {
-        return typeof value === "string" ? value : "";
+        return typeof value === "string" ? Common.shortText(value, Common.longTextLimit) : "";
     }
 
     // The same for a column of lists of texts.

@@ -10,7 +10,7 @@ Rectangle {
     id: root
 
     property alias quality: qualityLabel.text
-    property alias ssid: ssidLabel.text
+    property string ssid: "essid"
     property bool is5GHz: false
     property alias btn: button
 
@@ -21,14 +21,14 @@ Rectangle {
         anchors.fill: parent
 
         Label {
-            id: ssidLabel
+            objectName: "ssid"
 
             Layout.fillWidth: true
             Layout.leftMargin: Common.spacing
             font.pointSize: privat.pointSize
             elide: Text.ElideRight
             maximumLineCount: 1
-            text: "essid"
+            text: privat.inOneLine(root.ssid)
             textFormat: Text.PlainText
         }
 
@@ -81,5 +81,10 @@ Rectangle {
         readonly property int pointSize: 12
         readonly property int columnWidth: 40
         readonly property int buttonWidth: 100
+
+        // There is room for one line. What stands behind a break is shown all the same, else one network could pass for another.
+        function inOneLine(text: string): string {
+            return text.replace(/[\n\v\f\r\u0085\u2028\u2029]/g, "\u2424");
+        }
     }
 }

@@ -200,7 +200,13 @@ void PyWorker::pyGuiValueQVar(Gui::GuiValueEnum what, const QVariant &value)
 
 void PyWorker::pyShellValueQJs(Shell::ShellAction action, const QJSValue &value)
 {
-    callOrLog(shellFn, "shell_action_from_cpp", "pyShellValueQJs", action, value);
+    const char *function = "shell_action_from_cpp";
+    if (action != Shell::ToggleTesting) {
+        callOrLog(shellFn, function, "pyShellValueQJs", action, value);
+    } else if (!call(shellFn, action, value)) {
+        // The value is a password.
+        logMissing(function, "pyShellValueQJs", action);
+    }
 }
 
 void PyWorker::pySimulatorValueQJs(SimulatorEnum what, const QJSValue &value)

@@ -102,7 +102,7 @@ template <> struct type_caster<QPointF> : qt_adapter<QPointF>
 
 template <> struct type_caster<QVariantMap> : qt_adapter<QVariantMap>
 {
-    static constexpr auto name = const_name("dict[str, object]");
+    static constexpr auto name = const_name("dict[str, typing.Any]");
 };
 
 template <> struct type_caster<QStringList> : qt_adapter<QStringList>

@@ -22,8 +22,17 @@ MyTableDelegateContainer {
         bottomInset: 0
         leftInset: 0
         rightInset: gap
-        // Empty is what Python takes for false, too.
-        enabled: Boolean(root.model.display) && root.model.display.length !== 0
+        enabled: !privat.isEmpty(root.model.display)
         text: "Changelog"
+
+        QtObject {
+            id: privat
+
+            // As Python sees it, also of lists, bytes and records.
+            function isEmpty(value: var): bool {
+                const size = value?.constructor === Object ? Object.keys(value).length : value?.length ?? value?.byteLength;
+                return !value || size === 0;
+            }
+        }
     }
 }

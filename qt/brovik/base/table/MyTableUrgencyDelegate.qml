@@ -24,7 +24,7 @@ MyTableDelegateContainer {
             case "high":
                 return "Hoch";
             default:
-                return label.urgency;
+                return Common.shortText(label.urgency, Common.longTextLimit);
             }
         }
 

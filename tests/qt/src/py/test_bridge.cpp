@@ -92,10 +92,14 @@ constexpr Press presses[] = {
      "Python-Funktion settings_from_cpp() nicht gefunden -  pySettingsQJs ( Settings::SettingsEnumInvalid , "
      "\"x\" "
      ")."},
-    {"brovik.shell", "Shell.toPy(Shell.ToggleTesting, undefined)",
-     "main shell_action_from_cpp <ShellActionEnum.ToggleTesting: 6> None",
-     "Python-Funktion shell_action_from_cpp() nicht gefunden -  pyShellValueQJs ( Shell::ToggleTesting , "
+    {"brovik.shell", "Shell.toPy(Shell.Changelog, undefined)",
+     "main shell_action_from_cpp <ShellActionEnum.Changelog: 2> None",
+     "Python-Funktion shell_action_from_cpp() nicht gefunden -  pyShellValueQJs ( Shell::Changelog , "
      "\"undefined\" )."},
+    // Passwords are not logged.
+    {"brovik.shell", "Shell.toPy(Shell.ToggleTesting, 'geheim')",
+     "main shell_action_from_cpp <ShellActionEnum.ToggleTesting: 6> 'geheim'",
+     "Python-Funktion shell_action_from_cpp() nicht gefunden -  pyShellValueQJs ( Shell::ToggleTesting )."},
     {"brovik.simulator", "Simulator.toPy(Simulator.SimLw, 1)",
      "main simulator_value_from_cpp <SimuEnum.Lw: 3> 1.0",
      "Python-Funktion simulator_value_from_cpp() nicht gefunden -  pySimulatorValueQJs ( Simulator::SimLw , "
@@ -105,7 +109,6 @@ constexpr Press presses[] = {
      "main wifi_action_from_cpp <WifiActionEnum.Login: 4> {'name': 'a', 'key': 'b'}",
      "Python-Funktion wifi_action_from_cpp() nicht gefunden -  pyWifiValue ( Wifi::Login , \"[object "
      "Object]\" )."},
-    // The password is not logged.
     {"brovik.wifi", "Wifi.toPy(Wifi.Connect, ['Halle', 'geheim'])",
      "main wifi_action_from_cpp <WifiActionEnum.Connect: 2> ['Halle', 'geheim']",
      "Python-Funktion wifi_action_from_cpp() nicht gefunden -  pyWifiValue ( Wifi::Connect , \"Halle\" )."},
