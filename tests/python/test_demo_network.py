@@ -202,7 +202,7 @@ class ScanTest(NetworkCase):
         self.act(WifiActionEnum.Connect, [SILENT, "hallo-hallo"])
         self.act(WifiActionEnum.Scan)
         self.until(lambda: self.count("abortWifiScan"), "abort")
-        self.assertEqual(Wifi.state, WifiStateEnum.Connecting)
+        self.until(lambda: Wifi.state == WifiStateEnum.Connecting, "the attempt")
         self.assertEqual(self.count("gotScanResults"), 0)
 
     def test_fault_of_the_program(self) -> None:

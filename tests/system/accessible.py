@@ -114,7 +114,7 @@ def find(pid: int, matches: Callable[[Node], bool]) -> Node | None:
 
 
 def find_all(pid: int, matches: Callable[[Node], bool]) -> list[Node]:
-    """All that shows in the program and matches, in the order of the screen; nothing while the screen changes."""
+    """All that shows in the program and matches, in the order of the tree; none while the screen changes."""
     try:
         root = application(pid)
         return [node for node in root.walk() if matches(node)] if root else []

@@ -121,8 +121,8 @@ class Tour:  # pylint: disable=too-few-public-methods
         self._program.wait_until_shown("mehr Optionen")
 
     def _turn_switches(self, on: bool) -> None:
-        """Outputs and steps, which are the last two of four, and the whole time; the name of that switch goes on."""
-        for name, position in (("anzeigen", 2), ("anzeigen", 3), ("Zeige alles", 0)):
+        """Outputs and steps, the last two of four, and the whole time, whose switch tells what it shows."""
+        for name, position in (("anzeigen", 2), ("anzeigen", 3), ("Zeige ", 0)):
             self._turn_switch(name, position, on)
 
     def _turn_switch(self, name: str, position: int, on: bool) -> None:
