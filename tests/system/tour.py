@@ -58,7 +58,8 @@ class Tour:  # pylint: disable=too-few-public-methods
         """Goes the whole way."""
         self._take_page("automatik-bereit")
         with self._run():
-            self._charts_while_recording()
+            self._chart_while_recording()
+        self._chart_options()
         self._saving()
         self._saved_charts()
         self._settings()
@@ -108,14 +109,17 @@ class Tour:  # pylint: disable=too-few-public-methods
         program.wait_until_shown(START)
         self._take("automatik-abgebrochen")
 
-    def _charts_while_recording(self) -> None:
+    def _chart_while_recording(self) -> None:
         self._tab("Chart")
         self._take_moving("chart-aufzeichnung")
+
+    def _chart_options(self) -> None:
+        self._tab("Chart")
         self._program.click("mehr Optionen")
         self._program.wait_until_shown("weniger Optionen")
         self._program.wait_until_shown("zeige Achse")
         self._turn_switches(True)
-        self._take_moving("chart-optionen")
+        self._take("chart-optionen")
         self._turn_switches(False)
         self._program.click("weniger Optionen")
         self._program.wait_until_shown("mehr Optionen")
