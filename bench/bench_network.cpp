@@ -5,10 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
-#include <QQmlApplicationEngine>
 #include <QQuickItem>
-#include <QQuickStyle>
 
 #include <thread>
 
@@ -65,17 +62,6 @@ BENCHMARK(listNetworks)
 int main(int argc, char **argv)
 {
     Wifi::instance();
-    QApplication application(argc, argv);
-    QQuickStyle::setStyle(QStringLiteral("Material"));
-    benchmark::Initialize(&argc, argv);
-    QQmlApplicationEngine engine;
-    engine.addImportPath(QStringLiteral(":/"));
-    engine.load(QUrl::fromLocalFile(QStringLiteral(KUBELOR_BENCH_BACKEND "/NetworkWindow.qml")));
-    window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
-    if (window == nullptr) {
-        return 1;
-    }
-    screen::awaitFrame(*window);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return screen::runBenchmarks(argc, argv, QStringLiteral(KUBELOR_BENCH_BACKEND "/NetworkWindow.qml"),
+                                 window);
 }

@@ -6,9 +6,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
-#include <QQmlApplicationEngine>
-#include <QQuickStyle>
 #include <QQuickTextDocument>
 #include <QTextDocument>
 #include <QTimer>
@@ -171,17 +168,6 @@ UPDATES_BENCHMARK(fillInstalled, "updates_fill_installed")->Arg(500);
 int main(int argc, char **argv)
 {
     Shell::instance();
-    QApplication application(argc, argv);
-    QQuickStyle::setStyle(QStringLiteral("Material"));
-    benchmark::Initialize(&argc, argv);
-    QQmlApplicationEngine engine;
-    engine.addImportPath(QStringLiteral(":/"));
-    engine.load(QUrl::fromLocalFile(QStringLiteral(KUBELOR_BENCH_BACKEND "/UpdatesWindow.qml")));
-    window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
-    if (window == nullptr) {
-        return 1;
-    }
-    screen::awaitFrame(*window);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return screen::runBenchmarks(argc, argv, QStringLiteral(KUBELOR_BENCH_BACKEND "/UpdatesWindow.qml"),
+                                 window);
 }

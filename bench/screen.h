@@ -1,8 +1,13 @@
 #pragma once
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QElapsedTimer>
+#include <QQmlApplicationEngine>
+#include <QQuickStyle>
 #include <QQuickWindow>
+#include <QUrl>
+
+#include <benchmark/benchmark.h>
 
 #include <fstream>
 #include <string>
@@ -36,6 +41,25 @@ inline double residentMib()
             return std::stod(line.substr(6)) / 1024;
         }
     }
+    return 0;
+}
+
+/// Runs the benchmarks of the program with the window of this QML file, which `window` points to meanwhile.
+/// Returns the exit code.
+inline int runBenchmarks(int argc, char **argv, const QString &file, QQuickWindow *&window)
+{
+    QApplication application(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Material"));
+    benchmark::Initialize(&argc, argv);
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral(":/"));
+    engine.load(QUrl::fromLocalFile(file));
+    window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (window == nullptr) {
+        return 1;
+    }
+    awaitFrame(*window);
+    benchmark::RunSpecifiedBenchmarks();
     return 0;
 }
 

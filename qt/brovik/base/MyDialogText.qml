@@ -25,6 +25,7 @@ Item {
         visible: !privat.tooLong
 
         // Whether there is a bar depends on the height of the text, and that on its width: one after the other.
+        // The linter does not know that callLater() takes a function.
         onInteractiveChanged: Qt.callLater(privat.makeRoom) // qmllint disable type
 
         ScrollBar.vertical: ScrollBar {
