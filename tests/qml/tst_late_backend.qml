@@ -288,6 +288,22 @@ SettingsValues.secs_pump_max = 20`);
             compare(BrovikSettings[data.key], second);
         }
 
+        // It could be an answer as well, so it comes back when no other one has followed.
+        function test_own_change_and_back_data() {
+            return test_own_change_of_the_backend_comes_back_once_data();
+        }
+
+        function test_own_change_and_back(data) {
+            const [first, second] = data.values;
+            for (const value of [first, second, first]) {
+                store({[data.key]: value});
+                answerAll();
+            }
+            tryVerify(() => sent.length >= 3);
+            answerAll();
+            verifySent(data.key, first, second, first);
+        }
+
         function test_own_change_of_the_backend_after_a_refusal() {
             const water = box("thresholdLwWater");
             press(water, "up");
