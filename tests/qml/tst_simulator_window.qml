@@ -201,7 +201,6 @@ Simulator.enabled = True`);
             const size = [win.minimumWidth, win.minimumHeight];
             Backend.runOnThread(`simulator.Simulator.scale_factor = ${data.tag}`);
             tryCompare(inputs, "scale", data.scale);
-            waitForRendering(win.contentItem);
             tryVerify(() => Math.abs(inputs.width * data.scale - inputs.parent.width) < 1);
             verify(win.minimumWidth >= inputs.implicitWidth * data.scale);
             const slider = sliderOf(sliderRow("A-In 0"));
