@@ -20,11 +20,12 @@ import controller
 from brovik.settings import SettingsValues
 
 wishes = controller.wishes = queue.Queue()
+never = threading.Event()
 
 def store():
     while True:
         due, name, value = wishes.get()
-        time.sleep(max(0.0, due - time.monotonic()))
+        never.wait(max(0.0, due - time.monotonic()))
         setattr(SettingsValues, name, value)
         wishes.task_done()
 
@@ -63,8 +64,8 @@ class LateBackendTest(unittest.TestCase):
         """Presses + and - in that order, at once."""
         box: Box = self.program.wait_until_shown(name, "spin button").box
         middle = box.middle[1]
-        at = {"+": box.x + box.width - box.height // 2, "-": box.x + box.height // 2}
-        desktop.xdotool(*[word for step in steps for word in ("mousemove", at[step], middle, "click", 1)])
+        places = {"+": box.x + box.width - box.height // 2, "-": box.x + box.height // 2}
+        desktop.xdotool(*[word for step in steps for word in ("mousemove", places[step], middle, "click", 1)])
         self.program.wait_for("the wishes", lambda: len(self._wishes()) >= len(steps))
 
     def _settle(self) -> None:
