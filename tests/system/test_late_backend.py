@@ -65,7 +65,10 @@ class LateBackendTest(unittest.TestCase):
         box: Box = self.program.wait_until_shown(name, "spin button").box
         middle = box.middle[1]
         places = {"+": box.x + box.width - box.height // 2, "-": box.x + box.height // 2}
-        desktop.xdotool(*[word for step in steps for word in ("mousemove", places[step], middle, "click", 1)])
+        clicks: list[str | int] = []
+        for step in steps:
+            clicks += "mousemove", places[step], middle, "click", 1
+        desktop.xdotool(*clicks)
         self.program.wait_for("the wishes", lambda: len(self._wishes()) >= len(steps))
 
     def _settle(self) -> None:

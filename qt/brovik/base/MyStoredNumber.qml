@@ -12,7 +12,7 @@ MyStoredValue {
     // In the units of the spin box.
     required property int stored
     // How long a wish stays without an answer, in milliseconds.
-    readonly property int patience: 1000
+    property int patience: 1000
 
     readonly property QtObject wishing: QtObject {
         id: privat
