@@ -5,10 +5,11 @@
 #include "log.h"
 #include "python_stacks.h"
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QSocketNotifier>
 #include <QTimer>
+#include <QWindow>
 
 #include <csignal>
 #include <cstdlib>
@@ -44,6 +45,16 @@ void leaveAfter(std::chrono::milliseconds time)
     const struct itimerspec once = {.it_interval = {},
                                     .it_value = {.tv_sec = seconds.count(), .tv_nsec = rest.count()}};
     timer_settime(timer, 0, &once, nullptr);
+}
+
+/// GUI thread. Quitting alone would not tell the windows, which keep their position then; and without a
+/// window that closes nothing would quit.
+void closeProgram()
+{
+    for (QWindow *window : QGuiApplication::topLevelWindows()) {
+        window->close();
+    }
+    QCoreApplication::quit();
 }
 
 QString awaited()
@@ -104,8 +115,7 @@ private:
         m_signal = signal;
         leaveAfter(m_times.patience + respite);
         logInfo("%s: Das Programm wird beendet.", EndSignals::name(signal));
-        QMetaObject::invokeMethod(
-            qApp, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(qApp, closeProgram, Qt::QueuedConnection);
         begin();
         QTimer::singleShot(m_times.patience, Qt::PreciseTimer, this, &EndWatcher::giveUp);
     }
