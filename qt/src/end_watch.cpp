@@ -11,12 +11,20 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <unistd.h>
 
 namespace {
+
+/// Between two lines that say what is waited for.
+constexpr std::chrono::seconds linePeriod(1);
+/// From a signal to the end by force.
+constexpr std::chrono::seconds patience(10);
+/// The end by force has this long to say so.
+constexpr std::chrono::seconds respite(2);
 
 [[noreturn]] void leave(int /*signal*/)
 {
@@ -25,7 +33,7 @@ namespace {
 
 /// Leaves the process after this time even if no thread gets anything done, for example because nobody reads
 /// what it logs.
-void leaveAfter(std::chrono::milliseconds time)
+void leaveAfter(std::chrono::seconds time)
 {
     constexpr int offset = 6;
     const int number = SIGRTMIN + offset;
@@ -40,10 +48,7 @@ void leaveAfter(std::chrono::milliseconds time)
     if (timer_create(CLOCK_MONOTONIC, &event, &timer) != 0) {
         return;
     }
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
-    const std::chrono::nanoseconds rest = time - seconds;
-    const struct itimerspec once = {.it_interval = {},
-                                    .it_value = {.tv_sec = seconds.count(), .tv_nsec = rest.count()}};
+    const struct itimerspec once = {.it_interval = {}, .it_value = {.tv_sec = time.count(), .tv_nsec = 0}};
     timer_settime(timer, 0, &once, nullptr);
 }
 
@@ -69,10 +74,6 @@ QString awaited()
 class EndWatcher : public QObject
 {
 public:
-    explicit EndWatcher(const EndTimes &times)
-        : m_times(times)
-    {}
-
     void start()
     {
         if (EndSignals::descriptor() >= 0) {
@@ -87,7 +88,7 @@ public:
     {
         if (!m_line.isActive()) {
             m_since.start();
-            m_line.start(m_times.line);
+            m_line.start(linePeriod);
         }
     }
 
@@ -111,13 +112,12 @@ private:
 
     void endBy(int signal)
     {
-        constexpr std::chrono::seconds respite(2);
         m_signal = signal;
-        leaveAfter(m_times.patience + respite);
+        leaveAfter(patience + respite);
         logInfo("%s: Das Programm wird beendet.", EndSignals::name(signal));
         QMetaObject::invokeMethod(qApp, closeProgram, Qt::QueuedConnection);
         begin();
-        QTimer::singleShot(m_times.patience, Qt::PreciseTimer, this, &EndWatcher::giveUp);
+        QTimer::singleShot(patience, Qt::PreciseTimer, this, &EndWatcher::giveUp);
     }
 
     void tell() const
@@ -132,19 +132,20 @@ private:
     {
         logCritical("%s: Das Programm wartet noch immer auf %s und wird abgebrochen. Die Python-Threads:",
                     EndSignals::name(m_signal), qUtf8Printable(awaited()));
+        // Nobody holds the threads while their stacks are read.
+        std::signal(SIGSEGV, leave);
         PythonStacks::write();
         leave(m_signal);
     }
 
-    const EndTimes m_times;
     QTimer m_line{this};
     QElapsedTimer m_since;
     /// The first one that came; 0 if none has.
     int m_signal = 0;
 };
 
-EndWatch::EndWatch(const EndTimes &times)
-    : m_watcher(new EndWatcher(times))
+EndWatch::EndWatch()
+    : m_watcher(new EndWatcher)
 {
     EndSignals::open();
     m_watcher->moveToThread(&m_thread);

@@ -2,28 +2,17 @@
 
 #include <QThread>
 
-#include <chrono>
-
 class EndWatcher;
-
-/// How long an end may take.
-struct EndTimes
-{
-    /// Between two lines that say what is being waited for.
-    std::chrono::milliseconds line = std::chrono::seconds(1);
-    /// From the signal to the process's end by force.
-    std::chrono::milliseconds patience = std::chrono::seconds(10);
-};
 
 /// Sees to it that the program ends when a signal asks for it, and tells what an end waits for meanwhile.
 ///
 /// A first signal closes the program as its window does; further ones change nothing. If the program is still
-/// there when the patience is over, the stacks of all Python threads are written and the process leaves with
+/// there after ten seconds, the stacks of all Python threads are written and the process leaves with
 /// code 1. Lives on the GUI thread; what it does is done on a thread of its own, which waits for no other.
 class EndWatch
 {
 public:
-    explicit EndWatch(const EndTimes &times = {});
+    EndWatch();
     ~EndWatch();
 
     Q_DISABLE_COPY_MOVE(EndWatch)

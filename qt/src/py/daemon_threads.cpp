@@ -11,7 +11,8 @@
 //
 // The definition in the executable comes before that of the C library, also for calls from Python's library.
 
-extern "C" [[noreturn, gnu::visibility("default")]] void pthread_exit(void *result)
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library's name is reserved
+extern "C" [[gnu::visibility("default")]] void pthread_exit(void *result)
 {
     while (_Py_IsFinalizing() != 0) {
         pause();
