@@ -1,5 +1,7 @@
-"""Faults of the program, which the operator is to see, but not over and over."""
+"""Faults of the program, which the operator is to see, but not over and over; and what helps to find them."""
 
+import faulthandler
+import signal
 import sys
 import threading
 from collections.abc import Callable
@@ -73,6 +75,15 @@ def _text(error: BaseException) -> str:
 def report_dead_threads() -> None:
     """Has the exception shown that a thread of the backend dies of. Python itself would print it, at most."""
     threading.excepthook = _report_dead
+
+
+def write_stacks_on_request() -> None:
+    """Has the stacks of all threads written on SIGUSR1, to see where a program that stands still does so, and
+    on a crash."""
+    # Not `sys.stderr`: that is the host's, and has no file descriptor.
+    if sys.__stderr__ is not None:
+        faulthandler.enable(sys.__stderr__)
+        faulthandler.register(signal.SIGUSR1, sys.__stderr__)
 
 
 def _report_dead(death: threading.ExceptHookArgs) -> None:
