@@ -15,6 +15,8 @@ from brovik import Logger, forward_exception
 
 #: After this time without a fault, seconds, the same one is news again.
 QUIET_SECS: Final = 10.0
+#: The same where a press may be the cause: nobody closes the dialog and presses again in less.
+PRESS_QUIET_SECS: Final = 3.0
 #: A fault that does not end is logged so many times, and after that once for as many more.
 LOGGED: Final = 20
 
@@ -36,8 +38,9 @@ class FaultReporter:  # pylint: disable=too-few-public-methods
     What fails ten times a second would else pile up dialogs over the power button.
     """
 
-    def __init__(self, now: Callable[[], float] = monotonic) -> None:
+    def __init__(self, quiet_secs: float = QUIET_SECS, now: Callable[[], float] = monotonic) -> None:
         """`now` tells the time in seconds."""
+        self._quiet_secs = quiet_secs
         self._now = now
         self._known: dict[Kind, _Known] = {}
 
@@ -48,7 +51,7 @@ class FaultReporter:  # pylint: disable=too-few-public-methods
             return
         now = self._now()
         known = self._known.setdefault(_kind(error), _Known(0, now))
-        if now - known.last > QUIET_SECS:
+        if now - known.last > self._quiet_secs:
             known.count = 0
         known.count += 1
         known.last = now

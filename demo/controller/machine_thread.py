@@ -6,6 +6,8 @@ from queue import Empty, SimpleQueue
 from time import monotonic
 from typing import Final, Protocol, TypeAlias
 
+from brovik import forward_exception
+
 from .faults import FaultReporter
 
 Command: TypeAlias = Callable[[], None]
@@ -112,12 +114,17 @@ class MachineThread:
             except Empty:
                 return
 
-    def _run_command(self, command: Command | None) -> None:
-        if command is not None:
-            self._guarded(command)
+    @staticmethod
+    def _run_command(command: Command | None) -> None:
+        """A command is somebody's press, so each fault of it is shown."""
+        try:
+            if command is not None:
+                command()
+        except Exception:  # pylint: disable=broad-exception-caught
+            forward_exception()
 
     def _guarded(self, action: Command) -> bool:
-        """A fault in one action must not end the thread, and the machine with it. False if there was one."""
+        """A fault in the tick must not end the thread, and the machine with it. False if there was one."""
         try:
             action()
         except Exception:  # pylint: disable=broad-exception-caught

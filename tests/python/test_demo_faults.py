@@ -97,6 +97,17 @@ class TickTest(FaultCase):
         self.until(lambda: next(ticks) > 12)
         self.assertEqual(sorted(self.types()), ["KeyError", "ValueError", "ValueError"])
 
+    def test_press_that_fails(self) -> None:
+        """Is answered each time, for somebody has pressed again."""
+
+        def fail() -> None:
+            raise ValueError("Fehler")
+
+        for _ in range(2):
+            controller.backend().machine.post(fail)
+        self.handled()
+        self.assertEqual(self.types(), ["ValueError"] * 2)
+
     def test_new_run_during_the_fault(self) -> None:
         """Ends as well."""
 
@@ -187,7 +198,7 @@ class ReporterTest(DemoCase):
     def test_news_after_a_while(self) -> None:
         """A fault that has not come for some time is shown again."""
         clock = [0.0]
-        reporter = FaultReporter(lambda: clock[0])
+        reporter = FaultReporter(now=lambda: clock[0])
         for moment, shown in ((0.0, 1), (1.0, 1), (QUIET_SECS, 1), (2 * QUIET_SECS + 1.0, 2)):
             clock[0] = moment
             try:
@@ -199,7 +210,7 @@ class ReporterTest(DemoCase):
     def test_log_of_an_endless_fault(self) -> None:
         """The first twenty times, then one of twenty."""
         log = _probe.LogCapture()
-        reporter = FaultReporter(lambda: 0.0)
+        reporter = FaultReporter(now=lambda: 0.0)
         for _ in range(100):
             try:
                 raise ValueError("Fehler")

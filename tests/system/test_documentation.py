@@ -174,6 +174,27 @@ class PieceTest(unittest.TestCase):
         kept = self.run_piece("Keeping things", after=code)
         self.assertEqual(kept, "('{\"secs_pump\": 8}', ['controller.json'])")
 
+    def test_frozen_window(self) -> None:
+        """A signal has the function written that keeps the window waiting."""
+        stand_still = """
+            import controller, faulthandler, signal, sys, threading
+
+            threading.go_on = threading.Event()
+
+            def stand_still(*_arguments):
+                threading.go_on.wait()
+
+            faulthandler.register(signal.SIGUSR1, sys.__stderr__)
+            controller.answers["auto_value_from_cpp"] = stand_still
+        """
+        self.program.backend(textwrap.dedent(stand_still))
+        self.program.press_and_hold(START)
+        self.program.wait_for_log("CALL auto_value_from_cpp")
+        self.program.process.send_signal(signal.SIGUSR1)
+        self.program.wait_for_log("in stand_still")
+        self.program.backend("import threading; threading.go_on.set()")
+        self.assertEqual(self.program.close(), 0)
+
     def test_asyncio(self) -> None:
         """A callback that fails is shown to the operator."""
         run = """
