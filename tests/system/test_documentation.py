@@ -110,6 +110,16 @@ class BackendTest(unittest.TestCase):
         self.assertEqual(program.close(), 0)
         self.assertTrue(any("Alle Ausgänge sind aus" in line for line in program.log))
 
+    def test_signals(self) -> None:
+        """Each that asks for the end is told in the log, and leaves time for the farewell."""
+        for number in (signal.SIGTERM, signal.SIGHUP, signal.SIGINT):
+            with self.subTest(number.name):
+                program = self.start("Threads")
+                program.process.send_signal(number)
+                self.assertEqual(program.wait_for_end(), 0)
+                for told in (f"{number.name}: Das Programm wird beendet.", "Alle Ausgänge sind aus"):
+                    self.assertTrue(any(told in line for line in program.log), told)
+
     def test_demo(self) -> None:
         """The demo machine says where its threads stand, too."""
         with panel.demo(1) as program:
@@ -117,6 +127,8 @@ class BackendTest(unittest.TestCase):
             program.process.send_signal(signal.SIGUSR1)
             program.wait_for_log('machine_thread.py", line')
             program.wait_until_shown("Bereit")
+            program.process.send_signal(signal.SIGTERM)
+            self.assertEqual(program.wait_for_end(), 0)
 
 
 class PieceTest(unittest.TestCase):
