@@ -17,6 +17,9 @@ from panel import Panel
 ROOT = Path(__file__).parents[2]
 GUIDE = ROOT / "docs" / "backend.md"
 
+# The signals that ask for the end.
+SIGNALS = (signal.SIGTERM, signal.SIGHUP, signal.SIGINT)
+
 IMPORTS = """
 import asyncio
 from typing import Any
@@ -112,7 +115,7 @@ class BackendTest(unittest.TestCase):
 
     def test_signals(self) -> None:
         """Each that asks for the end is told in the log, and leaves time for the farewell."""
-        for number in (signal.SIGTERM, signal.SIGHUP, signal.SIGINT):
+        for number in SIGNALS:
             with self.subTest(number.name):
                 program = self.start("Threads")
                 program.process.send_signal(number)
