@@ -18,7 +18,7 @@ ROOT = Path(__file__).parents[2]
 GUIDE = ROOT / "docs" / "backend.md"
 
 # The signals that ask for the end.
-SIGNALS = (signal.SIGTERM, signal.SIGHUP, signal.SIGINT)
+SIGNALS = ("SIGTERM", "SIGHUP", "SIGINT")
 
 IMPORTS = """
 import asyncio
@@ -115,12 +115,12 @@ class BackendTest(unittest.TestCase):
 
     def test_signals(self) -> None:
         """Each that asks for the end is told in the log, and leaves time for the farewell."""
-        for number in SIGNALS:
-            with self.subTest(number.name):
+        for name in SIGNALS:
+            with self.subTest(name):
                 program = self.start("Threads")
-                program.process.send_signal(number)
+                program.process.send_signal(signal.Signals[name])
                 self.assertEqual(program.wait_for_end(), 0)
-                for told in (f"{number.name}: Das Programm wird beendet.", "Alle Ausgänge sind aus"):
+                for told in (f"{name}: Das Programm wird beendet.", "Alle Ausgänge sind aus"):
                     self.assertTrue(any(told in line for line in program.log), told)
 
     def test_demo(self) -> None:
