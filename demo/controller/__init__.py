@@ -25,6 +25,7 @@ from brovik.wifi import WifiActionEnum
 from . import simulator
 from .backend import Backend
 from .entry import entry
+from .faults import report_dead_threads, write_stacks_on_request
 from .stubs import write_stubs
 
 if os.environ.get("BROVIK_MAKE_PY_STUBS") == "1":
@@ -39,9 +40,11 @@ def backend() -> Backend:
 
 def init(_debug: bool) -> None:
     """Starts the demo machine. The host shows an exception and leaves the controls disabled."""
-    backend().start()
-    # Python waits at its end for non-daemon threads only, and before it calls this.
+    report_dead_threads()
+    write_stacks_on_request()
+    # Also for a start that fails half-way. There is no other farewell, whatever ends the program.
     atexit.register(backend().stop)
+    backend().start()
 
 
 @entry

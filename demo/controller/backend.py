@@ -1,14 +1,14 @@
 """The backend as a whole: made in `init`, ended with the interpreter."""
 
 import os
-import signal
 import sys
 from collections.abc import Set
+from contextlib import ExitStack
 from functools import partial
 from pathlib import Path
 from typing import Final, Self
 
-from brovik import Logger, forward_exception
+from brovik import Logger
 from brovik.gui import Gui
 from brovik.sensor import Sensor
 from brovik.simulator import Simulator
@@ -16,6 +16,7 @@ from brovik.simulator import Simulator
 from . import configuration, settings
 from .board import Board
 from .charts import Charts
+from .faults import PRESS_QUIET_SECS, FaultReporter
 from .interrupted import RunNote
 from .jobs import READY_STATUS
 from .machine_thread import MachineThread
@@ -45,13 +46,13 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         stored = storage.read(MACHINE)
         saved_charts = storage.charts.infos()
         equipment = configuration.apply(stored)
-        settings.load(storage.read(SETTINGS))
+        settings.load(storage.read(SETTINGS), equipment)
         self._note = RunNote.read(storage.read(RUN))
         maintained = read_stored(storage)
 
-        self._writer = StorageWriter(storage, forward_exception)
+        self._writer = StorageWriter(storage, FaultReporter(PRESS_QUIET_SECS).report)
         self._writer.submit(Change(MACHINE, configuration.missing(stored)))
-        self.settings = settings.SettingsKeeper(self._writer)
+        self.settings = settings.SettingsKeeper(self._writer, equipment)
 
         Sensor.lw_sensor_defective = Fault.SENSOR in faults
         self._board = Board(equipment.steam_valve)
@@ -71,8 +72,6 @@ class Backend:  # pylint: disable=too-many-instance-attributes
     @classmethod
     def from_environment(cls) -> Self:
         """The backend that the environment asks for."""
-        # Ctrl-C ends the program, rather than raising in whichever entry function comes next.
-        signal.signal(signal.SIGINT, signal.SIG_DFL)
         # A press must not wait long for a machine thread that has much to do, as at a high time factor.
         sys.setswitchinterval(0.001)
         directory = os.environ.get(CONFIG_DIR)
@@ -92,12 +91,17 @@ class Backend:  # pylint: disable=too-many-instance-attributes
             self._note = None
 
     def stop(self) -> None:
-        """Leaves the machine with all outputs off. A run in progress stays noted as interrupted."""
-        self.maintenance.stop()
-        self.machine.stop()
-        self.operation.stop()
+        """Leaves the machine with all outputs off. A run in progress stays noted as interrupted.
+
+        What cannot be ended keeps nothing else from its end.
+        """
         self._board.all_off()
-        self._writer.stop()
+        with ExitStack() as stack:  # The last one comes first.
+            stack.callback(self._writer.stop)
+            stack.callback(self.maintenance.stop)
+            stack.callback(self._board.all_off)
+            stack.callback(self.operation.stop)
+            stack.callback(self.machine.stop)
 
 
 def _time_factor() -> float:

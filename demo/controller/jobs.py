@@ -18,6 +18,7 @@ from .process.recipe import Electrolyte, Recipe
 from .process.sequence import Progress, StepKind, steps_for
 
 READY_STATUS: Final = "Bereit"
+PROGRAM_FAULT: Final = "Programmfehler, siehe Meldung."
 
 
 @dataclass(frozen=True)
@@ -94,10 +95,11 @@ class Job(ABC):
         except StopIteration:
             self._end(self.finished)
         except StepFailed as failure:
-            self._fail(str(failure))
+            self.fail(str(failure))
+            Gui.message(self.title, str(failure), "error")
         except Exception:  # pylint: disable=broad-exception-caught
             forward_exception()
-            self._fail("Programmfehler, siehe Meldung.")
+            self.fail(PROGRAM_FAULT)
         return False
 
     def abort(self) -> None:
@@ -109,17 +111,20 @@ class Job(ABC):
         """Switches off what the step under way has switched on, and shows nothing of it."""
         self._steps.close()
 
-    def _fail(self, reason: str) -> None:
+    def fail(self, reason: str) -> None:
+        """Ends the job where it stands, for a reason that stays on the page."""
         Logger.warning(f"{self.title} fehlgeschlagen: {reason}")
         self.outcome = Outcome("error", reason)
         self._end(lambda: self.failed(reason))
 
     def _end(self, show_ending: Callable[[], None]) -> None:
-        self._steps.close()
-        self._board.all_off()
-        self.clear()
-        Gui.status = READY_STATUS
-        show_ending()
+        try:
+            self._steps.close()
+        finally:
+            self._board.all_off()
+            self.clear()
+            Gui.status = READY_STATUS
+            show_ending()
 
     def detail(self, text: str) -> None:
         """What the step is doing just now."""
@@ -157,7 +162,7 @@ class Job(ABC):
 
     @abstractmethod
     def failed(self, reason: str) -> None:
-        """Shows that a check has ended the job."""
+        """Shows that a check, or a fault of the program, has ended the job."""
 
     @abstractmethod
     def aborted(self) -> None:
@@ -196,6 +201,7 @@ class AutomaticRun(Job):
         progress = Progress(self.control, self._kinds)
         for index, kind in enumerate(self._kinds[self._first :], start=self._first):
             Gui.status = f"Schritt {index + 1} von {len(self._kinds)}: {kind.title}"
+            Logger.info(Gui.status)
             self._on_step(kind)
             progress.start_step()
             with closing(kind.run(self.control)) as step:
@@ -220,7 +226,6 @@ class AutomaticRun(Job):
     def failed(self, reason: str) -> None:
         Auto.progress_color = ProgressColor.Error
         Gui.status3 = reason
-        Gui.message(self.title, reason, "error")
 
     def aborted(self) -> None:
         show_progress(0, "0 %", ProgressColor.Warning)
@@ -275,7 +280,6 @@ class BathTest(Job):
     def failed(self, reason: str) -> None:
         show_progress(0, "0 %", ProgressColor.Error)
         Gui.status3 = reason
-        Gui.message(self.title, reason, "error")
 
     def aborted(self) -> None:
         show_progress(0, "0 %", ProgressColor.Warning)

@@ -8,10 +8,15 @@ from typing import Final, Protocol, TypeAlias
 
 from brovik import forward_exception
 
+from .faults import FaultReporter
+
 Command: TypeAlias = Callable[[], None]
 
 STEP_SECS: Final = 0.1  # of the machine's time
 TICK_SECS: Final = 0.1  # of real time
+STOP_SECS: Final = 5.0  # of real time
+#: So many ticks that fail in a row end whatever runs.
+FAULTS_TO_HALT: Final = 20
 
 
 class Driven(Protocol):
@@ -22,6 +27,9 @@ class Driven(Protocol):
 
     def publish(self) -> None:
         """Shows the present state. Once per tick, however much time has passed in it."""
+
+    def halt(self) -> None:
+        """Switches everything off and ends what runs: a fault of the program does not let it go on."""
 
 
 class MachineThread:
@@ -38,6 +46,7 @@ class MachineThread:
         self._commands: SimpleQueue[Command | None] = SimpleQueue()
         self._thread = threading.Thread(target=self._run, name="demo-machine", daemon=True)
         self._stopping = False
+        self._faults = FaultReporter()
 
     def start(self) -> None:
         """Starts the thread."""
@@ -48,18 +57,42 @@ class MachineThread:
         self._commands.put(command)
 
     def stop(self) -> None:
-        """Ends the thread and waits for its end. What is still in the queue is dropped."""
+        """Ends the thread and waits for its end. What is still in the queue is dropped.
+
+        RuntimeError if the thread does not end: something on it waits for ever.
+        """
         self._stopping = True
         self._commands.put(None)
         if self._thread.is_alive():
-            self._thread.join()
+            self._thread.join(STOP_SECS)
+            if self._thread.is_alive():
+                raise RuntimeError(f"Der Thread {self._thread.name} endet nicht")
 
     def _run(self) -> None:
+        try:
+            self._run_ticks()
+        except BaseException:
+            self._guarded(self._driven.halt)
+            raise
+
+    def _run_ticks(self) -> None:
         next_tick = monotonic()
+        failed_in_a_row = 0
         while not self._stopping:
             next_tick = max(next_tick + TICK_SECS, monotonic())
-            self._guarded(self._tick)
+            if self._guarded(self._tick):
+                failed_in_a_row = 0
+            else:
+                failed_in_a_row += 1
+                self._after_fault(failed_in_a_row)
             self._wait_until(next_tick)
+
+    def _after_fault(self, failed_in_a_row: int) -> None:
+        """One tick that fails may be bad luck. Many in a row leave a machine that nobody drives."""
+        # The time that the fault has taken is not made up for.
+        self._due = 0.0
+        if failed_in_a_row % FAULTS_TO_HALT == 0:
+            self._guarded(self._driven.halt)
 
     def _tick(self) -> None:
         self._due += TICK_SECS * self._time_factor
@@ -81,14 +114,20 @@ class MachineThread:
             except Empty:
                 return
 
-    def _run_command(self, command: Command | None) -> None:
-        if command is not None:
-            self._guarded(command)
-
     @staticmethod
-    def _guarded(action: Command) -> None:
-        """A fault in one action must not end the thread, and the machine with it."""
+    def _run_command(command: Command | None) -> None:
+        """A command is somebody's press, so each fault of it is shown."""
+        try:
+            if command is not None:
+                command()
+        except Exception:  # pylint: disable=broad-exception-caught
+            forward_exception()
+
+    def _guarded(self, action: Command) -> bool:
+        """A fault in the tick must not end the thread, and the machine with it. False if there was one."""
         try:
             action()
         except Exception:  # pylint: disable=broad-exception-caught
-            forward_exception()
+            self._faults.report()
+            return False
+        return True

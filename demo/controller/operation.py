@@ -14,7 +14,7 @@ from . import hand
 from .board import Board
 from .dialogs import DialogId, Questions
 from .interrupted import NO_RUN, RunNote
-from .jobs import BATH_VIEWS, AutomaticRun, BathTest, Job
+from .jobs import BATH_VIEWS, PROGRAM_FAULT, AutomaticRun, BathTest, Job
 from .process import heating, interlocks
 from .process.outputs import Output
 from .process.plant import Plant
@@ -70,6 +70,16 @@ class Operation:
         heater = ", Heizung ein" if Actuator.heat_1.state else ""
         level = "erreicht" if Sensor.level.state else "unterschritten"
         Gui.status2 = f"Laugebecken {self._plant.lye_temperature:.0f} °C{heater}\nFüllstand {level}"
+
+    def halt(self) -> None:
+        """Switches everything off and ends the job, because of a fault that the operator has been shown."""
+        self._board.all_off()
+        Actuator.manual_heating_enabled = False
+        if self._job is not None:
+            try:
+                self._job.fail(PROGRAM_FAULT)
+            finally:
+                self._end_job()
 
     def stop(self) -> None:
         """Breaks off a job that is running. For the time after the thread."""
@@ -143,8 +153,8 @@ class Operation:
             self._abort()
         elif self._may_start():
             intense = SettingsValues.intense_cleaning
-            steam = self._equipment.steam_valve and SettingsValues.do_steam_step
-            note = RunNote("", SettingsValues.intense_factor if intense else 1.0, steam)
+            lengthening = SettingsValues.intense_factor if intense else 1.0
+            note = RunNote("", lengthening, SettingsValues.do_steam_step)
             self._plant.connect_new_barrel()
             self._start_run(note)
 
@@ -222,7 +232,8 @@ class Operation:
             )
             for electrolyte, view in BATH_VIEWS.items()
         }
-        return Recipe(self._equipment, steam, lengthening, limits)
+        # A note may be from before the valve was taken out.
+        return Recipe(self._equipment, steam and self._equipment.steam_valve, lengthening, limits)
 
     # What goes on beside the jobs.
 

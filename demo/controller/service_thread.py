@@ -7,8 +7,7 @@ from concurrent.futures import Future
 from contextlib import suppress
 from typing import Any, TypeAlias, TypeVar
 
-from brovik import forward_exception
-
+from .faults import PRESS_QUIET_SECS, FaultReporter
 from .machine_thread import Command
 
 Task: TypeAlias = asyncio.Task[None]
@@ -25,7 +24,9 @@ class ServiceThread:
     def __init__(self, time_factor: float) -> None:
         """`time_factor` is the speed of the machine's time against real time."""
         self._time_factor = time_factor
+        self._faults = FaultReporter(PRESS_QUIET_SECS)
         self._loop = asyncio.new_event_loop()
+        self._loop.set_exception_handler(self._report_context)
         self._thread = threading.Thread(target=self._run, name="demo-services", daemon=True)
 
     def start(self) -> None:
@@ -35,12 +36,12 @@ class ServiceThread:
     def post(self, command: Command) -> None:
         """Has a command run on the thread, soon and after all earlier ones."""
         with suppress(RuntimeError):  # The thread has ended: nobody waits for this any more.
-            self._loop.call_soon_threadsafe(_guarded, command)
+            self._loop.call_soon_threadsafe(self._guarded, command)
 
     def spawn(self, work: Coroutine[Any, Any, None]) -> Task:
         """Has work done beside all other. Cancelling it makes it tidy up and end; `stop` does that, too."""
         task = self._loop.create_task(work)
-        task.add_done_callback(_report)
+        task.add_done_callback(self._report)
         return task
 
     @property
@@ -78,22 +79,29 @@ class ServiceThread:
         self._loop.run_forever()
         self._loop.run_until_complete(_cancel_the_others())
 
+    def _guarded(self, command: Command) -> None:
+        """A fault in one command is the operator's to see, and no other command's."""
+        try:
+            command()
+        except Exception:  # pylint: disable=broad-exception-caught
+            self._faults.report()
+
+    def _report(self, task: Task) -> None:
+        if not task.cancelled():
+            self._guarded(task.result)
+
+    def _report_context(self, _loop: asyncio.AbstractEventLoop, context: dict[str, Any]) -> None:
+        """What asyncio finds out by itself, and would only log: a callback that failed, a task that nobody
+        awaited."""
+
+        def fail() -> None:
+            raise context.get("exception") or RuntimeError(context["message"])
+
+        self._guarded(fail)
+
 
 async def _cancel_the_others() -> None:
     others = asyncio.all_tasks() - {asyncio.current_task()}
     for task in others:
         task.cancel()
     await asyncio.gather(*others, return_exceptions=True)
-
-
-def _guarded(command: Command) -> None:
-    """A fault in one command is the operator's to see, and no other command's."""
-    try:
-        command()
-    except Exception:  # pylint: disable=broad-exception-caught
-        forward_exception()
-
-
-def _report(task: Task) -> None:
-    if not task.cancelled():
-        _guarded(task.result)

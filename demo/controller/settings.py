@@ -10,6 +10,7 @@ from brovik.settings import SettingsEnum, SettingsKeys, SettingsValues
 
 from . import storage
 from .jobs import job_running
+from .process.recipe import Equipment
 from .storage import Change, StorageWriter
 from .values import Value, fitting
 
@@ -21,7 +22,7 @@ OFFSET_ACTIONS: Final = (
 )
 
 
-def load(stored: Mapping[str, object]) -> None:
+def load(stored: Mapping[str, object], equipment: Equipment) -> None:
     """Writes stored parameters to the host. What is unknown or out of range stays in the file."""
     defaults = SettingsValues.get_default_values()
     for key, value in stored.items():
@@ -35,6 +36,9 @@ def load(stored: Mapping[str, object]) -> None:
             Logger.warning(f"Gespeicherte Einstellung {key!r} wird ignoriert: {error}")
         else:
             setattr(SettingsValues, key, wanted)
+    if not equipment.steam_valve:
+        # The settings number the steps by this parameter alone. What the operator wished stays in the file.
+        SettingsValues.do_steam_step = False
 
 
 def _check_bounds(key: str, value: Value) -> None:
@@ -51,8 +55,9 @@ class SettingsKeeper:  # pylint: disable=too-few-public-methods
     The host clamps; what it has made of a wish is what gets stored.
     """
 
-    def __init__(self, writer: StorageWriter) -> None:
+    def __init__(self, writer: StorageWriter, equipment: Equipment) -> None:
         self._writer = writer
+        self._equipment = equipment
 
     def wish(self, enum: SettingsEnum, value: object) -> None:
         """Sets a parameter, or does one of the actions on the offsets."""
@@ -65,6 +70,9 @@ class SettingsKeeper:  # pylint: disable=too-few-public-methods
         defaults = SettingsValues.get_default_values()
         if key not in defaults:
             Logger.warning(f"Es gibt keine Einstellung {key!r}")
+            return
+        if key == SettingsEnum.do_steam_step.name and not self._equipment.steam_valve:
+            Logger.warning(f"Einstellung {key!r} bleibt unverändert: Die Maschine hat kein Dampfventil")
             return
         try:
             self._store(key, fitting(value, defaults[key]))

@@ -145,6 +145,18 @@ class QuestionTest(NotedCase):
                 self.backend.stop()
                 self.assertEqual(self.noted(), {})
 
+    def test_valve_that_has_been_taken_out(self) -> None:
+        """The run goes on without the step, and is counted as the pages count it."""
+        self.note(steam=True)
+        self.offer()
+        self.operation.questions.take({"1": {"a": True}})
+        self.operation.advance(0.1)
+        self.assertEqual(Gui.status, "Schritt 7 von 11: Reinigen mit Säure")
+        self.backend.stop()
+        self.note(step="steam", steam=True)
+        self.offer()
+        self.assertEqual(len(self.signals("question")), 1)
+
 
 class ReadyTest(NotedCase, RunningCase):
     """Through the entry functions."""

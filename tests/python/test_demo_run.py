@@ -11,7 +11,7 @@ from brovik.gui import Gui
 from brovik.sensor import Sensor
 from brovik.settings import SettingsEnum, SettingsValues
 
-from demo_support import RunningCase, SteppedCase, outputs_on
+from demo_support import RunningCase, SteppedCase, outputs_on, reset_host
 import controller
 from controller.process.plant import Fault
 
@@ -68,6 +68,7 @@ class WholeRunTest(SteppedCase):
         for legacy, numbers in ((False, (12, 11)), (True, (16, 15))):
             for steam, number in zip((True, False), numbers):
                 with self.subTest(legacy=legacy, steam=steam):
+                    reset_host()
                     version = "Legacy" if legacy else "_2024"
                     self.configure(machine_version=version, has_steam_valve=steam)
                     backend = self.make()

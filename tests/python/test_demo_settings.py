@@ -14,7 +14,7 @@ from brovik.auto import Auto, AutoEnum
 from brovik.sensor import Sensor
 from brovik.settings import SettingsEnum, SettingsValues
 
-from demo_support import RunningCase, SteppedCase
+from demo_support import RunningCase, SteppedCase, reset_host
 from controller.storage import FILE_NAME, SETTINGS, Change, Storage
 from tests.rig import PARAMETERS
 
@@ -24,7 +24,11 @@ ACTIONS = ("POffsetSet", "POffsetReset", "LwOffsetSet", "LwOffsetReset")
 
 
 class StoredCase(SteppedCase):
-    """Looks into the file."""
+    """Looks into the file. The machine has all that there are parameters for."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.configure(has_steam_valve=True)
 
     def store(self, **values: object) -> None:
         """Puts parameters into the file."""
@@ -123,6 +127,57 @@ class WishTest(StoredCase):
         self.assertEqual((SettingsValues.p_offset, SettingsValues.lw_offset), (0.0, 0.0))
         self.assertEqual(len(self.signals("toastWarn")), 4)
         self.assertTrue(Auto.active)
+
+
+class SteamTest(StoredCase):
+    """The steam step of a machine that has no valve for it."""
+
+    def make_without_valve(self) -> None:
+        """Starts a program on a machine whose valve has been taken out."""
+        reset_host()
+        self.configure(has_steam_valve=False)
+        self.make()
+
+    def make_with_valve(self) -> None:
+        """Starts a program on a machine whose valve is back."""
+        reset_host()
+        self.configure(has_steam_valve=True)
+        self.make()
+
+    def test_off_without_the_valve(self) -> None:
+        """Whatever the operator wished once; the wish stays, and comes back with the valve."""
+        for wished in (True, False):
+            with self.subTest(wished):
+                self.make_with_valve()
+                self.wish("do_steam_step", wished)
+                self.backend.stop()
+                self.make_without_valve()
+                self.assertFalse(SettingsValues.do_steam_step)
+                self.backend.stop()
+                self.assertEqual(self.stored(), {"do_steam_step": wished})
+                self.make_with_valve()
+                self.assertEqual(SettingsValues.do_steam_step, wished)
+                self.backend.stop()
+
+    def test_default_comes_with_the_valve(self) -> None:
+        """Nothing is stored of a wish that there never was."""
+        self.make_without_valve()
+        self.assertFalse(SettingsValues.do_steam_step)
+        self.backend.stop()
+        self.assertEqual(self.stored(), {})
+        self.make_with_valve()
+        self.assertTrue(SettingsValues.do_steam_step)
+
+    def test_wish_without_the_valve(self) -> None:
+        """No screen offers it. It is logged, and neither taken nor stored."""
+        self.store(do_steam_step=False)
+        self.make_without_valve()
+        log = _probe.LogCapture()
+        self.wish("do_steam_step", True)
+        self.assertFalse(SettingsValues.do_steam_step)
+        self.assertEqual(len(log.messages), 1)
+        self.backend.stop()
+        self.assertEqual(self.stored(), {"do_steam_step": False})
 
 
 class RigTest(unittest.TestCase):

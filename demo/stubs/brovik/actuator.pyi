@@ -69,7 +69,7 @@ class DOut:
     def state(self, value: bool) -> None: ...
     @property
     def blocked(self) -> bool:
-        """The output may not be operated at present."""
+        """The operator may not switch the output. No screen shows it: the backend refuses."""
     @blocked.setter
     def blocked(self, value: bool) -> None: ...
     @property

@@ -16,7 +16,7 @@ class Actuator;
     P(QString, logName, setLogName, "log_name", QString(), "Short name for logs and charts; may be empty.")
 
 #define DOUT_MARKS(P) \
-    P(bool,    blocked, setBlocked, "blocked",  false,     "The output may not be operated at present.") \
+    P(bool,    blocked, setBlocked, "blocked",  false,     "The operator may not switch the output. No screen shows it: the backend refuses.") \
     P(int,     num,     setNum,     "num",      -1,        "Number of the output, given by the backend; -1 until then.")
 // clang-format on
 
