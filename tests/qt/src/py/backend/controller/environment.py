@@ -1,0 +1,11 @@
+"""Tells at its import from where the interpreter takes its packages."""
+
+import sys
+
+import package_of_the_environment
+
+print("argv", sys.argv[0])
+print("executable", sys.executable)
+print("prefix", sys.prefix)
+print("base prefix", sys.base_prefix)
+print("package", package_of_the_environment.__file__)
