@@ -6,6 +6,7 @@ import QtTest
 import brovik.base
 import brovik.components
 import brovik.gui
+import brovik.wifi
 import kubelor.test
 import main
 import "items.js" as Items
@@ -31,14 +32,13 @@ Item {
 
         // Everything that is there only if there is something to show.
         readonly property string content: `
-from brovik.chart import Chart, ChartMetaData
-record = {'name': 'kubelor', 'versionNew': '1.2', 'versionOld': '1.1', 'urgency': 'high', 'lastChange': ['eins'], 'changelogAvailable': 'log'}
-shell.Shell.upgradables = [record]
+shell.Shell.upgradables = [{'name': 'kubelor', 'versionNew': '1.2', 'versionOld': '1.1', 'urgency': 'high', 'lastChange': ['eins'], 'changelogAvailable': 'log'}]
 shell.Shell.installed = [{'name': 'kubelor', 'version': '1.1', 'arch': 'arm64', 'description': 'Bedienung', 'name2': 'kubelor'}]
 config.Config.has_steam_valve = config.Config.has_level_switch = True
 settings.SettingsValues.do_steam_step = settings.SettingsValues.test_lauge_level = True
 sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03
-gui.Gui.status3 = 'Zeile'`
+gui.Gui.status3 = 'Zeile'
+actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
 
         readonly property var factors: [{tag: "smaller", factor: 0.8, controlHeight: 52, boxLeftMargin: 28}, {tag: "larger", factor: 1.5, controlHeight: 98, boxLeftMargin: 53}]
 
@@ -96,7 +96,8 @@ gui.Gui.status3 = 'Zeile'`
             scale(data.factor);
             compareSizes([window], 14 * data.factor);
             compareSizes([part("tabs"), part("selection"), part("manualHeating"), part("upgradableCount"), part("installedCount"), part("back")], 16 * data.factor);
-            compareSizes(all(item => item instanceof BrovikButton || item instanceof BrovikDOutButton), 16 * data.factor);
+            compareSizes(all(item => item instanceof BrovikButton), 16 * data.factor);
+            compareSizes(all(item => item instanceof BrovikDOutButton), 16 * data.factor);
             compareSizes(all(item => item instanceof BrovikDelayButton && item.objectName !== "start"), 16 * data.factor);
             compareSizes(all(item => item instanceof Label && item.text.startsWith("Aktuelle Auflösung")), 16 * data.factor);
             compareSizes([...labelled("Vorspanndruck:"), ...labelled("Säure"), ...labelled("Lauge")], 18 * data.factor);
@@ -106,16 +107,17 @@ gui.Gui.status3 = 'Zeile'`
             return factors;
         }
 
-        // The two that have to be seen from afar.
+        // The two that have to be seen from afar, and the rows of networks, which are of one height.
         function test_fixed_sizes(data) {
             scale(data.factor);
             compareSizes([part("start")], 20);
             tryCompare(part("start"), "height", 75);
             compareSizes([part("progressText")], 100);
+            compareSizes(["ssid", "quality", "band"].map(part), 12);
         }
 
         function isFixed(item) {
-            return item !== null && (["start", "progressText", "inputPanel"].includes(item.objectName) || isFixed(item.parent));
+            return item !== null && (item instanceof WifiLine || ["start", "progressText", "inputPanel"].includes(item.objectName) || isFixed(item.parent));
         }
 
         function test_every_other_text_data() {
@@ -138,10 +140,10 @@ gui.Gui.status3 = 'Zeile'`
             const pages = part("settingsPages");
             part("tabs").currentIndex = 2;
             tryCompare(part("selection"), "height", data.controlHeight);
-            for (const [index, kind] of [[2, BrovikButton], [5, BrovikButton], [5, BrovikDelayButton], [6, BrovikDOutButton]]) {
+            for (const [index, count] of [[2, 4], [5, 4], [6, 13]]) {
                 pages.currentIndex = index;
-                const controls = Items.below(pages.children[index], item => item instanceof kind && item.visible);
-                verify(controls.length >= 2);
+                const controls = Items.below(pages.children[index], item => item.checkable !== undefined && item.visible && item.position === undefined);
+                compare(controls.length, count);
                 for (const control of controls) {
                     tryCompare(control, "height", data.controlHeight, 5000, control.text);
                 }

@@ -54,7 +54,6 @@ Item {
             flickEnded.clear();
             table.model.rows = Array.from({length: rows}, (_, i) => ({text: `${i}`}));
             tryVerify(() => view.itemAtCell(0, 0)?.height === 50);
-            waitForRendering(view);
         }
 
         function drag(x, y) {
@@ -95,10 +94,9 @@ Item {
             view.flick(0, -1500);
             table.rowHeight = 70;
             tryCompare(flickEnded, "count", 1);
-            const rows = Items.rows(view);
-            verify(rows.length > 0);
-            for (const row of rows) {
-                compare(view.itemAtCell(0, row).height, 70, row);
+            verify(view.topRow > 0);
+            for (let row = view.topRow; row <= view.bottomRow; ++row) {
+                compare(view.itemAtCell(0, row).height, 70);
             }
         }
     }

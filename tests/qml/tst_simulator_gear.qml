@@ -1,0 +1,75 @@
+import QtQuick
+import QtTest
+
+import brovik.simulator
+import kubelor.test
+
+// The button that brings the simulator's window back.
+Item {
+    id: root
+
+    width: 200
+    height: 200
+
+    Component {
+        id: simulatorComponent
+
+        Item {
+            readonly property alias win: win
+            readonly property alias gear: gear
+
+            anchors.fill: parent
+
+            SimulatorOptionsWindow {
+                id: win
+            }
+
+            SimulatorOptionsButton {
+                id: gear
+
+                win: win
+            }
+        }
+    }
+
+    TestCase {
+        name: "SimulatorGear"
+        when: windowShown
+
+        property SimulatorOptionsWindow win
+        property SimulatorOptionsButton gear
+
+        function init() {
+            // This platform says so whenever the least size of a window changes.
+            failOnWarning(/^(?!This plugin does not support propagateSizeHints)/);
+            Backend.run("simulator.Simulator.enabled = True");
+            const simulator = createTemporaryObject(simulatorComponent, root);
+            win = simulator.win;
+            gear = simulator.gear;
+            tryVerify(() => win.visible);
+        }
+
+        function cleanup() {
+            Backend.run("simulator.Simulator.enabled = False");
+        }
+
+        function test_state_data() {
+            return [
+                {tag: "minimised", leave: () => win.showMinimized(), left: Window.Minimized},
+                {tag: "hidden", leave: () => win.hide(), left: Window.Hidden},
+                {tag: "closed", leave: () => win.close(), left: Window.Hidden},
+                {tag: "behind another", leave: () => root.Window.window.requestActivate(), left: Window.Windowed}
+            ];
+        }
+
+        function test_state(data) {
+            data.leave();
+            tryCompare(win, "visibility", data.left);
+            // This platform leaves the focus with a window that it has minimised.
+            tryVerify(() => !win.active || data.left === Window.Minimized);
+            mouseClick(gear);
+            tryCompare(win, "visibility", Window.Windowed);
+            tryVerify(() => win.visible && win.active);
+        }
+    }
+}

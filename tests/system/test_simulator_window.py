@@ -1,0 +1,41 @@
+"""The simulator's window on a real desktop."""
+
+import subprocess
+import unittest
+
+import desktop
+import panel
+from panel import Panel
+
+READY = "Testbackend bereit"
+TITLE = "Simulator"
+
+
+def active_window() -> str:
+    """The X id of the window that has the focus; empty if none has."""
+    command = ["xdotool", "getactivewindow"]
+    return subprocess.run(command, capture_output=True, text=True, check=False).stdout.strip()
+
+
+class SimulatorWindowTest(unittest.TestCase):
+    """How it comes and how it comes back."""
+
+    def start(self) -> tuple[Panel, str]:
+        """The program with the simulator, and the X id of its window."""
+        program = self.enterContext(panel.remote())
+        program.wait_until_shown(READY)
+        program.backend("from brovik.simulator import Simulator; Simulator.enabled = True")
+        return program, program.window_titled(TITLE)
+
+    def test_gear_brings_a_minimised_window_back(self) -> None:
+        """It shows again, and has the focus."""
+        program, window = self.start()
+        desktop.xdotool("windowminimize", "--sync", window)
+        program.wait_for("its disappearance", lambda: not program.windows_titled(TITLE))
+        program.click("Simulator", "push button")
+        program.wait_for("its return", lambda: program.windows_titled(TITLE) == [window])
+        program.wait_for("its focus", lambda: active_window() == window)
+
+
+if __name__ == "__main__":
+    unittest.main()
