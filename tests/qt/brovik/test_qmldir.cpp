@@ -8,43 +8,59 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
+#include <string>
+#include <vector>
+
+using testing::Contains;
+using testing::UnorderedElementsAreArray;
 
 namespace {
 
+using Lines = std::vector<std::string>;
+
 /// The lines of a file in the program, without the empty ones.
-QStringList lines(const QString &path)
+Lines linesOf(const QString &path)
 {
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
-    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-}
-
-/// The line of a type: "singleton Common 1.0 Common.qml", "MyTable 1.0 table/MyTable.qml".
-QString typeLine(const QDir &directory, const QString &path)
-{
-    const QString singleton = lines(path).contains(QStringLiteral("pragma Singleton")) ? QStringLiteral("singleton ")
-                                                                                       : QString();
-    return singleton +
-           QStringLiteral("%1 1.0 %2").arg(QFileInfo(path).baseName(), directory.relativeFilePath(path));
-}
-
-/// A line for each QML file below the directory, sorted.
-QStringList typeLines(const QString &directory)
-{
-    QStringList result;
-    QDirIterator files(directory, {QStringLiteral("*.qml")}, QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        result.append(typeLine(QDir(directory), files.next()));
+    Lines result;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (!line.isEmpty()) {
+            result.push_back(line.toStdString());
+        }
     }
-    result.sort();
     return result;
 }
 
-QStringList sorted(QStringList list)
+/// The line of a type: "singleton Common 1.0 Common.qml", "MyTable 1.0 table/MyTable.qml".
+std::string typeLine(const QDir &directory, const QString &path)
 {
-    list.sort();
-    return list;
+    const Lines content = linesOf(path);
+    const bool singleton = std::find(content.begin(), content.end(), "pragma Singleton") != content.end();
+    const QString line =
+        QStringLiteral("%1 1.0 %2").arg(QFileInfo(path).baseName(), directory.relativeFilePath(path));
+    return (singleton ? "singleton " : "") + line.toStdString();
+}
+
+/// A line for each QML file below the directory.
+Lines typeLines(const QString &directory)
+{
+    Lines result;
+    QDirIterator files(directory, {QStringLiteral("*.qml")}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        result.push_back(typeLine(QDir(directory), files.next()));
+    }
+    return result;
+}
+
+/// Compares a module's file with its heading and the types below its directory.
+void expectQmldir(const QString &directory, const Lines &heading)
+{
+    const Lines written = linesOf(directory + QStringLiteral("qmldir"));
+    ASSERT_GE(written.size(), heading.size());
+    const auto types = written.begin() + static_cast<Lines::difference_type>(heading.size());
+    EXPECT_EQ(Lines(written.begin(), types), heading);
+    EXPECT_THAT(Lines(types, written.end()), UnorderedElementsAreArray(typeLines(directory)));
 }
 
 class Qmldir : public testing::TestWithParam<const char *>
@@ -54,19 +70,11 @@ class Qmldir : public testing::TestWithParam<const char *>
 
 TEST_P(Qmldir, OfAModule)
 {
-    const QString name = QString::fromLatin1(GetParam());
-    const QString directory = QStringLiteral(":/brovik/%1/").arg(name);
-    const QStringList written = lines(directory + QStringLiteral("qmldir"));
-    const QStringList heading = {
-        QStringLiteral("module brovik.%1").arg(name),
-        QStringLiteral("linktarget %1_moduleplugin").arg(name),
-        QStringLiteral("optional plugin %1_moduleplugin").arg(name),
-        QStringLiteral("classname brovik_%1Plugin").arg(name),
-        QStringLiteral("typeinfo %1_module.qmltypes").arg(name),
-        QStringLiteral("prefer %1").arg(directory),
-    };
-    EXPECT_EQ(written.mid(0, heading.size()), heading);
-    EXPECT_EQ(sorted(written.mid(heading.size())), typeLines(directory));
+    const std::string name = GetParam();
+    expectQmldir(QStringLiteral(":/brovik/%1/").arg(QLatin1String(GetParam())),
+                 {"module brovik." + name, "linktarget " + name + "_moduleplugin",
+                  "optional plugin " + name + "_moduleplugin", "classname brovik_" + name + "Plugin",
+                  "typeinfo " + name + "_module.qmltypes", "prefer :/brovik/" + name + "/"});
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Qmldir,
@@ -76,17 +84,15 @@ INSTANTIATE_TEST_SUITE_P(All, Qmldir,
 
 TEST(QmldirOfMain, IsShorter)
 {
-    const QStringList written = lines(QStringLiteral(":/main/qmldir"));
-    const QStringList heading = {QStringLiteral("module main"), QStringLiteral("typeinfo kubelor.qmltypes"),
-                                 QStringLiteral("prefer :/main/")};
-    EXPECT_EQ(written.mid(0, heading.size()), heading);
-    EXPECT_EQ(sorted(written.mid(heading.size())), typeLines(QStringLiteral(":/main/")));
+    expectQmldir(QStringLiteral(":/main/"), {"module main", "typeinfo kubelor.qmltypes", "prefer :/main/"});
 }
 
-// The tests above read the files to know them: here are some by name.
+// What the tests above expect comes from the files themselves: here are some by name.
 TEST(QmldirTypes, AreThere)
 {
-    EXPECT_TRUE(lines(QStringLiteral(":/brovik/base/qmldir")).contains(QStringLiteral("singleton Common 1.0 Common.qml")));
-    EXPECT_TRUE(lines(QStringLiteral(":/brovik/base/qmldir")).contains(QStringLiteral("MyTable 1.0 table/MyTable.qml")));
-    EXPECT_TRUE(lines(QStringLiteral(":/main/qmldir")).contains(QStringLiteral("Main 1.0 main/Main.qml")));
+    const Lines base = linesOf(QStringLiteral(":/brovik/base/qmldir"));
+    EXPECT_THAT(base, Contains("singleton Common 1.0 Common.qml"));
+    EXPECT_THAT(base, Contains("singleton Dialogs 1.0 Dialogs.qml"));
+    EXPECT_THAT(base, Contains("MyTable 1.0 table/MyTable.qml"));
+    EXPECT_THAT(linesOf(QStringLiteral(":/main/qmldir")), Contains("Main 1.0 main/Main.qml"));
 }

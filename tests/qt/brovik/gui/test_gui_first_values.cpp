@@ -18,7 +18,7 @@ QVariant onScreen(const char *property)
 TEST(GuiFirstValues, OfTheHostsState)
 {
     const Gui &gui = Gui::instance();
-    EXPECT_EQ(gui.title(), QString());
+    EXPECT_EQ(gui.title().toStdString(), "");
     EXPECT_FALSE(gui.fullscreen());
     EXPECT_FALSE(gui.controlsEnabled());
     EXPECT_FALSE(gui.darkThemeEnabled());
