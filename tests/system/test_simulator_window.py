@@ -36,6 +36,13 @@ class SimulatorWindowTest(unittest.TestCase):
         program.wait_for("its return", lambda: program.windows_titled(TITLE) == [window])
         program.wait_for("its focus", lambda: active_window() == window)
 
+    def test_gear_brings_a_covered_window_back(self) -> None:
+        """It comes before the main window."""
+        program, window = self.start()
+        desktop.activate(program.window)
+        program.click("Simulator", "push button")
+        program.wait_for("its focus", lambda: active_window() == window)
+
 
 if __name__ == "__main__":
     unittest.main()
