@@ -145,7 +145,7 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
                 const controls = Items.below(pages.children[index], item => item.checkable !== undefined && item.visible && item.position === undefined);
                 compare(controls.length, count);
                 for (const control of controls) {
-                    tryCompare(control, "height", data.controlHeight, 5000, control.text);
+                    tryCompare(control, "height", data.controlHeight, 20000, control.text);
                 }
             }
             tryCompare(part("manualHeating"), "height", data.controlHeight);
