@@ -157,10 +157,9 @@ class Panel:
 
     def window_titled(self, title: str) -> str:
         """Waits for a window of the program with that title, and gives its X id."""
-        return self.wait_for(f"the window {title}", lambda: self.windows_titled(title))[0]
+        return self.wait_for(f"the window {title}", lambda: self._search_windows(title))[0]
 
-    def windows_titled(self, title: str) -> list[str]:
-        """The X ids of the program's windows with that title; not of minimised ones."""
+    def _search_windows(self, title: str) -> list[str]:
         command = [
             "xdotool",
             "search",

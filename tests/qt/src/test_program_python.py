@@ -37,7 +37,7 @@ class PythonTest(ProgramCase):
             self.assertIn(line, run.stdout.splitlines())
 
     def test_print_is_seen_at_once(self) -> None:
-        """Who reads the program's streams has every text by the time that print() is back, even half a line."""
+        """Who reads the program's streams has a text, even half a line, by the time that print() is back."""
         streams = {name: os.pipe() for name in ("stdout", "stderr")}
         reading = {f"TEST_{name.upper()}": str(ends[0]) for name, ends in streams.items()}
         report = self.folder / "report"

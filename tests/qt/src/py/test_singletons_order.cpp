@@ -51,10 +51,10 @@ TEST(SingletonsOrder, EachIsMadeInItsTurn)
     qtHookData[addObjectHook] = reinterpret_cast<quintptr>(+[](QObject *object) { made.push_back(object); });
     createSingletons();
     qtHookData[addObjectHook] = 0;
-    EXPECT_THAT(namesInOrder({&Wifi::instance(), &Simulator::instance(), &Shell::instance(),
-                              &Settings::instance(), &Sensor::instance(), &Gui::instance(), &GPIO::instance(),
-                              &Config::instance(), &Chart::instance(), &Auto::instance(),
-                              &Actuator::instance()}),
-                testing::ElementsAre("Actuator", "Auto", "Chart", "Config", "GPIO", "Gui", "Sensor",
-                                     "Settings", "Shell", "Simulator", "Wifi"));
+    EXPECT_THAT(
+        namesInOrder({&Wifi::instance(), &Simulator::instance(), &Shell::instance(), &Settings::instance(),
+                      &Sensor::instance(), &Gui::instance(), &GPIO::instance(), &Config::instance(),
+                      &Chart::instance(), &Auto::instance(), &Actuator::instance()}),
+        testing::ElementsAre("Actuator", "Auto", "Chart", "Config", "GPIO", "Gui", "Sensor", "Settings",
+                             "Shell", "Simulator", "Wifi"));
 }

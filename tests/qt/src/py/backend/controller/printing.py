@@ -26,6 +26,4 @@ def _seen(name: str, stream: TextIO) -> str:
     return f"{name}: {_arrived(reading)}\n"
 
 
-Path(os.environ["TEST_REPORT"]).write_text(
-    _seen("stdout", sys.stdout) + _seen("stderr", sys.stderr), "utf-8"
-)
+Path(os.environ["TEST_REPORT"]).write_text(_seen("stdout", sys.stdout) + _seen("stderr", sys.stderr), "utf-8")
