@@ -15,7 +15,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -28,8 +27,7 @@ constexpr int addObjectHook = 3;
 
 std::vector<const QObject *> made;
 
-/// The names of the classes of these objects' own declaration, in the order in which the objects were made;
-/// nothing for one that was not.
+/// The classes of these objects in the order in which they were made; without those that were not.
 std::vector<std::string> namesInOrder(std::vector<QObject *> objects)
 {
     const auto place = [](const QObject *object) { return std::find(made.begin(), made.end(), object); };
