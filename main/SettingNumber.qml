@@ -3,11 +3,11 @@ import QtQml
 
 import brovik.base
 import brovik.settings
+import main
 
-MyStoredValue {
+MyStoredNumber {
     id: root
 
-    required property MyFloatingPointSpinBox spinBox
     required property string key
     // Sends what the operator changes. Otherwise, what the backend has changed itself goes back to it once, too.
     property bool operatorOnly: false
@@ -16,26 +16,29 @@ MyStoredValue {
     readonly property int lowest: Math.round(setting.lowest * root.spinBox.factor)
     readonly property int highest: Math.round(setting.highest * root.spinBox.factor)
 
-    readonly property Setting stored: Setting {
-        id: setting
+    readonly property QtObject sending: QtObject {
+        readonly property Setting setting: Setting {
+            id: setting
 
-        key: root.key
-    }
+            key: root.key
+        }
 
-    function send() {
-        // The way back from a refused wish would be a wish against one that is only late.
-        if (!root.rereading) {
-            setting.send(root.spinBox.realValue);
+        readonly property SettingReturn giveBack: SettingReturn {
+            setting: setting
+            factor: root.spinBox.factor
+            stored: root.stored
+            enabled: !root.operatorOnly
+            patience: root.patience
+        }
+
+        readonly property Connections operator: Connections {
+            target: root.spinBox
+
+            function onValueModified() {
+                setting.send(root.spinBox.realValue);
+            }
         }
     }
 
-    target: root.spinBox
-    name: "value"
-    value: Math.round(setting.value * root.spinBox.factor)
-
-    // Connected late, so that the first value is not sent.
-    Component.onCompleted: {
-        const change = root.operatorOnly ? root.spinBox.valueModified : root.spinBox.realValueChanged;
-        change.connect(root.send);
-    }
+    stored: Math.round(setting.value * root.spinBox.factor)
 }

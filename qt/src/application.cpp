@@ -1,11 +1,13 @@
 #include "application.h"
 
+#include "end_watch.h"
 #include "instance_guard.h"
 #include "interpr_worker.h"
 #include "log.h"
 #include "message_handler.h"
 #include "screen_engine.h"
 #include "singletons.h"
+#include "standard_streams.h"
 
 #include "gpio.h"
 
@@ -147,14 +149,23 @@ void unloadScreens()
     const std::unique_ptr<QQmlApplicationEngine> engine = std::exchange(screenEngine, nullptr);
 }
 
-int runScreens(QApplication &application, Bridge &bridge, const CommandLine &commandLine,
-               const PlatformPaths &paths)
+/// What goes along with every stop of the interpreter. The GPIO thread ends first, and once more if the
+/// backend has started it until its own end: no callback may come when the singletons are gone.
+void hookToStop(Bridge &bridge, EndWatch &endWatch)
+{
+    const auto stopGpio = [] { GPIO::instance().stopThread(); };
+    bridge.addPreStopHook([&endWatch] { endWatch.begin(); });
+    bridge.addPreStopHook(stopGpio);
+    bridge.addPostStopHook(stopGpio);
+    bridge.addPostStopHook([&endWatch] { endWatch.finish(); });
+}
+
+int runScreens(QApplication &application, const CommandLine &commandLine, const PlatformPaths &paths)
 {
     Gui::instance().setTitle(programTitle());
     if (raiseRunningInstance(paths.raiseSocket)) {
         return exitAlreadyRunning;
     }
-    bridge.addPreStopHook([] { GPIO::instance().stopThread(); });
     loadScreens(application);
     if (!commandLine.isValid()) {
         reportInvalidParameters(commandLine.errorText());
@@ -203,6 +214,7 @@ void exportEnvironment(const QString &path)
 
 int runApplication(int argc, char **argv, const PlatformPaths &paths)
 {
+    secureStandardStreams();
     createSingletons();
     installMessageHandler();
     std::setbuf(stdout, nullptr);
@@ -220,9 +232,11 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
     commandLine.answerQuestions();
     Gui::instance().setFullscreen(commandLine.fullscreen());
 
+    EndWatch endWatch;
     Bridge bridge(arguments.python, commandLine.makeStubs(), paths.backendDir);
+    hookToStop(bridge, endWatch);
     Gui::instance().setBackendControl(&bridge);
-    const int result = commandLine.makeStubs() ? 0 : runScreens(application, bridge, commandLine, paths);
+    const int result = commandLine.makeStubs() ? 0 : runScreens(application, commandLine, paths);
     Gui::instance().setBackendControl(nullptr);
     return result;
 }

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 
 #include <atomic>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -48,14 +49,16 @@ bool otherThreadsRun()
 }
 
 /// Ends the process with code 1. While other threads run, nothing that they use may be taken down under them:
-/// then the exit handlers of the program are passed over. Of several fatal messages the first one ends the
-/// process.
+/// then the exit handlers of the program are passed over. So they are when one of them has a fatal message
+/// itself.
 [[noreturn]] void endProcess()
 {
     static std::atomic_flag ending;
-    while (ending.test_and_set()) {
-        pause();
+    if (ending.test_and_set()) {
+        _exit(EXIT_FAILURE);
     }
+    // Within a message Qt takes another one to its own handler, which aborts after a fatal one.
+    std::signal(SIGABRT, [](int /*signal*/) { _exit(EXIT_FAILURE); });
     if (otherThreadsRun()) {
         std::atexit([] { _exit(EXIT_FAILURE); });
     }

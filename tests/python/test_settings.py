@@ -282,9 +282,10 @@ class SettingsTest(unittest.TestCase):
             self.assertEqual(int(members[key.name]), key.number)
 
     def test_settings_keys(self) -> None:
-        """The names need no object and cannot be written."""
+        """Each key gives its own name, of the class and of an object, and cannot be written."""
         for name in ("p_offset", "lw_offset", "use_co2_after_saure"):
             self.assertEqual(getattr(settings.SettingsKeys, name), name)
+            self.assertEqual(getattr(settings.SettingsKeys(), name), name)
             with self.assertRaises(AttributeError):
                 setattr(settings.SettingsKeys, name, "other")
         public = [name for name in vars(settings.SettingsKeys) if not name.startswith("_")]

@@ -139,6 +139,33 @@ Item {
                 compare(!!findButton(message, "Traceback"), data.withTraceback);
             }
 
+            // As it stands: "<" begins no markup, and lines stay lines.
+            function test_text_of_an_exception_is_plain_data() {
+                return [
+                    {tag: "comparison", text: "'<' not supported between instances of 'str' and 'int'"},
+                    {tag: "markup", text: "<b>Datei</b> &amp; <img src='x'> fehlt"},
+                    {tag: "lines", text: "erste Zeile\n  zweite Zeile\nZeile 7 in worker.cpp"}
+                ];
+            }
+
+            function test_text_of_an_exception_is_plain(data) {
+                const id = nextAutoId();
+                Gui.exception({type: "TypeError", text: data.text, root: "", withTraceback: false, trace: []});
+                const message = open(dialog(id));
+                compare(message.text, data.text);
+                const label = findText(message.contentItem, data.text, "textFormat");
+                compare(label.textFormat, Text.PlainText);
+                verify(label.lineCount >= data.text.split("\n").length);
+            }
+
+            function test_text_of_a_message_is_rich() {
+                const id = nextAutoId();
+                fromBackend("gui.Gui.message('Titel', '<b>Text</b>', 'error')");
+                tryCompareSent([[Gui.DialogData, {current: [id, null]}]]);
+                const message = open(dialog(id));
+                compare(findText(message.contentItem, "<b>Text</b>", "textFormat").textFormat, Text.RichText);
+            }
+
             function test_exception_of_the_backend() {
                 const id = nextAutoId();
                 fromBackend("import brovik\ntry:\n    1 / 0\nexcept ZeroDivisionError:\n    brovik.forward_exception()");

@@ -150,6 +150,25 @@ Item {
             tryCompare(box.sbSetpoint, "value", 20);
         }
 
+        // Answers that come late.
+        function test_each_press_goes_on_from_the_last_wish() {
+            for (let presses = 0; presses < 3; ++presses) {
+                mouseClick(box.sbMinimum.up.indicator);
+                mouseClick(box.sbSetpoint.down.indicator);
+            }
+            compare([box.sbMinimum.value, box.sbSetpoint.value], [13, 17]);
+            box.minimum = 11;
+            box.setpoint = 19;
+            compare([box.sbMinimum.value, box.sbSetpoint.value], [13, 17]);
+            box.minimum = 13;
+            box.setpoint = 17;
+            compare([box.sbMinimum.value, box.sbSetpoint.value], [13, 17]);
+            // Nobody has wished any more.
+            box.minimum = 12;
+            box.setpoint = 18;
+            compare([box.sbMinimum.value, box.sbSetpoint.value], [12, 18]);
+        }
+
         function test_editable_by_keyboard() {
             verify(box.sbMinimum.editable && box.sbSetpoint.editable);
             compare([box.sbMinimum.Accessible.name, box.sbSetpoint.Accessible.name], ["Minimum Säure", "Sollwert Säure"]);

@@ -180,6 +180,37 @@ Simulator.enabled = True`);
             tryVerify(() => Math.abs(win.minimumWidth - width - inputs.implicitWidth / 2) <= 1);
         }
 
+        // Whatever the backend writes, the window can be drawn and used, and goes back to what it was.
+        function test_any_scale_data() {
+            return [
+                {tag: "0.0", scale: 0.25},
+                {tag: "-0.0", scale: 0.25},
+                {tag: "1e-6", scale: 0.25},
+                {tag: "5e-324", scale: 0.25},
+                {tag: "-1.0", scale: 0.25},
+                {tag: "float('-inf')", scale: 0.25},
+                {tag: "1e6", scale: 4},
+                {tag: "1e300", scale: 4},
+                {tag: "float('inf')", scale: 4},
+                {tag: "float('nan')", scale: 1}
+            ];
+        }
+
+        function test_any_scale(data) {
+            const inputs = findChild(win.contentItem, "inputs");
+            const size = [win.minimumWidth, win.minimumHeight];
+            Backend.runOnThread(`simulator.Simulator.scale_factor = ${data.tag}`);
+            tryCompare(inputs, "scale", data.scale);
+            tryVerify(() => win.minimumWidth >= Math.trunc(inputs.implicitWidth * data.scale) && win.width >= win.minimumWidth);
+            tryVerify(() => Math.abs(inputs.width * data.scale - inputs.parent.width) < 1);
+            const slider = sliderOf(sliderRow("A-In 0"));
+            moveTo(slider, 60);
+            compare(sent.count, 1);
+            Backend.runOnThread("simulator.Simulator.scale_factor = 1.0");
+            tryCompare(inputs, "scale", 1);
+            tryVerify(() => win.minimumWidth === size[0] && win.minimumHeight === size[1]);
+        }
+
         function test_theme_follows_the_main_window() {
             const theme = Common.theme;
             for (const wanted of [Material.Light, Material.Dark]) {

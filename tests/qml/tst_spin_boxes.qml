@@ -260,6 +260,30 @@ Item {
             compare(box.spinBox.value, 4);
         }
 
+        // Answers that come late, the last one not at all.
+        function test_wishes_that_are_stored_late() {
+            const box = createTemporaryObject(spinBoxComponent, root, {value: 3});
+            for (let presses = 0; presses < 3; ++presses) {
+                mouseClick(box.spinBox.up.indicator);
+            }
+            compare(box.spinBox.value, 6);
+            box.value = 4;
+            compare(box.spinBox.value, 6);
+            box.value = 5;
+            compare(box.spinBox.value, 6);
+            tryCompare(box.spinBox, "value", 5);
+            box.value = 6;
+            compare(box.spinBox.value, 6);
+        }
+
+        function test_wish_that_is_answered_by_another_value() {
+            const box = createTemporaryObject(spinBoxComponent, root, {value: 3});
+            mouseClick(box.spinBox.up.indicator);
+            mouseClick(box.spinBox.up.indicator);
+            box.value = 8;
+            compare(box.spinBox.value, 8);
+        }
+
         function test_ends_of_the_range() {
             const box = createTemporaryObject(spinBoxComponent, root, {value: 9});
             let states = [];

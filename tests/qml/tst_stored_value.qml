@@ -21,8 +21,6 @@ Item {
         id: toggle
 
         MyStoredValue {
-            id: storedToggle
-
             target: toggle
             name: "checked"
             value: BrovikSettings.intenseCleaning
@@ -40,8 +38,6 @@ Item {
         to: root.highest
 
         MyStoredValue {
-            id: storedNumber
-
             target: spinBox
             name: "value"
             value: Auto_.active ? Auto_.lwSaureMin : BrovikSettings.lwSaureMin
@@ -96,14 +92,10 @@ Item {
         }
 
         function test_refused_number_goes_back() {
-            let rereading = [];
-            const record = () => rereading.push(storedNumber.rereading);
-            spinBox.valueChanged.connect(record);
             mouseClick(spinBox.up.indicator);
+            compare(spinBox.value, 11);
             tryCompare(spinBox, "value", 10);
-            spinBox.valueChanged.disconnect(record);
-            compare(rereading, [false, true]);
-            verify(!storedNumber.rereading);
+            compare(valueChanged.count, 2);
             compare(spinBox.contentItem.text, "10");
         }
 

@@ -114,6 +114,25 @@ class HostileBackendTest(unittest.TestCase):
         self.program.wait_until_shown("kurz")
         self._answers()
 
+    def test_scale_of_the_simulator(self) -> None:
+        """Any number is a scale: its window is drawn, and the program answers."""
+        self.program.backend("from brovik.simulator import Simulator\nSimulator.enabled = True")
+        self.program.window_titled("Simulator")
+        for scale in ("0.0", "1e-6", "-1.0", "1e9", "float('inf')", "float('nan')"):
+            with self.subTest(scale):
+                self.program.backend(
+                    f"from brovik.simulator import Simulator\nSimulator.scale_factor = {scale}"
+                )
+                self._shows_in_the_simulator("Taster grün")
+                self.program.backend(f"from brovik.gui import Gui\nGui.status = {scale!r}")
+                self.program.wait_until_shown(scale)
+        self.assertEqual(self.program.close(), 0)
+
+    def _shows_in_the_simulator(self, name: str) -> None:
+        """Something with that name has a place in a window that the screen can take."""
+        box = self.program.wait_until_shown(name).box
+        self.assertTrue(0 < box.width < 4096 and 0 < box.height < 4096, box)
+
 
 class RaisingBackendTest(unittest.TestCase):
     """Every entry function fails, and says so, even when it is told of the dialog that shows the failure."""

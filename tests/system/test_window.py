@@ -86,6 +86,17 @@ class GeometryTest(WindowCase):
         self.wait_until_stored("width=700")
         self.wait_until_stored("height=900")
 
+    def test_closed_by_a_signal(self) -> None:
+        """So does who stops the program from outside, with the window of the simulator open as well."""
+        program = self.start()
+        desktop.xdotool("windowsize", "--sync", program.window, 690, 880)
+        program.backend("from brovik.simulator import Simulator; Simulator.enabled = True")
+        program.window_titled("Simulator")
+        program.process.terminate()
+        self.assertEqual(program.wait_for_end(), 0)
+        self.wait_until_stored("width=690")
+        self.wait_until_stored("height=880")
+
     def test_kill(self) -> None:
         """Who is killed has written nothing, and the last good file holds."""
         program = self.start()

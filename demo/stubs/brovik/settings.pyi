@@ -62,6 +62,7 @@ class SettingsEnum:
 
 class SettingsKeys:
     """Names of keys that have no enumerator of their own."""
+    def __init__(self) -> None: ...
     p_offset: ClassVar[str]
     lw_offset: ClassVar[str]
     use_co2_after_saure: ClassVar[str]

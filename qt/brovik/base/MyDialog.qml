@@ -13,7 +13,7 @@ MyDialogFrame {
     property string details: ""
     // Frames with pathRel, pathAbs, lineNo, func and lineStr, outermost first.
     property var traceback: null
-    // Shows an exception of the backend.
+    // Shows an exception of the backend, whose text is no markup.
     property bool ofException: false
 
     function accept() {
@@ -25,6 +25,7 @@ MyDialogFrame {
     }
 
     text: "Text"
+    plainText: ofException
 
     RowLayout {
         Layout.fillWidth: true

@@ -11,6 +11,7 @@ Popup {
     property alias title: titleBar.title
     property alias color: titleBar.barColor
     property alias text: mainText.text
+    property alias plainText: mainText.plain
     property alias textMinimumHeight: mainText.minimumHeight
     // The dialogs that show above this one, as far as they matter.
     property int above: 0

@@ -1,5 +1,5 @@
-// The main text of a dialog: rich text that scrolls if it is too high. What is too long to be laid out at once is
-// shown as plain text.
+// The main text of a dialog: rich or plain text that scrolls if it is too high. Rich text that is too long to be laid out
+// at once is shown as plain text.
 import QtQuick
 import QtQuick.Controls
 
@@ -9,6 +9,7 @@ Item {
     id: root
 
     property string text
+    property bool plain: false
     property int minimumHeight: Common.dialogTextHeight
 
     implicitHeight: Math.max(minimumHeight, privat.tooLong ? longText.implicitHeight : label.implicitHeight)
@@ -39,7 +40,7 @@ Item {
 
             width: flickable.width - privat.barWidth
             text: privat.tooLong ? "" : root.text
-            textFormat: Text.RichText
+            textFormat: root.plain ? Text.PlainText : Text.RichText
             wrapMode: Text.Wrap
         }
     }

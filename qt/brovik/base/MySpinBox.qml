@@ -78,10 +78,9 @@ Rectangle {
                 precision: 0
                 editable: true
 
-                MyStoredValue {
-                    target: spinBox
-                    name: "value"
-                    value: root.value
+                MyStoredNumber {
+                    spinBox: spinBox
+                    stored: root.value
                 }
 
                 onValueModified: root.modified(value)

@@ -11,14 +11,11 @@ QtObject {
     required property QtObject target
     required property string name
     required property var value
-    // True while the target is put back: what is connected to its changes need not report this one.
-    readonly property bool rereading: privat.rereading
 
     // A QtObject has no place for children.
     readonly property QtObject inner: QtObject {
         id: privat
 
-        property bool rereading: false
         readonly property Binding binding: Binding {
             target: root.target
             property: root.name
@@ -47,13 +44,10 @@ QtObject {
         }
 
         function reread() {
-            if (root.target[root.name] === root.value) {
-                return;
+            if (root.target[root.name] !== root.value) {
+                privat.binding.when = false;
+                privat.binding.when = true;
             }
-            privat.rereading = true;
-            privat.binding.when = false;
-            privat.binding.when = true;
-            privat.rereading = false;
         }
     }
 

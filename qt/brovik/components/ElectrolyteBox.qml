@@ -110,10 +110,9 @@ BrovikBox {
             precision: 0
             editable: true
 
-            MyStoredValue {
-                target: sbMinimum
-                name: "value"
-                value: root.minimum
+            MyStoredNumber {
+                spinBox: sbMinimum
+                stored: root.minimum
             }
         }
 
@@ -127,10 +126,9 @@ BrovikBox {
             editable: true
             from: sbMinimum.value + 1
 
-            MyStoredValue {
-                target: sbSetpoint
-                name: "value"
-                value: root.setpoint
+            MyStoredNumber {
+                spinBox: sbSetpoint
+                stored: root.setpoint
             }
         }
     }

@@ -8,6 +8,8 @@ QtObject {
 
     // The name of its property in BrovikSettings.
     required property string key
+    // Its number in SettingsEnum.
+    readonly property int number: BrovikSettings[root.key.charAt(0).toUpperCase() + root.key.slice(1)]
     readonly property var value: BrovikSettings[root.key]
     readonly property var defaultValue: BrovikSettings[`${root.key}Default`]
     // The range; a number alone has one.
@@ -16,6 +18,6 @@ QtObject {
 
     // Asks the backend for this value.
     function send(wish) {
-        BrovikSettings.toPy(BrovikSettings[root.key.charAt(0).toUpperCase() + root.key.slice(1)], wish);
+        BrovikSettings.toPy(root.number, wish);
     }
 }

@@ -127,6 +127,7 @@ void bindSettings(py::module_ &module)
     bindEnum(module);
     py::class_<SettingsKeys> keys(module, "SettingsKeys",
                                   "Names of keys that have no enumerator of their own.");
+    keys.def(py::init<>());
     bindKeyNames(keys, {"p_offset", "lw_offset", "use_co2_after_saure"});
 
     auto cls = sharedClass<Self>(module, "SettingsClass", "The parameters of the process.");

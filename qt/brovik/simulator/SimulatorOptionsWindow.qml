@@ -50,7 +50,7 @@ ApplicationWindow {
                 width: parent.width / scale
                 height: parent.height / scale
                 spacing: 0
-                scale: Simulator.simScaleFactor
+                scale: privat.drawnScale(Simulator.simScaleFactor)
                 transformOrigin: Item.TopLeft
 
                 SimulatorSlider {
@@ -176,5 +176,12 @@ ApplicationWindow {
 
         readonly property int margins: 10
         readonly property int decimalPlacesWidth: 150
+        readonly property real smallestScale: 0.25
+        readonly property real largestScale: 4
+
+        // The backend may write any number. Nothing can be read or drawn beyond these limits.
+        function drawnScale(factor: real): real {
+            return isNaN(factor) ? Simulator.simScaleFactorDefault : Math.max(privat.smallestScale, Math.min(factor, privat.largestScale));
+        }
     }
 }

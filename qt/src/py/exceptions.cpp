@@ -61,6 +61,20 @@ QVariantList traceRecord(const py::object &trace)
     return frames;
 }
 
+/// All that Python itself would print: causes, groups, notes, and the place of a syntax error.
+void logTraceback(const RaisedException &raised)
+{
+    try {
+        const py::object trace = raised.trace ? raised.trace : py::none();
+        const py::object lines =
+            py::module_::import("traceback").attr("format_exception")(raised.type, raised.value, trace);
+        const QString text = castPy2Qt<QString>(py::str("").attr("join")(lines));
+        logCritical("%s", qUtf8Printable(text.trimmed()));
+    } catch (const std::exception &error) {
+        logWarning("Konnte den Traceback nicht ausgeben: %s", error.what());
+    }
+}
+
 QString exceptionText(const py::object &value)
 {
     try {
@@ -83,6 +97,7 @@ void handle_py_exception(py::error_already_set *error, int line, const char *fil
         return;
     }
 
+    logTraceback(raised);
     QVariantMap record;
     const bool withTraceback = !isMissing(raised.trace);
     if (withTraceback) {

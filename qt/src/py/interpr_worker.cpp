@@ -1,8 +1,12 @@
 #include "interpr_worker.h"
 
+#include "backend_activity.h"
 #include "converter.h"
+#include "end_signals.h"
 #include "exceptions.h"
 #include "log.h"
+#include "python_stacks.h"
+#include "types.h"
 
 #include <pybind11/embed.h>
 
@@ -38,6 +42,30 @@ constexpr char streamCatcher[] = R"(
     sys.stderr = _StdxxxCatcher(_std_redirects.stderr_redirect)
 )";
 
+/// Calls tell() with the names of the threads that Python waits for at its end, until the answer is false. On
+/// a thread that Python does not wait for, and that has begun when the function returns: one that begins
+/// while Python ends would find its state gone.
+constexpr char threadTeller[] = R"(
+    import sys
+    import time
+
+    def tell_awaited(tell):
+        threading = sys.modules.get("threading")
+        if threading is None:
+            return
+
+        def awaited():
+            main = threading.main_thread()
+            return [thread.name for thread in threading.enumerate() if not thread.daemon and thread is not main]
+
+        def run():
+            while tell(awaited()):
+                time.sleep(0.2)
+
+        if awaited():
+            threading.Thread(target=run, name="Kubelor", daemon=True).start()
+)";
+
 /// An argument of a Python call. Enums and what pybind11 knows by itself; all else by the conversion's rules.
 template <typename Value> py::object pythonArgumentOf(const Value &value)
 {
@@ -70,6 +98,26 @@ const char *printable(bool value)
 bool isStopping()
 {
     return QThread::currentThread()->isInterruptionRequested();
+}
+
+/// The exit function that is registered last runs first, and the other way round.
+void registerAtExit(const char *activity)
+{
+    const auto become = [activity] { BackendActivity::become(activity); };
+    py::module_::import("atexit").attr("register")(py::cpp_function(become));
+}
+
+constexpr const char *endOfPython = "das Ende von Python";
+constexpr const char *exitFunctions = "die atexit-Funktionen des Backends";
+
+/// Lets the activity name what the end of Python waits for.
+void tellWhatTheEndAwaits()
+{
+    registerAtExit(exitFunctions);
+    py::dict scope;
+    py::exec(threadTeller, scope);
+    scope["tell_awaited"](py::cpp_function(
+        [](const QStringList &names) { return BackendActivity::setAwaitedThreads(endOfPython, names); }));
 }
 
 template <typename Enum, typename... Printed>
@@ -119,6 +167,9 @@ PyWorker::~PyWorker()
         }
     }
     PyEval_RestoreThread(threadState);
+    const BackendActivity activity(endOfPython);
+    EndSignals::claimForGood();
+    guarded(tellWhatTheEndAwaits);
     py::finalize_interpreter();
 }
 
@@ -138,8 +189,8 @@ void PyWorker::connectFamilies() const
     connect(&Wifi::instance(), &Wifi::toPy, this, &PyWorker::pyWifiValue, blocking);
 }
 
-template <typename... Arguments>
-bool PyWorker::call(const py::object &function, const Arguments &...arguments)
+template <typename Enum, typename... Values>
+bool PyWorker::call(const py::object &function, const char *name, Enum action, const Values &...values)
 {
     if (isStopping()) {
         return true;
@@ -148,11 +199,13 @@ bool PyWorker::call(const py::object &function, const Arguments &...arguments)
         return false;
     }
     const py::gil_scoped_acquire gil;
-    const py::tuple tuple = py::make_tuple(pythonArgumentOf(arguments)...);
+    const BackendActivity activity(name, action);
+    const py::tuple tuple = py::make_tuple(pythonArgumentOf(action), pythonArgumentOf(values)...);
     const auto result = py::reinterpret_steal<py::object>(PyObject_CallObject(function.ptr(), tuple.ptr()));
     if (!result) {
         throw py::error_already_set();
     }
+    EndSignals::claimBack();
     return true;
 }
 
@@ -160,7 +213,7 @@ template <typename Enum, typename... Values>
 void PyWorker::callOrLog(const py::object &function, const char *name, const char *slot, Enum action,
                          const Values &...values)
 {
-    if (!call(function, action, values...)) {
+    if (!call(function, name, action, values...)) {
         logMissing(name, slot, action, printable(values)...);
     }
 }
@@ -178,8 +231,9 @@ void PyWorker::pyAutoValueQJs(Auto::AutoEnum action, const QJSValue &value)
 void PyWorker::pyChartActionQJs(Chart::ChartEnum action, const QJSValue &value)
 {
     // A chart's value may be a whole record: the log goes without it.
-    if (!call(chartFn, action, value)) {
-        logMissing("chart_action_from_cpp", "pyChartActionQJs", action);
+    const char *function = "chart_action_from_cpp";
+    if (!call(chartFn, function, action, value)) {
+        logMissing(function, "pyChartActionQJs", action);
     }
 }
 
@@ -203,7 +257,7 @@ void PyWorker::pyShellValueQJs(Shell::ShellAction action, const QJSValue &value)
     const char *function = "shell_action_from_cpp";
     if (action != Shell::ToggleTesting) {
         callOrLog(shellFn, function, "pyShellValueQJs", action, value);
-    } else if (!call(shellFn, action, value)) {
+    } else if (!call(shellFn, function, action, value)) {
         // The value is a password.
         logMissing(function, "pyShellValueQJs", action);
     }
@@ -221,15 +275,17 @@ void PyWorker::pySettingsQJs(Settings::SettingsEnum key, const QJSValue &value)
 
 void PyWorker::pyWifiValue(Wifi::WifiAction action, const QJSValue &value)
 {
-    if (!call(wifiFn, action, value)) {
+    const char *function = "wifi_action_from_cpp";
+    if (!call(wifiFn, function, action, value)) {
         // The network's password, which follows its name, is not for the log.
         const QJSValue logged = action == Wifi::Connect ? value.property(0) : value;
-        logMissing("wifi_action_from_cpp", "pyWifiValue", action, printable(logged));
+        logMissing(function, "pyWifiValue", action, printable(logged));
     }
 }
 
 void PyWorker::startInterpreter()
 {
+    const BackendActivity activity("den Start von Python");
     QList<QByteArray> kept;
     std::vector<const char *> arguments;
     for (const QString &argument : _bridge->pythonArguments()) {
@@ -244,6 +300,9 @@ void PyWorker::startInterpreter()
     config.install_signal_handlers = 1;
     py::initialize_interpreter(&config, static_cast<int>(arguments.size()), arguments.data(), true);
     PyDateTime_IMPORT;
+    guarded([] { registerAtExit(endOfPython); });
+    PythonStacks::arm();
+    EndSignals::claim();
 }
 
 void PyWorker::extendSysPath()
@@ -262,11 +321,23 @@ bool PyWorker::bringUpBackend()
     const bool prepared = guarded([this] { extendSysPath(); }) && guarded([] { py::exec(streamCatcher); });
     // Makes the enums of the presses known to Python, also to a backend that never imports the module.
     const bool known = prepared && guarded([] { py::module_::import("brovik"); });
-    const bool imported = known && guarded([this] { module = py::module_::import(moduleName.c_str()); });
+    const bool imported = known && guarded([this] { importBackend(); });
     if (!imported || _bridge->stubMode()) {
         return imported;
     }
-    return guarded([this] { module.attr("init")(Bridge::debug()); });
+    return guarded([this] { callInit(); });
+}
+
+void PyWorker::importBackend()
+{
+    const BackendActivity activity("den Import des Backends");
+    module = py::module_::import(moduleName.c_str());
+}
+
+void PyWorker::callInit()
+{
+    const BackendActivity activity("init()");
+    module.attr("init")(Bridge::debug());
 }
 
 void PyWorker::findEntryFunctions()
@@ -289,6 +360,7 @@ bool PyWorker::initInterpreter()
     }
     startInterpreter();
     const bool up = bringUpBackend();
+    EndSignals::claimBack();
     if (up && !_bridge->stubMode()) {
         findEntryFunctions();
     }

@@ -78,10 +78,12 @@ private:
     void startInterpreter();
     bool bringUpBackend();
     void extendSysPath();
+    void importBackend();
+    void callInit();
     void findEntryFunctions();
     /// Calls an entry function, unless the interpreter is being stopped. False if the function is missing.
-    template <typename... Arguments>
-    bool call(const pybind11::object &function, const Arguments &...arguments);
+    template <typename Enum, typename... Values>
+    bool call(const pybind11::object &function, const char *name, Enum action, const Values &...values);
     template <typename Enum, typename... Values>
     void callOrLog(const pybind11::object &function, const char *name, const char *slot, Enum action,
                    const Values &...values);

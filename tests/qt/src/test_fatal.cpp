@@ -38,6 +38,20 @@ void endOnGuiThreadAlone()
     logFatal("%s", "Ende");
 }
 
+void endInAnExitHandler()
+{
+    std::atexit([] { logFatal("%s", "Nachtrag"); });
+    installMessageHandler();
+    logFatal("%s", "Ende");
+}
+
+void endOnAThreadOfAnExitHandler()
+{
+    std::atexit([] { std::jthread([] { logFatal("%s", "Nachtrag"); }).join(); });
+    installMessageHandler();
+    logFatal("%s", "Ende");
+}
+
 void endOnGuiThreadBesideTheInterpreter()
 {
     installMessageHandler();
@@ -73,6 +87,12 @@ void endByABadFormat()
 TEST_F(FatalTest, AloneItRunsTheExitHandlers)
 {
     EXPECT_EXIT(endOnGuiThreadAlone(), testing::ExitedWithCode(1), "\\[FATAL\\]\\[.*\\] Ende.*exit handler");
+}
+
+TEST_F(FatalTest, OnceMoreInAnExitHandler)
+{
+    EXPECT_EXIT(endInAnExitHandler(), testing::ExitedWithCode(1), "\\] Ende.*Nachtrag");
+    EXPECT_EXIT(endOnAThreadOfAnExitHandler(), testing::ExitedWithCode(1), "\\] Ende.*\\] Nachtrag");
 }
 
 TEST_F(FatalTest, OnTheGuiThreadBesideTheInterpreter)

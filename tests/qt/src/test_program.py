@@ -4,19 +4,13 @@ import re
 import signal
 import socket
 import subprocess
-import sys
 import unittest
 
-from program_case import ProgramCase
-
-HOST, BACKEND, PYTHON = sys.argv.pop(1), sys.argv.pop(1), sys.argv.pop(1)
-READY = "gui_value_from_cpp GuiEnum.Ready None"
+from program_case import BACKEND, HOST, PYTHON, READY, ProgramCase
 
 
 class ProgramTest(ProgramCase):
-    """The start and the end of the program."""
-
-    host, backends, python = HOST, BACKEND, PYTHON
+    """Start and end."""
 
     def test_start_and_end(self) -> None:
         """Theme, title, Ready for the backend, and the event loop's result as the exit code."""

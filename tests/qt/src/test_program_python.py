@@ -5,16 +5,11 @@ import subprocess
 import sys
 import unittest
 
-from program_case import PATIENCE, ProgramCase
-
-HOST, BACKEND, PYTHON = sys.argv.pop(1), sys.argv.pop(1), sys.argv.pop(1)
-READY = "gui_value_from_cpp GuiEnum.Ready None"
+from program_case import HOST, PATIENCE, PYTHON, READY, ProgramCase
 
 
 class PythonTest(ProgramCase):
     """What the interpreter is given by the program around it."""
-
-    host, backends, python = HOST, BACKEND, PYTHON
 
     def test_virtual_environment(self) -> None:
         """Prefix and packages are those of the environment that the interpreter's path lies in."""
@@ -47,7 +42,7 @@ class PythonTest(ProgramCase):
                 stdout=streams["stdout"][1],
                 stderr=streams["stderr"][1],
                 pass_fds=[ends[0] for ends in streams.values()],
-                env=self.variables("printing") | reading | {"TEST_REPORT": str(report)},
+                env=self.variables("printing", TEST_REPORT=str(report), **reading),
                 timeout=PATIENCE,
                 check=True,
             )

@@ -59,7 +59,7 @@ TEST_F(ExceptionsTest, GuardReportsAPythonErrorWithItsPlace)
 {
     const int line = __LINE__ + 1;
     EXPECT_FALSE(guarded([] { py::exec("raise ValueError('falsch')"); }));
-    ASSERT_EQ(log.texts(QtCriticalMsg).size(), 1);
+    ASSERT_EQ(log.texts(QtCriticalMsg).size(), 2); // the second one is the traceback
     const QString logged = log.texts(QtCriticalMsg).constFirst();
     EXPECT_TRUE(logged.startsWith(QStringLiteral("py::error_already_set: ValueError: falsch")))
         << qPrintable(logged);
@@ -118,7 +118,51 @@ TEST_F(ExceptionsTest, TextIsThatOfTheFirstArgument)
         report(row.statement);
         EXPECT_EQ(recorded("text"), QString::fromUtf8(row.text)) << row.statement;
     }
-    EXPECT_THAT(log.messages(), IsEmpty());
+    EXPECT_THAT(log.texts(QtWarningMsg), IsEmpty());
+}
+
+TEST_F(ExceptionsTest, TheLogHasAllThatPythonWouldPrint)
+{
+    struct Row
+    {
+        const char *statement;
+        QList<QByteArray> logged;
+    };
+    const Row rows[] = {
+        {"raise OSError(28, 'No space left on device', 'db')",
+         {"Traceback (most recent call last):", "OSError: [Errno 28] No space left on device: 'db'"}},
+        {"try:\n    1 / 0\nexcept ZeroDivisionError as cause:\n    raise ValueError('Folge') from cause",
+         {"ZeroDivisionError: division by zero", "direct cause", "ValueError: Folge"}},
+        {"raise ExceptionGroup('Gruppe', [ValueError('eins'), KeyError('zwei')])",
+         {"ExceptionGroup: Gruppe (2 sub-exceptions)", "ValueError: eins", "KeyError: 'zwei'"}},
+        {"error = ValueError('mit')\nerror.add_note('Notiz')\nraise error", {"ValueError: mit\nNotiz"}},
+        {"compile('a = = 1', 'kaputt.py', 'exec')",
+         {"File \"kaputt.py\", line 1", "a = = 1", "^", "SyntaxError: invalid syntax"}},
+    };
+    for (const Row &row : rows) {
+        report(row.statement);
+        const QString logged = log.texts(QtCriticalMsg).constLast();
+        for (const QByteArray &part : row.logged) {
+            EXPECT_TRUE(logged.contains(QString::fromUtf8(part)))
+                << part.constData() << " in " << qPrintable(logged);
+        }
+    }
+    EXPECT_THAT(log.texts(QtCriticalMsg), testing::SizeIs(std::size(rows)));
+}
+
+TEST_F(ExceptionsTest, ATracebackThatCannotBeWrittenKeepsNothingBack)
+{
+    py::exec(
+        "import traceback; format_exception = traceback.format_exception; traceback.format_exception = None");
+    report("raise ValueError('trotzdem')");
+    py::exec("traceback.format_exception = format_exception");
+    EXPECT_EQ(recorded("text"), QStringLiteral("trotzdem"));
+    EXPECT_THAT(log.texts(QtWarningMsg),
+                ElementsAre(testing::ResultOf(
+                    [](const QString &text) {
+                        return text.startsWith(QStringLiteral("Konnte den Traceback nicht ausgeben: "));
+                    },
+                    true)));
 }
 
 TEST_F(ExceptionsTest, WithoutArgumentsTheTextIsThatOfTheException)

@@ -1,0 +1,99 @@
+// Gives a setting back to the backend, once, when the backend has changed it by itself.
+//
+// What it has stored because it was asked to is not given back: a backend that takes its time would be asked again and
+// again.
+import QtQml
+
+import brovik.settings
+
+QtObject {
+    id: root
+
+    required property Setting setting
+    // What is stored and what is sent are compared in steps, and this is how many of them make one unit.
+    required property real factor
+    // In steps.
+    required property int stored
+    property bool enabled: true
+    // How long an answer takes as a rule, and how long it may take, in milliseconds.
+    required property int patience
+    readonly property int memory: 60000
+
+    readonly property QtObject inner: QtObject {
+        id: privat
+
+        // What the backend was asked for and has not stored yet, by whatever box of the setting.
+        property var wishes: []
+        // All that was sent lately. Most of what is given back changes nothing, so it is not waited for any longer.
+        property var latest: []
+        property int last
+        // A value of the latest came again: it was stored once more, or the backend has changed it back by itself.
+        property bool doubtful: false
+        property bool givingBack: false
+
+        readonly property Connections sending: Connections {
+            target: BrovikSettings
+            enabled: root.enabled
+
+            function onToPy(number, value) {
+                if (number === root.setting.number) {
+                    privat.remember(Math.round(value * root.factor));
+                }
+            }
+        }
+
+        readonly property Timer wishesFade: Timer {
+            interval: root.memory
+
+            onTriggered: privat.wishes = []
+        }
+
+        readonly property Timer latestFade: Timer {
+            interval: root.patience
+
+            onTriggered: privat.forgetLatest()
+        }
+
+        function remember(value) {
+            privat.last = value;
+            privat.latest.push(value);
+            privat.latestFade.restart();
+            if (!privat.givingBack) {
+                privat.wishes.push(value);
+                privat.wishesFade.restart();
+            }
+        }
+
+        function wasAskedFor(value) {
+            const wish = privat.wishes.indexOf(value);
+            if (wish >= 0) {
+                privat.wishes.splice(wish, 1);
+                return true;
+            }
+            privat.doubtful = privat.latest.includes(value);
+            if (privat.doubtful) {
+                privat.latestFade.restart();
+            }
+            return privat.doubtful;
+        }
+
+        function forgetLatest() {
+            privat.latest = [];
+            if (privat.doubtful && privat.last !== root.stored) {
+                privat.giveBack();
+            }
+        }
+
+        // Exactly what is stored: the box may have rounded it or cut it off.
+        function giveBack() {
+            if (root.enabled && !privat.wasAskedFor(root.stored)) {
+                privat.givingBack = true;
+                root.setting.send(root.setting.value);
+                privat.givingBack = false;
+            }
+        }
+    }
+
+    // Connected late, so that the first value is not given back.
+    Component.onCompleted: root.storedChanged.connect(privat.giveBack)
+}

@@ -1,0 +1,93 @@
+"""Ends late, or not at all: it waits at the place that TEST_PLACE names until its input goes on."""
+
+import atexit
+import os
+import signal
+import subprocess
+import sys
+import threading
+from types import FrameType
+
+from brovik.gui import GuiEnum, Gui
+from brovik.sensor import Sensor
+
+PLACE = os.environ.get("TEST_PLACE", "")
+
+
+def _wait(read=os.read) -> None:  # type: ignore[no-untyped-def]
+    # Also when the modules of Python are gone already.
+    print("waits", flush=True)
+    read(0, 1)
+
+
+def _own_handler(_signal: int, _frame: FrameType | None) -> None:
+    print("own handler")
+
+
+def _set_own_handlers() -> None:
+    for number in (signal.SIGTERM, signal.SIGHUP, signal.SIGINT):
+        signal.signal(number, _own_handler)
+
+
+def _end_a_child() -> None:
+    with subprocess.Popen(["sleep", "1000"]) as child:
+        child.terminate()
+        print("child", child.wait())
+
+
+# What the class has is called by Python itself.
+# pylint: disable-next=too-few-public-methods
+class _Late:
+    """Is taken down with its module."""
+
+    def __del__(self) -> None:
+        _wait()
+
+
+@atexit.register
+def _say_goodbye() -> None:
+    print("goodbye")
+
+
+if PLACE == "gpio":
+    Sensor.setup_lw_edge_detect(5)
+if PLACE == "module":
+    LATE = _Late()
+
+
+def init(_debug: bool) -> None:
+    """Does what the place asks for."""
+    match PLACE:
+        case "init":
+            _wait()
+        case "handler":
+            _set_own_handlers()
+        case "thread":
+            threading.Thread(target=_wait, name="Pumpe").start()
+        case "atexit":
+            atexit.register(_wait)
+        case "child":
+            _end_a_child()
+        case "own file":
+            with open(os.environ["TEST_FILE"], "w", encoding="utf-8") as file:
+                file.write("mine\n")
+                file.flush()
+                print("not mine")
+                print("not mine", file=sys.stderr)
+
+
+def gui_value_from_cpp(what: GuiEnum, _value: object) -> None:
+    """The first press."""
+    if what != GuiEnum.Ready:
+        return
+    print("ready", flush=True)
+    match PLACE:
+        case "press":
+            _wait()
+        case "handler of a press":
+            _set_own_handlers()
+        case "full":
+            while True:
+                print("more and more", file=sys.stderr)
+    if "TEST_CODE" in os.environ:
+        Gui.set_pico_return_value(int(os.environ["TEST_CODE"]))
