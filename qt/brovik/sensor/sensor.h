@@ -134,5 +134,5 @@ private:
     qint64 m_frequency = 0;
     InnerMutex m_tickMutex;
     QElapsedTimer m_elapsed;
-    QTimer m_periodTimer;
+    QTimer m_periodTimer{this};
 };

@@ -1,13 +1,7 @@
-#include "instance_guard.h"
+#include "instance_guard_test.h"
 
-#include "log_capture.h"
-
-#include <gmock/gmock.h>
-
-#include <QFile>
 #include <QLocalServer>
 #include <QLocalSocket>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -16,38 +10,10 @@ using testing::IsEmpty;
 
 namespace {
 
-const QString nobody = QStringLiteral("/nowhere/raise.sock");
 const QString raisedBySocket = QStringLiteral(
     "Anscheinend läuft das Programm bereits. Es wird versucht das Fenster nach vorne zu bringen (socket)");
 const QString raisedByTool = QStringLiteral(
     "Anscheinend läuft das Programm bereits. Es wird versucht das Fenster nach vorne zu bringen (wmctrl)");
-
-/// A stand-in `wmctrl` first on the search path, which notes its calls.
-class InstanceGuardTest : public testing::Test
-{
-protected:
-    InstanceGuardTest() { qputenv("PATH", m_directory.path().toLocal8Bit()); }
-    ~InstanceGuardTest() override { qputenv("PATH", m_path); }
-
-    void install(const QByteArray &script)
-    {
-        QFile file(m_directory.filePath(QStringLiteral("wmctrl")));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("#!/bin/sh\nfor word in \"$@\"; do printf '<%s>' \"$word\" >>\"${0%/*}/calls\"; done\n" +
-                   script + "\n");
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-
-    QByteArray calls() const
-    {
-        QFile file(m_directory.filePath(QStringLiteral("calls")));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    const QTemporaryDir m_directory;
-    const QByteArray m_path = qgetenv("PATH");
-    LogCapture log;
-};
 
 } // namespace
 

@@ -1,0 +1,58 @@
+#include "singletons.h"
+
+#include "actuator.h"
+#include "auto.h"
+#include "chart.h"
+#include "config.h"
+#include "gpio.h"
+#include "gui.h"
+#include "sensor.h"
+#include "settings.h"
+#include "shell.h"
+#include "simulator.h"
+#include "wifi.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+// What Qt calls for each object that comes; its private header names the place.
+extern Q_DECL_IMPORT quintptr qtHookData[];
+
+namespace {
+
+constexpr int addObjectHook = 3;
+
+std::vector<const QObject *> made;
+
+/// The classes of these objects in the order in which they were made; without those that were not.
+std::vector<std::string> namesInOrder(std::vector<QObject *> objects)
+{
+    const auto place = [](const QObject *object) { return std::find(made.begin(), made.end(), object); };
+    std::erase_if(objects, [&](const QObject *object) { return place(object) == made.end(); });
+    std::sort(objects.begin(), objects.end(),
+              [&](const QObject *one, const QObject *other) { return place(one) < place(other); });
+    std::vector<std::string> names;
+    for (const QObject *object : objects) {
+        names.emplace_back(object->metaObject()->className());
+    }
+    return names;
+}
+
+} // namespace
+
+// They end in the reverse order, and each may rely on those before it.
+TEST(SingletonsOrder, EachIsMadeInItsTurn)
+{
+    qtHookData[addObjectHook] = reinterpret_cast<quintptr>(+[](QObject *object) { made.push_back(object); });
+    createSingletons();
+    qtHookData[addObjectHook] = 0;
+    EXPECT_THAT(
+        namesInOrder({&Wifi::instance(), &Simulator::instance(), &Shell::instance(), &Settings::instance(),
+                      &Sensor::instance(), &Gui::instance(), &GPIO::instance(), &Config::instance(),
+                      &Chart::instance(), &Auto::instance(), &Actuator::instance()}),
+        testing::ElementsAre("Actuator", "Auto", "Chart", "Config", "GPIO", "Gui", "Sensor", "Settings",
+                             "Shell", "Simulator", "Wifi"));
+}
