@@ -124,7 +124,11 @@ class ForwardExceptionTest(unittest.TestCase):
         self.assertEqual([frame["func"] for frame in record["trace"]], ["forwarded"])
         self.assertEqual(record["trace"][0]["file"], "test_brovik.py")
         self.assertEqual(record["trace"][0]["lineStr"], "raise error")
-        self.assertEqual(self.log.messages, [])
+        _traceback, (level, text) = self.log.messages
+        self.assertEqual(level, LEVELS["critical"])
+        self.assertRegex(
+            text, r"(?s)\ATraceback .*in forwarded\n    raise error\nValueError: \('falsch', 2\)\Z"
+        )
 
     def test_text_of_a_number(self) -> None:
         """The first argument is shown by its text."""

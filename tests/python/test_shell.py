@@ -116,8 +116,9 @@ class ShellTest(unittest.TestCase):
         capture = _probe.LogCapture()
         shell.Shell.installed = [5]
         self.assertEqual(shell.Shell.installed, [])
-        self.assertEqual(len(capture.messages), 1)
-        self.assertIn("py::error_already_set: TypeError", capture.messages[0][1])
+        reported, traceback = capture.messages
+        self.assertIn("py::error_already_set: TypeError", reported[1])
+        self.assertTrue(traceback[1].startswith("TypeError: "), traceback)
 
     def test_console_output(self) -> None:
         """Output goes out at once, piece by piece, on the writer's thread."""
