@@ -1,4 +1,5 @@
-// A button whose text comes from outside: shown as it stands. A plain Button takes it for markup.
+// A button whose text comes from outside: shown as it stands, in several lines if need be. A plain Button takes it for
+// markup.
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
@@ -15,6 +16,8 @@ Button {
         color: root.enabled ? root.Material.foreground : root.Material.hintTextColor
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
+        maximumLineCount: 4
         elide: Text.ElideRight
         Accessible.ignored: true
     }
