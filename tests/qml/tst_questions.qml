@@ -89,7 +89,6 @@ Item {
                 window.width = data.width;
                 tryCompare(Common, "w1", data.width);
                 const dialog = open(Dialogs.question("t", "x", {yes: data.yes, no: data.no}));
-                waitForRendering(dialog.contentItem);
                 const buttons = [data.yes, data.no].filter(Boolean).map(text => findButton(dialog, text));
                 for (const button of buttons) {
                     const label = button.contentItem;
@@ -108,7 +107,6 @@ Item {
 
             function test_huge_button_texts_stay_in_the_window() {
                 const dialog = open(Dialogs.question("t", "x", {yes: "lang ".repeat(1000), no: "x".repeat(5000)}));
-                waitForRendering(dialog.contentItem);
                 compare(dialog.height <= window.height / 2, true);
                 dialog.reject();
             }

@@ -4,13 +4,15 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 
+import brovik.base
+
 Button {
     id: root
 
     Accessible.name: root.text
 
     contentItem: Label {
-        text: root.text
+        text: Common.shortText(root.text)
         textFormat: Text.PlainText
         font: root.font
         color: root.enabled ? root.Material.foreground : root.Material.hintTextColor
