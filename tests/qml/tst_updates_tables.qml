@@ -321,6 +321,19 @@ Item {
                 window.width = 710;
             }
 
+            function test_versions_stay_on_one_line_in_larger_letters() {
+                window.width = 1200;
+                show(tables[1], "[{'version': '5.15.8+dfsg-3+deb12u1'}]");
+                const label = cell(1).contentItem;
+                tryCompare(label, "lineCount", 1);
+                const width = label.width;
+                Backend.run("gui.Gui.apply_items_scale_to_default(1.6)");
+                tryVerify(() => label.width > 1.4 * width && label.lineCount === 1);
+                Backend.run("gui.Gui.apply_items_scale_to_default(1.0)");
+                tryVerify(() => label.width < 1.1 * width && label.lineCount === 1);
+                window.width = 710;
+            }
+
             function test_long_texts_wrap() {
                 show(tables[1], "[{'description': 'Wort ' * 100}, {}]");
                 const description = cell(3).contentItem;

@@ -78,6 +78,7 @@ Popup {
             return true;
         }
 
+        // It is gone, or comes back.
         function finishClosing() {
             if (!privat.closing) {
                 return;

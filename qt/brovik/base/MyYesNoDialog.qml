@@ -74,8 +74,9 @@ MyDialogFrame {
         id: privat
 
         // The buttons stand one above the other, as wide as the dialog, if there is no room for them side by side.
-        readonly property bool stacked: widthOf(yesButton) + widthOf(noButton) + Common.spacing > root.availableWidth
+        readonly property bool stacked: widthOf(yesButton) + widthOf(noButton) > root.availableWidth
 
+        // With what separates it from its neighbour on the left.
         function widthOf(button: MyTextButton): real {
             return button.text ? button.implicitWidth + Common.spacing : 0;
         }

@@ -29,6 +29,10 @@ SwipeView {
 
     // What the widest of the records' texts under this key takes on one line.
     function widestOf(records: var, key: string): real {
+        // The binding that calls this follows the font only if it sees it read.
+        if (cellMetrics.font.pointSize <= 0) {
+            return 0;
+        }
         return records.reduce((widest, record) => Math.max(widest, privat.widthOf(record[key])), 0);
     }
 

@@ -68,7 +68,7 @@ ColumnLayout {
                         required property string modelData
 
                         Layout.fillWidth: Boolean(root.headerFillWidths[index])
-                        Layout.preferredWidth: privat.ownWidth(headerLabel, index) + privat.extraWidths[index]
+                        Layout.preferredWidth: privat.ownWidth(headerLabel, index) + (privat.extraWidths[index] ?? 0)
                         Layout.minimumWidth: privat.limit(root.headerMinWidths[index])
                         Layout.maximumWidth: privat.limit(root.headerMaxWidths[index])
                         font.bold: true
@@ -159,7 +159,7 @@ ColumnLayout {
             return extra;
         }
 
-        // What the header's text takes within the limits.
+        // What the header's text takes within the limits, rounded up as layouts do.
         function ownWidth(label: Label, column: int): real {
             const highest = privat.limit(root.headerMaxWidths[column]);
             const width = Math.ceil(highest < 0 ? label.implicitWidth : Math.min(label.implicitWidth, highest));
