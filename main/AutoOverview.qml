@@ -68,10 +68,13 @@ BrovikFlickable {
         objectName: "progressText"
 
         Layout.fillWidth: true
+        // That of the size that fits.
+        Layout.preferredHeight: contentHeight
         horizontalAlignment: Text.AlignHCenter
         font.pointSize: privat.progressPointSize
         fontSizeMode: Text.HorizontalFit
         minimumPointSize: Gui.fSizeS
+        wrapMode: Text.Wrap
         textFormat: Text.PlainText
         color: privat.progressColor
         text: Common.shortText(Auto_.progressStr)
@@ -111,9 +114,12 @@ BrovikFlickable {
         Layout.bottomMargin: Common.spacing
 
         ElectrolyteBox {
+            id: saure
+
             objectName: "saure"
 
             Layout.preferredWidth: privat.equalWidth
+            minimumProductHeight: lauge.productHeight
 
             color: Auto_.lwSaureTooLow ? Common.colorWarning : Common.bg2
             what: "Säure"
@@ -133,9 +139,12 @@ BrovikFlickable {
         }
 
         ElectrolyteBox {
+            id: lauge
+
             objectName: "lauge"
 
             Layout.preferredWidth: privat.equalWidth
+            minimumProductHeight: saure.productHeight
 
             color: Auto_.lwLaugeTooLow ? Common.colorWarning : Common.bg2
             what: "Lauge"

@@ -52,6 +52,7 @@ BaseTemplate {
                 Layout.preferredWidth: privat.pressureWidth
                 Layout.fillHeight: true
                 horizontalAlignment: Text.AlignHCenter
+                font.pointSize: privat.valueSize
                 wrapMode: Text.NoWrap
                 text: "Druck:\n" + Sensor.druck.toFixed(2) + " bar"
             }
@@ -62,6 +63,7 @@ BaseTemplate {
                 Layout.preferredWidth: privat.conductivityWidth
                 Layout.fillHeight: true
                 horizontalAlignment: Text.AlignHCenter
+                font.pointSize: privat.valueSize
                 wrapMode: Text.NoWrap
                 text: "Leitwert:\n" + Sensor.leitwert.toFixed(2) + " mS/cm"
             }
@@ -207,6 +209,20 @@ BaseTemplate {
         }
     }
 
+    TextMetrics {
+        id: widestPressure
+
+        font.pointSize: Gui.fSizeS
+        text: "00.00 bar"
+    }
+
+    TextMetrics {
+        id: widestConductivity
+
+        font.pointSize: Gui.fSizeS
+        text: "000.00 mS/cm"
+    }
+
     QtObject {
         id: privat
 
@@ -214,6 +230,8 @@ BaseTemplate {
         readonly property real pressureWidth: 95 * Gui.itemsScaleFactor
         readonly property real conductivityWidth: 125 * Gui.itemsScaleFactor
         readonly property real statusHeight: 40 * Gui.itemsScaleFactor
+        // One size for both, which their widest values have room for.
+        readonly property real valueSize: Math.min(Common.fittingSize(widestPressure, pressureWidth - 2 * Common.spacing), Common.fittingSize(widestConductivity, conductivityWidth - 2 * Common.spacing))
 
         function showSettings(index: int) {
             tabs.currentIndex = Common.settingsOverviewIndex;

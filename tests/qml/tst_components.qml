@@ -379,6 +379,20 @@ Item {
             tryVerify(() => row.field.x + row.field.width === 500);
         }
 
+        function test_text_field_with_a_long_label() {
+            const row = make(textComponent, {text: "Produktname der Säure im linken Becken ".repeat(3)});
+            const [label] = labels(row);
+            tryVerify(() => label.lineCount > 2);
+            tryVerify(() => label.contentWidth <= label.width && label.contentHeight <= label.height);
+            verify(label.x + label.width <= row.field.x);
+            verify(row.field.width >= 200, row.field.width);
+            compare(row.field.x + row.field.width, 500);
+            verify(row.implicitHeight >= label.contentHeight);
+            row.text = "kurz";
+            tryVerify(() => label.lineCount === 1 && row.field.x === Math.ceil(label.implicitWidth) + 10);
+            tryVerify(() => row.implicitHeight === row.field.implicitHeight);
+        }
+
         function test_rows_are_named_for_accessibility() {
             compare(make(spinBoxComponent).spinBox.Accessible.name, "Druck in bar");
             compare(make(switchComponent).switch_.Accessible.name, "Dichtheit prüfen");

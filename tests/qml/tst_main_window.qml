@@ -68,13 +68,16 @@ Item {
             compare([Common.autoOverviewIndex, Common.chartsOverviewIndex, Common.settingsOverviewIndex], [0, 1, 2]);
         }
 
+        // What stands on the screen is not written to the log as well.
         function test_huge_status() {
+            Backend.startRecordingPrints();
             Backend.runOnThread("gui.Gui.status = gui.Gui.status2 = gui.Gui.status3 = 'lang ' * 2000000");
             for (const name of ["status", "status2", "status3"]) {
                 tryVerify(() => part(name).text.length === Common.statusTextLimit + 1);
             }
             Backend.runOnThread("gui.Gui.status3 = ''");
             tryVerify(() => !part("status3").text);
+            compare(Backend.takePrints().filter(line => line.includes("lang lang")), []);
         }
 
         function test_header_texts() {

@@ -57,6 +57,16 @@ Item {
                 compare(label.x + label.width + 10, toast.width);
             }
 
+            // Toasts are gone soon, so that the whole text goes to the log.
+            function test_huge_text_is_cut_and_logged_once() {
+                const text = "x".repeat(Common.shortTextLimit + 1);
+                Backend.startRecordingPrints();
+                toast.notify(text);
+                verify(shows("x".repeat(Common.shortTextLimit) + "…"));
+                toast.width = 300;
+                compare(Backend.takePrints(), [text]);
+            }
+
             function test_notify() {
                 toast.notify("Text", infoIcon, {color: "pink"});
                 verify(shows("Text"));

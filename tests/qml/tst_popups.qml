@@ -100,6 +100,81 @@ Item {
                 verify(!Dialogs.popupActive);
             }
 
+            // How a popup begins to close, whether that reports its leaving at once, and how it is opened anew.
+            function test_opened_again_while_it_fades_out_data() {
+                return [
+                    {tag: "rejected", leave: popup => popup.reject(), atOnce: true, accepted: false},
+                    {tag: "accepted", leave: popup => popup.accept(), atOnce: true, accepted: true},
+                    {tag: "closed", leave: popup => popup.close(), atOnce: false, accepted: false},
+                    {tag: "closed by the backend", leave: () => Gui.closeCurrentDialog(false), atOnce: true, accepted: false}
+                ];
+            }
+
+            // The backend sees the same as if it had been gone meanwhile.
+            function test_opened_again_while_it_fades_out(data) {
+                const popup = createTemporaryObject(popupComponent, testCase);
+                popup.open();
+                open(popup);
+                const first = popup.id_;
+                spy.clear();
+                data.leave(popup);
+                verify(popup.visible && !popup.opened);
+                popup.open();
+                open(popup);
+                const second = popup.id_;
+                compare(second, first - 1);
+                const removal = [Gui.DialogData, {[first]: {a: data.accepted}, current: null}];
+                const closing = [Gui.PopupOpened, false];
+                compareSent([...(data.atOnce ? [removal, closing] : [closing, removal]), [Gui.PopupOpened, true]]);
+                compare(Dialogs.getOpenDialogById(first), undefined);
+                compare(Dialogs.getOpenDialogById(second), [popup, null]);
+                popup.close();
+                tryCompareSent([
+                    [Gui.PopupOpened, false],
+                    [Gui.DialogData, {[second]: {a: false}, current: null}]
+                ]);
+                verify(!Dialogs.popupActive);
+            }
+
+            function test_answers_of_a_popup_opened_again_data() {
+                return [
+                    {tag: "Enter", answer: () => keyClick(Qt.Key_Enter), accepted: true},
+                    {tag: "Return", answer: () => keyClick(Qt.Key_Return), accepted: true},
+                    {tag: "Escape", answer: () => keyClick(Qt.Key_Escape), accepted: false},
+                    {tag: "accept", answer: popup => popup.accept(), accepted: true},
+                    {tag: "close_current_dialog", answer: () => Gui.closeCurrentDialog(false), accepted: false},
+                    {tag: "close_dialog", answer: popup => Gui.closeDialog(popup.id_, true), accepted: true}
+                ];
+            }
+
+            function test_answers_of_a_popup_opened_again(data) {
+                const popup = createTemporaryObject(popupComponent, testCase);
+                popup.open();
+                open(popup).reject();
+                popup.open();
+                open(popup);
+                tryVerify(() => popup.contentItem.activeFocus);
+                spy.clear();
+                data.answer(popup);
+                tryCompareSent([
+                    [Gui.DialogData, {[popup.id_]: {a: data.accepted}, current: null}],
+                    [Gui.PopupOpened, false]
+                ]);
+                verify(!popup.visible && !Dialogs.popupActive);
+            }
+
+            // It has not come back to the stack when it leaves again.
+            function test_opened_again_and_closed_before_it_is_there() {
+                const popup = createTemporaryObject(popupComponent, testCase);
+                popup.open();
+                open(popup).reject();
+                spy.clear();
+                popup.open();
+                popup.close();
+                tryCompareSent([[Gui.PopupOpened, false], [Gui.PopupOpened, false]]);
+                verify(!popup.visible && !Dialogs.popupActive);
+            }
+
             function test_value_of_a_popup_is_sent_data() {
                 return [
                     {tag: "text", value: "abc"},

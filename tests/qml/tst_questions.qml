@@ -71,6 +71,46 @@ Item {
                 compare(JSON.stringify(data.options), before);
             }
 
+            function test_button_texts_data() {
+                const [brief, wide, widest] = ["Ja", "Ja, das Fass jetzt leeren und spülen", "Ja, das Fass jetzt leeren und spülen, und danach die Maschine ausschalten"];
+                const rows = [
+                    {tag: "short", yes: brief, no: "Nein", stacked: false},
+                    {tag: "one long", yes: widest, no: "Nein", stacked: true},
+                    {tag: "two long", yes: wide, no: "Nein, das Fass bleibt, wie es ist", stacked: true},
+                    {tag: "in several lines", yes: widest, no: `Nein${widest}`, stacked: true},
+                    {tag: "long without no", yes: widest, no: "", stacked: true},
+                    {tag: "long without yes", yes: null, no: widest, stacked: true}
+                ];
+                return [].concat(...[800, 300].map(width => rows.map(row => Object.assign({}, row, {tag: `${row.tag} ${width}`, width: width}))));
+            }
+
+            // All texts are there, and nothing leaves the dialog.
+            function test_button_texts(data) {
+                window.width = data.width;
+                tryCompare(Common, "w1", data.width);
+                const dialog = open(Dialogs.question("t", "x", {yes: data.yes, no: data.no}));
+                const buttons = [data.yes, data.no].filter(Boolean).map(text => findButton(dialog, text));
+                for (const button of buttons) {
+                    const label = button.contentItem;
+                    verify(!label.truncated && label.height >= label.contentHeight, label.text);
+                    const start = button.mapToItem(dialog.contentItem, 0, 0);
+                    const end = button.mapToItem(dialog.contentItem, button.width, button.height);
+                    verify(start.x >= 0 && end.x <= dialog.contentItem.width && end.y <= dialog.contentItem.height, `${start} ${end}`);
+                    compare(button.width === dialog.contentItem.width, data.stacked);
+                }
+                if (buttons.length === 2) {
+                    const [yes, no] = buttons;
+                    verify(data.stacked ? yes.y + yes.height <= no.y : yes.x + yes.width <= no.x);
+                }
+                window.width = 800;
+            }
+
+            function test_huge_button_texts_stay_in_the_window() {
+                const dialog = open(Dialogs.question("t", "x", {yes: "lang ".repeat(1000), no: "x".repeat(5000)}));
+                compare(dialog.height <= window.height / 2, true);
+                dialog.reject();
+            }
+
             function test_unknown_property_of_a_question_is_only_reported() {
                 ignoreWarning(/Setting initial properties failed: MyYesNoDialog does not have a property called foo/);
                 const dialog = open(Dialogs.question("t", "x", {foo: 1}));

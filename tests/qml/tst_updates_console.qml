@@ -165,6 +165,31 @@ Item {
                 tryVerify(() => page.flick.height < 300 && atEnd());
             }
 
+            // Where the operator reads stays in sight, as the on-screen keyboard or the window comes and goes.
+            function test_view_keeps_its_place_when_its_height_changes() {
+                printLines(100);
+                const flick = page.flick;
+                const high = flick.height;
+                tryVerify(() => flick.contentY > 0);
+                flick.contentY = 200;
+                window.height = 300;
+                tryVerify(() => flick.height < 300);
+                compare(flick.contentY, 200);
+                window.height = 500;
+                tryCompare(flick, "height", high);
+                compare(flick.contentY, 200);
+                // There is no more text below.
+                flick.contentY = flick.contentHeight - flick.height - 20;
+                window.height = 600;
+                tryVerify(() => flick.height > high + 50);
+                tryCompare(flick, "contentY", flick.contentHeight - flick.height);
+                window.height = 300;
+                tryVerify(() => flick.height < 300 && Math.abs(flick.contentY + flick.height - flick.contentHeight) < 1);
+                send([["out", "neu"]]);
+                tryVerify(() => paragraphs().length === 101);
+                verify(Math.abs(flick.contentY + flick.height - flick.contentHeight) < 1);
+            }
+
             function test_short_output_stays_at_the_top() {
                 printLines(3);
                 compare(page.flick.contentY, 0);

@@ -275,6 +275,65 @@ Item {
                 verify(button.contentItem.implicitWidth <= button.width, `${button.contentItem.implicitWidth} ${button.width} ${page.buttonWidth}`);
             }
 
+            // A finger hits the button of a row with a single line.
+            function test_height_of_the_button_data() {
+                return tables;
+            }
+
+            function test_height_of_the_button(data) {
+                show(data, `[${data.record.replace("['eins', 'zwei']", "['eins']")}]`);
+                const button = cell(data.buttonColumn).btn;
+                verify(button.height >= 44, button.height);
+                compare(button.implicitHeight, 10);
+                compare(cell(data.buttonColumn).height, button.height + 2 * 5);
+            }
+
+            function test_high_rows_give_the_button_their_height() {
+                show(tables[1], "[{'description': 'Wort ' * 100, 'name2': 'x'}]");
+                tryVerify(() => cell(4).btn.height > 88 && cell(4).btn.height === cell(3).height - 2 * 5);
+            }
+
+            function test_versions_stay_on_one_line_data() {
+                const [available, installed] = tables;
+                const version = "5.15.8+dfsg-3+deb12u1";
+                return [
+                    {tag: "installed", table: installed, records: `[{'version': '${version}'}, {'version': '1.0'}]`, width: 800, lines: {1: 1}},
+                    {tag: "available", table: available, records: `[{'versionNew': '${version}', 'versionOld': '${version}'}]`, width: 1000, lines: {1: 1, 2: 1}},
+                    {tag: "room for one", table: available, records: `[{'versionNew': '${version}', 'versionOld': '1.2.3-4+deb12'}]`, width: 760, lines: {1: 2, 2: 1}},
+                    {tag: "no room", table: installed, records: "[{'version': '1.2.' * 50}]", width: 710, lines: {1: 5}},
+                    {tag: "endless", table: installed, records: "[{'version': '1' * 20000}]", width: 710, lines: {1: 5}}
+                ];
+            }
+
+            // They break only if there is no room, and then all columns stay in sight.
+            function test_versions_stay_on_one_line(data) {
+                window.width = data.width;
+                show(data.table, data.records);
+                for (const column in data.lines) {
+                    const label = cell(Number(column)).contentItem;
+                    tryVerify(() => data.lines[column] === 1 ? label.lineCount === 1 : label.lineCount >= data.lines[column], 5000, `${label.text} ${label.lineCount} ${label.width}`);
+                }
+                compare(page.table.contentWidth, data.width);
+                // The room goes back to where it came from.
+                publish(data.table, "[{}]");
+                tryVerify(() => page.table.itemAtCell(1, 0).width < 100);
+                compare(page.table.contentWidth, data.width);
+                window.width = 710;
+            }
+
+            function test_versions_stay_on_one_line_in_larger_letters() {
+                window.width = 1200;
+                show(tables[1], "[{'version': '5.15.8+dfsg-3+deb12u1'}]");
+                const label = cell(1).contentItem;
+                tryCompare(label, "lineCount", 1);
+                const width = label.width;
+                Backend.run("gui.Gui.apply_items_scale_to_default(1.6)");
+                tryVerify(() => label.width > 1.4 * width && label.lineCount === 1);
+                Backend.run("gui.Gui.apply_items_scale_to_default(1.0)");
+                tryVerify(() => label.width < 1.1 * width && label.lineCount === 1);
+                window.width = 710;
+            }
+
             function test_long_texts_wrap() {
                 show(tables[1], "[{'description': 'Wort ' * 100}, {}]");
                 const description = cell(3).contentItem;

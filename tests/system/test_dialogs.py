@@ -94,3 +94,48 @@ class DialogTest(unittest.TestCase):
         self.program.wait_until_shown(no)
         self.program.backend(IMPORT + f"gui.Gui.toast_warn({'Toast' + markup!r}, 60000)")
         self.program.wait_until_shown("Toast" + markup)
+
+    def test_popup_opened_again_while_it_fades_out(self) -> None:
+        """The power popup that the backend closes and opens in one breath answers as any other."""
+        program = self.program
+        program.backend(IMPORT + "gui.Gui.show_poweroff_dialog()")
+        self._wait_for_popup(True)
+        program.backend(IMPORT + "gui.Gui.close_current_dialog(False); gui.Gui.show_poweroff_dialog()")
+        self._wait_for_popup(True, False, True)
+        desktop.press_key("Escape")
+        self._wait_for_popup(True, False, True, False)
+        program.wait_until_gone("Neu starten")
+        (first,), (second,) = ([key for key in data if key != "current"] for data in dialog_data(program))
+        self.assertNotEqual(first, second)
+        gone = {"a": False}
+        self.assertEqual(
+            dialog_data(program), [{first: gone, "current": None}, {second: gone, "current": None}]
+        )
+
+    def _wait_for_popup(self, *opened: bool) -> None:
+        expected = [f"GuiEnum.PopupOpened {state}" for state in opened]
+
+        def calls() -> list[str]:
+            return [call for call in self.program.calls("gui_value_from_cpp") if "PopupOpened" in call]
+
+        self.program.wait_for(f"{expected}", lambda: calls() == expected)
+
+    def test_hardware_keyboard_stays_in_the_input(self) -> None:
+        """Tab goes round in a dialog that asks for a text, Space presses there alone, Escape closes it."""
+        program = self.program
+        program.open_settings("Updates")
+        for tabs in range(5):
+            program.click("Testing aktivieren")
+            program.wait_until_shown("Abbrechen")
+            desktop.type_text("geheim")
+            for _ in range(tabs):
+                desktop.press_key("Tab")
+            desktop.press_key("Escape")
+            program.wait_until_gone("Abbrechen")
+        program.click("Testing aktivieren")
+        program.wait_until_shown("Abbrechen")
+        # Over the eye, which shows what is typed, to the button that is the way out; from there nothing else.
+        for key in ("Tab", "space", "Tab", "Tab", "Tab", "shift+Tab", "shift+Tab", "space"):
+            desktop.press_key(key)
+        program.wait_until_gone("Abbrechen")
+        self.assertEqual(program.calls("shell_action_from_cpp"), [])

@@ -36,21 +36,19 @@ Popup {
     }
     focus: true
 
+    // While it fades out it may be opened anew, and then never counts as closed.
+    onAboutToShow: {
+        privat.finishClosing();
+        // No key before it is open acts on what had the focus when it was open last.
+        root.contentItem.focus = true;
+    }
     onAboutToHide: privat.closing = true
+    onClosed: privat.finishClosing()
 
     onOpened: {
         root.contentItem.forceActiveFocus();
         root.id_ = Dialogs.setupPopup(root, root.id_);
         privat.emit = true;
-    }
-
-    onClosed: {
-        Gui.toPy(Gui.PopupOpened, false);
-        if (privat.emit && root.id_ !== 0) {
-            Dialogs.removePopupById(root.id_, false);
-        }
-        privat.emit = false;
-        privat.closing = false;
     }
 
     Component.onCompleted: {
@@ -78,6 +76,19 @@ Popup {
             privat.emit = false;
             root.close();
             return true;
+        }
+
+        // It is gone, or comes back.
+        function finishClosing() {
+            if (!privat.closing) {
+                return;
+            }
+            privat.closing = false;
+            Gui.toPy(Gui.PopupOpened, false);
+            if (privat.emit && root.id_ !== 0) {
+                Dialogs.removePopupById(root.id_, false);
+            }
+            privat.emit = false;
         }
 
         // The key event must not reach the backend as a value.

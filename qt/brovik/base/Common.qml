@@ -43,6 +43,8 @@ Item {
     readonly property int dialogTitlePadding: 3
     readonly property int dialogTitleSize: 16
     readonly property int toastMargin: 10
+    // Pixels that a finger hits.
+    readonly property int touchHeight: 44
 
     // Height and width of the window, and the width inside its margins.
     property int h
@@ -102,13 +104,27 @@ Item {
         return ` <i><font color="${color}">(Default: ${defaultValue})</font></i>`;
     }
 
-    // A text for a place that has no room for a long one. What is cut goes to the log.
+    // A text for a place that has no room for a long one.
     function shortText(text, limit = shortTextLimit) {
-        if (text.length <= limit) {
-            return text;
+        return text.length <= limit ? text : text.slice(0, limit) + "…";
+    }
+
+    // For the log, where a text comes in that shortText() cuts and that nobody keeps. Not from a binding, which reads
+    // its text as often as it likes.
+    function logCutText(text, limit = shortTextLimit) {
+        if (text.length > limit) {
+            console.log(text);
         }
-        console.log(text);
-        return text.slice(0, limit) + "…";
+    }
+
+    // The metrics' font size in points, or a smaller one in halves with which their text fits the width. The letters do
+    // not quite follow their size, so this leaves them some room.
+    function fittingSize(metrics: TextMetrics, width: real): real {
+        const size = metrics.font.pointSize;
+        if (metrics.advanceWidth <= width) {
+            return size;
+        }
+        return Math.max(privat.smallestSize, Math.floor(2 * size * privat.sparingly * width / metrics.advanceWidth) / 2);
     }
 
     // The text in pieces of at most `textPiece` characters, cut at the ends of lines or words where there are any.
@@ -189,6 +205,9 @@ Item {
         id: privat
 
         property int windowSize: Common.WindowSize.Sm
+        // Points. While there is no room at all.
+        readonly property int smallestSize: 1
+        readonly property real sparingly: 0.96
 
         function firstPiece(text) {
             if (text.length <= root.textPiece) {

@@ -65,6 +65,8 @@ Popup {
         }
     }
 
+    // Opened anew while it fades out, it has no answer yet.
+    onAboutToShow: privat.closing = false
     onAboutToHide: privat.closing = true
     onOpened: column.forceActiveFocus()
     onClosed: privat.closing = false

@@ -20,4 +20,6 @@ Label {
     background: Rectangle {
         color: root.barColor
     }
+
+    onTitleChanged: Common.logCutText(title)
 }

@@ -103,17 +103,22 @@ Rectangle {
         onEnterPressed: root.accept()
         onEscapePressed: root.reject()
 
+        // What is typed before it is open is meant for the field as well.
+        onAboutToShow: field.focus = true
         onOpened: {
             field.forceActiveFocus();
             root.opened();
         }
         onClosed: root.closed()
 
+        // The keys go round here. Of a popup that is not modal they would leave otherwise.
         TextField {
             id: field
 
             Layout.fillWidth: true
             Accessible.name: root.title
+            KeyNavigation.tab: eyeButton
+            KeyNavigation.backtab: yesButton
             inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoAutoUppercase
             echoMode: root.password && !eyeButton.checked ? TextInput.Password : TextInput.Normal
 
@@ -141,6 +146,8 @@ Rectangle {
                 id: eyeButton
 
                 Accessible.name: "Passwort anzeigen"
+                KeyNavigation.tab: noButton
+                KeyNavigation.backtab: field
                 checkable: true
                 display: AbstractButton.IconOnly
                 icon.source: checked ? "qrc:/brovik/base/img/eye-slash.svg" : "qrc:/brovik/base/img/eye.svg"
@@ -148,12 +155,20 @@ Rectangle {
             }
 
             MyTextButton {
+                id: noButton
+
+                KeyNavigation.tab: yesButton
+                KeyNavigation.backtab: eyeButton
                 text: root.no
                 visible: text
                 onClicked: root.reject()
             }
 
             MyTextButton {
+                id: yesButton
+
+                KeyNavigation.tab: field
+                KeyNavigation.backtab: noButton
                 text: root.yes
                 enabled: !root.errorText
                 onClicked: root.accept()

@@ -1,7 +1,10 @@
-// A button whose text comes from outside: shown as it stands. A plain Button takes it for markup.
+// A button whose text comes from outside: shown as it stands, in several lines if need be. A plain Button takes it for
+// markup.
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
+
+import brovik.base
 
 Button {
     id: root
@@ -9,12 +12,14 @@ Button {
     Accessible.name: root.text
 
     contentItem: Label {
-        text: root.text
+        text: Common.shortText(root.text)
         textFormat: Text.PlainText
         font: root.font
         color: root.enabled ? root.Material.foreground : root.Material.hintTextColor
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
+        maximumLineCount: 4
         elide: Text.ElideRight
         Accessible.ignored: true
     }

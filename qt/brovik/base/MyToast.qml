@@ -85,6 +85,7 @@ Popup {
 
         function show(text, color, duration) {
             label.text = Common.shortText(text);
+            Common.logCutText(text);
             background.color = color;
             root.open();
             timer.interval = duration;

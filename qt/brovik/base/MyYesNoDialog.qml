@@ -37,21 +37,30 @@ MyDialogFrame {
     color: "blue"
     text: "Frage"
 
-    RowLayout {
+    GridLayout {
         Layout.fillWidth: true
-        spacing: Common.spacing
+        columns: privat.stacked ? 1 : 3
+        columnSpacing: Common.spacing
+        rowSpacing: 0
 
         Item {
             Layout.fillWidth: true
+            visible: !privat.stacked
         }
 
         MyTextButton {
+            id: yesButton
+
+            Layout.fillWidth: privat.stacked
             text: root.yes
             visible: text
             onClicked: root.accept()
         }
 
         MyTextButton {
+            id: noButton
+
+            Layout.fillWidth: privat.stacked
             text: root.no
             visible: text
             onClicked: root.reject()
@@ -60,4 +69,16 @@ MyDialogFrame {
 
     onEnterPressed: accept()
     onEscapePressed: reject()
+
+    QtObject {
+        id: privat
+
+        // The buttons stand one above the other, as wide as the dialog, if there is no room for them side by side.
+        readonly property bool stacked: widthOf(yesButton) + widthOf(noButton) > root.availableWidth
+
+        // With what separates it from its neighbour on the left.
+        function widthOf(button: MyTextButton): real {
+            return button.text ? button.implicitWidth + Common.spacing : 0;
+        }
+    }
 }

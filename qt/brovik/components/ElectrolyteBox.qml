@@ -20,6 +20,9 @@ BrovikBox {
     // What is stored, in `unit`; the spin boxes show it as far as their ranges let them.
     property int minimum
     property int setpoint
+    // What the name of the product needs, and what it gets at least: boxes in a row keep their rows aligned.
+    readonly property alias productHeight: productLabel.implicitHeight
+    property real minimumProductHeight: 0
     property alias sbMinimum: sbMinimum
     property alias sbSetpoint: sbSetpoint
     property alias btnStart: btnStart
@@ -33,8 +36,12 @@ BrovikBox {
     }
 
     Label {
+        id: productLabel
+
         Layout.fillWidth: true
+        Layout.preferredHeight: Math.max(implicitHeight, root.minimumProductHeight)
         horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
         text: Common.shortText(root.product)
@@ -139,6 +146,7 @@ BrovikBox {
         id: btnStart
 
         enabled: false
+        font.pointSize: privat.buttonSize
         delay: 1000
         text: `Überprüfung ${!root.active ? "starten" : Auto_.lwSpReached ? "abschließen" : "abbrechen"}`
     }
@@ -150,10 +158,20 @@ BrovikBox {
         text: `Aktueller Höchstwert: 000.00 ${root.unit}`
     }
 
+    TextMetrics {
+        id: widestButton
+
+        font.pointSize: Gui.fSizeM
+        font.bold: true
+        text: "Überprüfung abschließen"
+    }
+
     QtObject {
         id: privat
 
-        // The same for every value, so that the text does not jump.
-        readonly property real valueSize: widestValue.advanceWidth > root.width - 2 * root.margins ? Gui.fSizeXs : Gui.fSizeS
+        readonly property real room: root.width - 2 * root.margins
+        // The same for every value and button text, so that they do not jump.
+        readonly property real valueSize: Common.fittingSize(widestValue, privat.room)
+        readonly property real buttonSize: Common.fittingSize(widestButton, privat.room - btnStart.leftPadding - btnStart.rightPadding)
     }
 }

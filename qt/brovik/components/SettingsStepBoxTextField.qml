@@ -15,6 +15,10 @@ RowLayout {
     Label {
         id: label
 
+        // Not its own height: as long as it is less than that of the field, its changes would pass the layout by.
+        Layout.fillHeight: true
+        Layout.maximumWidth: root.width / 2
+        verticalAlignment: Text.AlignVCenter
         wrapMode: Text.WordWrap
         textFormat: Text.PlainText
     }

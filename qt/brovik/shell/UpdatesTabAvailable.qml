@@ -16,6 +16,7 @@ UpdatesTabTable {
     headerFillWidths: [0, 0, 0, 0, 1]
     headerMinWidths: [120, 0, 0, 0, 200]
     headerMaxWidths: [null, null, null, null, null, root.buttonWidth]
+    headerWantedWidths: [null, root.widestOf(records.rows, "versionNew"), root.widestOf(records.rows, "versionOld")]
     model: TableModel {
         id: records
 

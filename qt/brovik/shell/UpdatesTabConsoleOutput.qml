@@ -58,7 +58,12 @@ ColumnLayout {
         }
 
         onContentHeightChanged: privat.showEnd()
-        onHeightChanged: privat.showEnd()
+        onContentYChanged: privat.atEnd = contentY + height > contentHeight - 1
+        onHeightChanged: {
+            if (privat.atEnd) {
+                privat.showEnd();
+            }
+        }
     }
 
     RowLayout {
@@ -126,6 +131,9 @@ ColumnLayout {
         readonly property int minimumWidth: 50
         // Milliseconds.
         readonly property int toastDuration: 1000
+
+        // As of the last time that the text has moved. The height of the view alone does not change it.
+        property bool atEnd: true
 
         // The latest lines stay in sight.
         function showEnd() {

@@ -13,6 +13,7 @@ SwipeView {
     property alias headerMinWidths: packages.headerMinWidths
     property alias headerMaxWidths: packages.headerMaxWidths
     property alias headerFillWidths: packages.headerFillWidths
+    property alias headerWantedWidths: packages.headerWantedWidths
     property alias model: packages.model
     property alias delegate: packages.delegate
     // Of the column with the buttons: its header takes two lines, or a small window could not show all columns.
@@ -24,6 +25,15 @@ SwipeView {
     function showChangelog(action: int, value) {
         Shell.toPy(action, value);
         root.currentIndex = 1;
+    }
+
+    // What the widest of the records' texts under this key takes on one line.
+    function widestOf(records: var, key: string): real {
+        // The binding that calls this follows the font only if it sees it read.
+        if (cellMetrics.font.pointSize <= 0) {
+            return 0;
+        }
+        return records.reduce((widest, record) => Math.max(widest, privat.widthOf(record[key])), 0);
     }
 
     // What a column of texts shows of a value. One that is no text would keep the model from taking any row.
@@ -54,6 +64,12 @@ SwipeView {
         page: changelog
     }
 
+    FontMetrics {
+        id: cellMetrics
+
+        font.pointSize: root.font.pointSize
+    }
+
     TextMetrics {
         id: buttonText
 
@@ -67,5 +83,11 @@ SwipeView {
 
         // All columns fit into a small window.
         readonly property real fontScale: 0.95
+        // Characters. For more there is no room.
+        readonly property int measuredLength: 100
+
+        function widthOf(text: string): real {
+            return Math.ceil(cellMetrics.advanceWidth(text.slice(0, privat.measuredLength)));
+        }
     }
 }

@@ -17,6 +17,8 @@ ColumnLayout {
     property var headerMinWidths: []
     property var headerMaxWidths: []
     property var headerFillWidths: []
+    // By column; what its cells need to stay on one line. A column gets it as far as the table has room.
+    property var headerWantedWidths: []
     property alias delegate: view.delegate
     // The cell under the pointer, or the last one that was.
     property Item hoveredCell
@@ -60,16 +62,21 @@ ColumnLayout {
                     model: root.headerModel
 
                     Label {
+                        id: headerLabel
+
                         required property int index
                         required property string modelData
 
                         Layout.fillWidth: Boolean(root.headerFillWidths[index])
+                        Layout.preferredWidth: privat.ownWidth(headerLabel, index) + (privat.extraWidths[index] ?? 0)
                         Layout.minimumWidth: privat.limit(root.headerMinWidths[index])
                         Layout.maximumWidth: privat.limit(root.headerMaxWidths[index])
                         font.bold: true
                         wrapMode: Text.WordWrap
                         textFormat: Text.PlainText
                         text: modelData
+
+                        onWidthChanged: view.forceLayout()
                     }
                 }
             }
@@ -136,6 +143,28 @@ ColumnLayout {
 
         readonly property int verticalMargin: 5
         readonly property int headerSpacing: 10
+
+        // What the columns get beside their own widths; first those that need little.
+        readonly property var extraWidths: {
+            const labels = Array.from({length: headers.count}, (_, column) => headers.itemAt(column));
+            const own = labels.map((label, column) => label ? privat.ownWidth(label, column) : 0);
+            const spacing = 2 * root.horizontalMargins + privat.headerSpacing * Math.max(0, own.length - 1);
+            let room = Math.max(0, own.reduce((rest, width) => rest - width, root.width - spacing));
+            const wanted = own.map((width, column) => Math.max(0, privat.limit(root.headerWantedWidths[column]) - width));
+            const extra = [];
+            for (const column of Array.from(wanted.keys()).sort((a, b) => wanted[a] - wanted[b])) {
+                extra[column] = Math.min(room, wanted[column]);
+                room -= extra[column];
+            }
+            return extra;
+        }
+
+        // What the header's text takes within the limits, rounded up as layouts do.
+        function ownWidth(label: Label, column: int): real {
+            const highest = privat.limit(root.headerMaxWidths[column]);
+            const width = Math.ceil(highest < 0 ? label.implicitWidth : Math.min(label.implicitWidth, highest));
+            return Math.max(width, privat.limit(root.headerMinWidths[column]));
+        }
 
         function limit(width): real {
             return typeof width === "number" && width >= 0 ? width : -1;

@@ -10,6 +10,8 @@ MyTableDelegateContainer {
     required property var model
     property alias btn: button
 
+    implicitHeight: Common.touchHeight + topPadding + bottomPadding
+
     Button {
         id: button
 
