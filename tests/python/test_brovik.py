@@ -124,7 +124,7 @@ class ForwardExceptionTest(unittest.TestCase):
         self.assertEqual([frame["func"] for frame in record["trace"]], ["forwarded"])
         self.assertEqual(record["trace"][0]["file"], "test_brovik.py")
         self.assertEqual(record["trace"][0]["lineStr"], "raise error")
-        _traceback, (level, text) = self.log.messages
+        ((level, text),) = self.log.messages
         self.assertEqual(level, LEVELS["critical"])
         self.assertRegex(
             text, r"(?s)\ATraceback .*in forwarded\n    raise error\nValueError: \('falsch', 2\)\Z"
@@ -137,7 +137,7 @@ class ForwardExceptionTest(unittest.TestCase):
     def test_without_arguments(self) -> None:
         """Without arguments there is a warning, and the text is that of the exception."""
         self.assertEqual(self.forwarded(ValueError())["text"], "")
-        ((level, text),) = self.log.messages
+        _traceback, (level, text) = self.log.messages
         self.assertEqual(level, LEVELS["warning"])
         self.assertTrue(text.startswith("Konnte den Fehlertext nicht aus args[0] bekommen: "), text)
 

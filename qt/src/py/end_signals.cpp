@@ -29,12 +29,21 @@ constexpr int closed = -1;
 /// Reading end and writing end.
 int ends[2] = {closed, closed};
 
+/// The process whose end the signals ask for.
+pid_t owner = 0;
+
 /// Async-signal-safe. A full pipe has enough to say already.
 void tell(int signal)
 {
     const int error = errno;
-    const auto byte = static_cast<unsigned char>(signal);
-    [[maybe_unused]] const ssize_t written = ::write(ends[1], &byte, 1);
+    if (getpid() == owner) {
+        const auto byte = static_cast<unsigned char>(signal);
+        [[maybe_unused]] const ssize_t written = ::write(ends[1], &byte, 1);
+    } else {
+        // A fork of the backend: the signal is its own, and comes again when the handler has returned.
+        std::signal(signal, SIG_DFL);
+        std::raise(signal);
+    }
     errno = error;
 }
 
@@ -75,6 +84,7 @@ void forgetHandlersOfPython()
 
 void EndSignals::open()
 {
+    owner = getpid();
     if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) {
         logCritical("Signale beenden das Programm nicht ordentlich: %s", std::strerror(errno));
         ends[0] = ends[1] = closed;

@@ -192,10 +192,12 @@ class EndTest(ProgramCase):
                 self.assertEqual(program.wait(PATIENCE), 1)
 
     def test_children_have_no_handlers(self) -> None:
-        """What the backend starts is ended by a signal as ever."""
+        """What the backend starts is ended by a signal as ever, and by itself."""
         run = self.start("child", TEST_CODE="0")
         run.wait_for(f"child {-signal.SIGTERM}")
+        run.wait_for(f"fork {signal.SIGTERM}")
         self.assertEqual(run.end(), 0, run.lines)
+        self.assertNotIn("Das Programm wird beendet.", "".join(run.lines))
 
 
 class GpioEndTest(ProgramCase):

@@ -29,6 +29,15 @@ def _set_own_handlers() -> None:
         signal.signal(number, _own_handler)
 
 
+def _end_a_fork() -> None:
+    child = os.fork()
+    if child == 0:
+        signal.pause()
+        os._exit(0)
+    os.kill(child, signal.SIGTERM)
+    print("fork", os.WTERMSIG(os.waitpid(child, 0)[1]))
+
+
 def _end_a_child() -> None:
     with subprocess.Popen(["sleep", "1000"]) as child:
         child.terminate()
@@ -68,6 +77,7 @@ def init(_debug: bool) -> None:
             atexit.register(_wait)
         case "child":
             _end_a_child()
+            _end_a_fork()
         case "own file":
             with open(os.environ["TEST_FILE"], "w", encoding="utf-8") as file:
                 file.write("mine\n")
