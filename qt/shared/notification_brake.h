@@ -1,11 +1,105 @@
 #pragma once
 
-class QObject;
+#include <QElapsedTimer>
+#include <QObject>
 
-/// Holds back a thread that notifies the GUI thread faster than that can follow.
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+/// Holds back a thread that tells the GUI thread of more than it can take.
 ///
-/// Every change from another thread is an event for the bindings. A backend that writes without a pause would
-/// fill the GUI thread's queue without end, and no press would get through. So once some thousand changes
-/// wait, each further one waits a few milliseconds for the GUI thread to catch up. The wait is bounded, since
-/// the GUI thread may itself be waiting for Python. Call it after a change, without a lock; any thread.
-void brakeNotifications(QObject &changed);
+/// What another thread tells of is an event of the GUI thread. A backend that tells without a pause would fill
+/// its queue without end, and no press would get through. So the brake keeps the account of what was told and
+/// is not handled yet, and whoever adds to a full account waits until the GUI thread has gone on. How much
+/// it may hold follows from how fast the GUI thread was so far.
+///
+/// Nobody waits for a GUI thread that cannot go on: before its event loop runs and after it has ended, while
+/// it waits for another thread itself (GuiThreadWaits), and once it has stood still for `longestWait`, until
+/// it moves again. One exception: to get the GIL for a call takes as long as the threads that want it as
+/// well take their turns. What they may post in these turns is bounded too, or a flood whose every
+/// notification is a call of the backend would grow faster than it can be handled. Such a wait ends before
+/// the turn does, so that it costs the call nothing, and all of them in one call are few.
+///
+/// Any thread. Who waits holds no mutex but, in Python, the GIL.
+class NotificationBrake
+{
+public:
+    /// Of the account, in the time of a light binding.
+    static constexpr qint64 capacityAtStart = 1'000;
+    static constexpr qint64 smallestCapacity = 100;
+    static constexpr qint64 largestCapacity = 5'000;
+    /// In this time the GUI thread shall be through with a full account.
+    static constexpr std::chrono::milliseconds aimedDelay{100};
+    static constexpr std::chrono::seconds longestWait{1};
+    /// While the GUI thread waits itself: so much is let through freely; beyond, so long waits one who tells,
+    /// and all together in one such time.
+    static constexpr qint64 freeWhileStopped = 5 * largestCapacity;
+    static constexpr std::chrono::milliseconds longestWaitWhileStopped{4};
+    static constexpr std::chrono::milliseconds allWaitsWhileStopped{100};
+
+    static NotificationBrake &instance();
+
+    /// Adds what was told of to the account. Call it after the signal, without a lock, and not on the GUI
+    /// thread.
+    void told(int cost);
+
+    /// What a screen has taken from the event queue and not handled yet, in place of what it said before. GUI
+    /// thread.
+    void setBacklog(qint64 cost);
+
+    /// Not handled yet, and how much of that there may be.
+    qint64 waiting() const;
+    qint64 capacity() const;
+    /// The threads that are held back at present.
+    int held() const;
+    /// How often one was held back so far.
+    int timesHeld() const;
+
+private:
+    friend class GuiThreadWaits;
+
+    NotificationBrake();
+
+    void guiThreadStops();
+    void guiThreadGoesOn();
+    void handled(qint64 told);
+    qint64 account() const { return m_told - m_handled + m_backlog; }
+    bool holdsBack() const;
+    void waitForGuiThread(std::unique_lock<std::mutex> &lock);
+    void waitWhileStopped(std::unique_lock<std::mutex> &lock);
+    void postMark();
+    void followEndOfLoop();
+    void measure(qint64 cost);
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_moved;
+    QObject m_receiver; ///< Of the mark, on the GUI thread.
+    qint64 m_told = 0;
+    qint64 m_handled = 0;
+    qint64 m_backlog = 0;
+    qint64 m_capacity = capacityAtStart;
+    QElapsedTimer m_sinceMark;
+    bool m_markWaits = false;
+    bool m_markTells = false; ///< The time since the mark is the GUI thread's own.
+    bool m_loopRuns = false;
+    bool m_endFollowed = false;
+    bool m_stuck = false;
+    int m_stops = 0;
+    std::chrono::nanoseconds m_patience{0}; ///< What is left of allWaitsWhileStopped.
+    int m_held = 0;
+    int m_timesHeld = 0;
+};
+
+/// While one exists, the GUI thread waits for another thread, and no thread is held back. On any other
+/// thread it does nothing. Whatever makes the GUI thread wait for what may run Python has one.
+class GuiThreadWaits
+{
+public:
+    GuiThreadWaits();
+    ~GuiThreadWaits();
+    Q_DISABLE_COPY_MOVE(GuiThreadWaits)
+
+private:
+    const bool m_onGuiThread;
+};

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QCoreApplication>
 #include <QThread>
 
 #include <limits>
@@ -101,6 +102,25 @@ int foreignTextsSeen(Sample &sample, int writer)
 }
 
 } // namespace
+
+TEST(SharedObject, AChangeFromAnotherThreadIsAnnouncedToTheGuiThread)
+{
+    Sample sample;
+    const auto write = [&](const char *text) { sample.setText(QString::fromLatin1(text)); };
+    write("on the thread of the screens");
+    EXPECT_EQ(NotificationBrake::instance().waiting(), 0);
+    const std::unique_ptr<QThread> backend(QThread::create([&] {
+        write("b");
+        write("b");
+        write("c");
+    }));
+    backend->start();
+    backend->wait();
+    EXPECT_EQ(NotificationBrake::instance().waiting(), 2);
+    while (NotificationBrake::instance().waiting() > 0) {
+        QCoreApplication::processEvents();
+    }
+}
 
 TEST(SharedObject, NotifiesOnceAndNotOnAnEqualWrite)
 {
