@@ -1,7 +1,5 @@
 #pragma once
 
-#include "notification_brake.h"
-
 #include <QCoreApplication>
 #include <QObject>
 #include <QThread>
@@ -28,7 +26,7 @@ public:
     ~AnnouncesLater()
     {
         if (--t_depth == 0 && t_cost != 0) {
-            NotificationBrake::instance().told(std::exchange(t_cost, 0));
+            tellBrake(std::exchange(t_cost, 0));
         }
     }
 
@@ -40,11 +38,14 @@ public:
         if (t_depth > 0) {
             t_cost += cost;
         } else {
-            NotificationBrake::instance().told(cost);
+            tellBrake(cost);
         }
     }
 
 private:
+    /// Holds this thread back if need be.
+    static void tellBrake(int cost);
+
     static inline constinit thread_local int t_depth = 0;
     static inline constinit thread_local int t_cost = 0;
 };

@@ -36,16 +36,11 @@ void NotificationBrake::told(int cost)
         postMark();
     }
     if (m_stops > 0) {
-        waitWhileStopped(lock);
+        waitInTurn(lock);
     }
     if (holdsBack()) {
         waitForGuiThread(lock);
     }
-}
-
-bool NotificationBrake::holdsBack() const
-{
-    return m_loopRuns && m_stops == 0 && !m_stuck && account() > m_capacity;
 }
 
 void NotificationBrake::waitForGuiThread(std::unique_lock<std::mutex> &lock)
@@ -60,14 +55,14 @@ void NotificationBrake::waitForGuiThread(std::unique_lock<std::mutex> &lock)
     }
 }
 
-void NotificationBrake::waitWhileStopped(std::unique_lock<std::mutex> &lock)
+void NotificationBrake::waitInTurn(std::unique_lock<std::mutex> &lock)
 {
-    if (!m_loopRuns || account() <= freeWhileStopped || m_patience.count() <= 0) {
+    if (!isFull() || m_patience.count() <= 0) {
         return;
     }
     QElapsedTimer timer;
     timer.start();
-    m_moved.wait_for(lock, longestWaitWhileStopped, [this] { return m_stops == 0; });
+    m_moved.wait_for(lock, longestWaitInTurn, [this] { return m_stops == 0 || m_patience.count() <= 0; });
     m_patience -= std::chrono::nanoseconds(timer.nsecsElapsed());
 }
 
@@ -102,12 +97,11 @@ int NotificationBrake::timesHeld() const
     return m_timesHeld;
 }
 
-void NotificationBrake::guiThreadStops()
+void NotificationBrake::guiThreadStops(std::chrono::milliseconds patience)
 {
     const std::lock_guard lock(m_mutex);
-    if (m_stops++ == 0) {
-        m_patience = allWaitsWhileStopped;
-    }
+    ++m_stops;
+    m_patience = patience;
     m_markTells = false;
     m_moved.notify_all();
 }
@@ -116,6 +110,13 @@ void NotificationBrake::guiThreadGoesOn()
 {
     const std::lock_guard lock(m_mutex);
     --m_stops;
+    m_moved.notify_all();
+}
+
+void NotificationBrake::callBegins()
+{
+    const std::lock_guard lock(m_mutex);
+    m_patience = {};
     m_moved.notify_all();
 }
 
@@ -170,11 +171,13 @@ void NotificationBrake::measure(qint64 cost)
     m_capacity = std::clamp(aimed, smallestCapacity, std::min(2 * m_capacity, largestCapacity));
 }
 
-GuiThreadWaits::GuiThreadWaits()
+GuiThreadWaits::GuiThreadWaits(For what)
     : m_onGuiThread(isGuiThread())
 {
     if (m_onGuiThread) {
-        NotificationBrake::instance().guiThreadStops();
+        const std::chrono::milliseconds none{0};
+        NotificationBrake::instance().guiThreadStops(
+            what == CallOfBackend ? NotificationBrake::allWaitsInTurns : none);
     }
 }
 
@@ -183,4 +186,9 @@ GuiThreadWaits::~GuiThreadWaits()
     if (m_onGuiThread) {
         NotificationBrake::instance().guiThreadGoesOn();
     }
+}
+
+void GuiThreadWaits::callBegins()
+{
+    NotificationBrake::instance().callBegins();
 }

@@ -9,17 +9,17 @@
 
 /// Holds back a thread that tells the GUI thread of more than it can take.
 ///
-/// What another thread tells of is an event of the GUI thread. A backend that tells without a pause would fill
-/// its queue without end, and no press would get through. So the brake keeps the account of what was told and
-/// is not handled yet, and whoever adds to a full account waits until the GUI thread has gone on. How much
-/// it may hold follows from how fast the GUI thread was so far.
+/// What another thread tells of is an event of the GUI thread. A backend that tells without a pause would
+/// fill its queue without end, and no press would get through. So the brake keeps the account of what was
+/// told and is not handled yet, and whoever adds to a full account waits until the GUI thread has gone on.
+/// How much it may hold follows from how fast the GUI thread was so far.
 ///
 /// Nobody waits for a GUI thread that cannot go on: before its event loop runs and after it has ended, while
 /// it waits for another thread itself (GuiThreadWaits), and once it has stood still for `longestWait`, until
-/// it moves again. One exception: to get the GIL for a call takes as long as the threads that want it as
-/// well take their turns. What they may post in these turns is bounded too, or a flood whose every
-/// notification is a call of the backend would grow faster than it can be handled. Such a wait ends before
-/// the turn does, so that it costs the call nothing, and all of them in one call are few.
+/// it moves again. With one exception: until a call of the backend has the GIL, each thread that wants it as
+/// well has its turn of some milliseconds, and would fill it with hundreds of notifications. If each of them
+/// is a dialog, of which the backend is told in a call again, the queue would grow faster than it is handled.
+/// So in such a turn one waits too, but no longer than the turn is, which costs the call nothing.
 ///
 /// Any thread. Who waits holds no mutex but, in Python, the GIL.
 class NotificationBrake
@@ -32,11 +32,9 @@ public:
     /// In this time the GUI thread shall be through with a full account.
     static constexpr std::chrono::milliseconds aimedDelay{100};
     static constexpr std::chrono::seconds longestWait{1};
-    /// While the GUI thread waits itself: so much is let through freely; beyond, so long waits one who tells,
-    /// and all together in one such time.
-    static constexpr qint64 freeWhileStopped = 5 * largestCapacity;
-    static constexpr std::chrono::milliseconds longestWaitWhileStopped{4};
-    static constexpr std::chrono::milliseconds allWaitsWhileStopped{100};
+    /// Less than a thread's turn with the GIL, and all such waits before one call.
+    static constexpr std::chrono::milliseconds longestWaitInTurn{4};
+    static constexpr std::chrono::milliseconds allWaitsInTurns{300};
 
     static NotificationBrake &instance();
 
@@ -61,13 +59,15 @@ private:
 
     NotificationBrake();
 
-    void guiThreadStops();
+    void guiThreadStops(std::chrono::milliseconds patience);
+    void callBegins();
     void guiThreadGoesOn();
     void handled(qint64 told);
     qint64 account() const { return m_told - m_handled + m_backlog; }
-    bool holdsBack() const;
+    bool isFull() const { return m_loopRuns && !m_stuck && account() > m_capacity; }
+    bool holdsBack() const { return isFull() && m_stops == 0; }
     void waitForGuiThread(std::unique_lock<std::mutex> &lock);
-    void waitWhileStopped(std::unique_lock<std::mutex> &lock);
+    void waitInTurn(std::unique_lock<std::mutex> &lock);
     void postMark();
     void followEndOfLoop();
     void measure(qint64 cost);
@@ -86,7 +86,7 @@ private:
     bool m_endFollowed = false;
     bool m_stuck = false;
     int m_stops = 0;
-    std::chrono::nanoseconds m_patience{0}; ///< What is left of allWaitsWhileStopped.
+    std::chrono::nanoseconds m_patience{0}; ///< What is left of allWaitsInTurns.
     int m_held = 0;
     int m_timesHeld = 0;
 };
@@ -96,8 +96,15 @@ private:
 class GuiThreadWaits
 {
 public:
-    GuiThreadWaits();
+    enum For { Thread, CallOfBackend };
+
+    explicit GuiThreadWaits(For what = Thread);
     ~GuiThreadWaits();
+
+    /// The call has the GIL and begins: from now on it may itself wait for any other thread. On any thread,
+    /// and also if the GUI thread does not wait for it.
+    static void callBegins();
+
     Q_DISABLE_COPY_MOVE(GuiThreadWaits)
 
 private:

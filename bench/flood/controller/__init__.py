@@ -1,4 +1,4 @@
-"""A backend that floods the window: for two seconds, from four threads, with the kind that the environment names.
+"""A backend that floods the window, for two seconds and from four threads, with what the environment names.
 
 Prints one JSON object: the seconds after which the window answered what was asked behind the flood, and the
 memory that the flood has left behind. The kind `points` also compares an entry function with a thread.
@@ -7,15 +7,14 @@ memory that the flood has left behind. The kind `points` also compares an entry 
 import itertools
 import json
 import os
+import signal
 import statistics
-import sys
 import threading
 import time
 from collections.abc import Callable, Iterator
 from pathlib import Path
 from typing import Any
 
-import brovik
 from brovik.actuator import Actuator
 from brovik.chart import Chart
 from brovik.gui import Gui, GuiEnum
@@ -28,7 +27,7 @@ SETTLE_SECONDS = 1.0
 ANSWER_LIMIT_SECONDS = 40.0
 FIRST_QUESTION = 2_000_000_000
 POINTS = 12_000
-ROUNDS = int(os.environ.get("ROUNDS", "5"))
+ROUNDS = 5
 ROWS = 20
 PAGE_BYTES = os.sysconf("SC_PAGE_SIZE")
 
@@ -46,7 +45,13 @@ def _resident_mib() -> float:
 
 def _records(number: int) -> list[dict[str, Any]]:
     return [
-        {"ip4": f"10.0.{number % 256}.{row}", "name": f"eth{row}", "type_": "", "is_wg": False, "version": str(number)}
+        {
+            "ip4": f"10.0.{number % 256}.{row}",
+            "name": f"eth{row}",
+            "type_": "",
+            "is_wg": False,
+            "version": str(number),
+        }
         for row in range(ROWS)
     ]
 
@@ -85,7 +90,7 @@ def _updates(number: int) -> None:
 
 
 def _changelog(number: int) -> None:
-    entry = ChangelogEntry()
+    entry = ChangelogEntry(Shell)
     entry.name = entry.date = entry.version = entry.distribution = str(number)
     entry.urgency_str = f"u{number}"
     Shell.changelogs = [entry]
@@ -199,7 +204,7 @@ def _run() -> None:
     try:
         print("FLOOD " + json.dumps(_measure(os.environ["KUBELOR_BENCH_FLOOD"])))
     finally:
-        os._exit(0)
+        signal.raise_signal(signal.SIGKILL)
 
 
 def init(_debug: bool) -> None:

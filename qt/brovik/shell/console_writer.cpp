@@ -1,6 +1,7 @@
 #include "console_writer.h"
 
 #include "announce.h"
+#include "notification_brake.h"
 #include "shell.h"
 
 #include <QAbstractTextDocumentLayout>

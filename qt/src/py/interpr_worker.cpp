@@ -129,7 +129,7 @@ void PyWorker::connectBlocking(Sender &sender, void (Sender::*signal)(Enum, cons
                                void (PyWorker::*slot)(Enum, const QJSValue &))
 {
     const auto callAndWait = [this, slot](Enum what, const QJSValue &value) {
-        const GuiThreadWaits waits;
+        const GuiThreadWaits waits(GuiThreadWaits::CallOfBackend);
         QMetaObject::invokeMethod(
             this, [&] { (this->*slot)(what, value); }, Qt::BlockingQueuedConnection);
     };
@@ -160,6 +160,7 @@ bool PyWorker::call(const py::object &function, const Arguments &...arguments)
         return false;
     }
     const py::gil_scoped_acquire gil;
+    GuiThreadWaits::callBegins();
     const py::tuple tuple = py::make_tuple(pythonArgumentOf(arguments)...);
     const auto result = py::reinterpret_steal<py::object>(PyObject_CallObject(function.ptr(), tuple.ptr()));
     if (!result) {

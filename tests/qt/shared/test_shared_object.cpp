@@ -1,4 +1,5 @@
 #include "log_capture.h"
+#include "notification_brake.h"
 #include "shared_object.h"
 #include "shared_property.h"
 #include "signal_log.h"
