@@ -8,6 +8,9 @@
 
 namespace {
 
+/// The calls of the backend that run on this thread.
+constinit thread_local int t_calls = 0;
+
 bool isGuiThread()
 {
     const QCoreApplication *application = QCoreApplication::instance();
@@ -57,12 +60,13 @@ void NotificationBrake::waitForGuiThread(std::unique_lock<std::mutex> &lock)
 
 void NotificationBrake::waitInTurn(std::unique_lock<std::mutex> &lock)
 {
-    if (!isFull() || m_patience.count() <= 0) {
+    const bool callMayWaitForThis = m_calls > 0 && account() <= farTooMuch;
+    if (!isFull() || t_calls > 0 || callMayWaitForThis || m_patience.count() <= 0) {
         return;
     }
     QElapsedTimer timer;
     timer.start();
-    m_moved.wait_for(lock, longestWaitInTurn, [this] { return m_stops == 0 || m_patience.count() <= 0; });
+    m_moved.wait_for(lock, longestWaitInTurn, [this] { return m_stops == 0; });
     m_patience -= std::chrono::nanoseconds(timer.nsecsElapsed());
 }
 
@@ -115,9 +119,16 @@ void NotificationBrake::guiThreadGoesOn()
 
 void NotificationBrake::callBegins()
 {
+    ++t_calls;
     const std::lock_guard lock(m_mutex);
-    m_patience = {};
-    m_moved.notify_all();
+    ++m_calls;
+}
+
+void NotificationBrake::callEnds()
+{
+    --t_calls;
+    const std::lock_guard lock(m_mutex);
+    --m_calls;
 }
 
 /// Puts a mark behind all that waits: once it is handled, all of that is.
@@ -186,9 +197,4 @@ GuiThreadWaits::~GuiThreadWaits()
     if (m_onGuiThread) {
         NotificationBrake::instance().guiThreadGoesOn();
     }
-}
-
-void GuiThreadWaits::callBegins()
-{
-    NotificationBrake::instance().callBegins();
 }

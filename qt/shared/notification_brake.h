@@ -16,10 +16,14 @@
 ///
 /// Nobody waits for a GUI thread that cannot go on: before its event loop runs and after it has ended, while
 /// it waits for another thread itself (GuiThreadWaits), and once it has stood still for `longestWait`, until
-/// it moves again. With one exception: until a call of the backend has the GIL, each thread that wants it as
-/// well has its turn of some milliseconds, and would fill it with hundreds of notifications. If each of them
-/// is a dialog, of which the backend is told in a call again, the queue would grow faster than it is handled.
-/// So in such a turn one waits too, but no longer than the turn is, which costs the call nothing.
+/// it moves again.
+///
+/// With one exception: until a call of the backend has the GIL, each thread that wants it as well has its
+/// turn of some milliseconds, and would fill it with hundreds of notifications. If each of them is a dialog,
+/// of which the backend is told in a call again, the queue would grow faster than it is handled. So in such a
+/// turn one waits too, but no longer than the turn lasts anyway, and not without end: the call may itself
+/// wait for that thread (BackendRuns), so while it runs that takes an account of `farTooMuch`. The thread of
+/// the call never waits.
 ///
 /// Any thread. Who waits holds no mutex but, in Python, the GIL.
 class NotificationBrake
@@ -32,9 +36,10 @@ public:
     /// In this time the GUI thread shall be through with a full account.
     static constexpr std::chrono::milliseconds aimedDelay{100};
     static constexpr std::chrono::seconds longestWait{1};
-    /// Less than a thread's turn with the GIL, and all such waits before one call.
+    static constexpr qint64 farTooMuch = 20'000;
+    /// Less than a thread's turn with the GIL, and all such waits in one call.
     static constexpr std::chrono::milliseconds longestWaitInTurn{4};
-    static constexpr std::chrono::milliseconds allWaitsInTurns{300};
+    static constexpr std::chrono::milliseconds allWaitsInTurns{1000};
 
     static NotificationBrake &instance();
 
@@ -56,11 +61,13 @@ public:
 
 private:
     friend class GuiThreadWaits;
+    friend class BackendRuns;
 
     NotificationBrake();
 
     void guiThreadStops(std::chrono::milliseconds patience);
     void callBegins();
+    void callEnds();
     void guiThreadGoesOn();
     void handled(qint64 told);
     qint64 account() const { return m_told - m_handled + m_backlog; }
@@ -86,6 +93,7 @@ private:
     bool m_endFollowed = false;
     bool m_stuck = false;
     int m_stops = 0;
+    int m_calls = 0;                        ///< Of the backend, that run now.
     std::chrono::nanoseconds m_patience{0}; ///< What is left of allWaitsInTurns.
     int m_held = 0;
     int m_timesHeld = 0;
@@ -101,12 +109,17 @@ public:
     explicit GuiThreadWaits(For what = Thread);
     ~GuiThreadWaits();
 
-    /// The call has the GIL and begins: from now on it may itself wait for any other thread. On any thread,
-    /// and also if the GUI thread does not wait for it.
-    static void callBegins();
-
     Q_DISABLE_COPY_MOVE(GuiThreadWaits)
 
 private:
     const bool m_onGuiThread;
+};
+
+/// Exists while a function of the backend runs, from when it has the GIL. Any thread.
+class BackendRuns
+{
+public:
+    BackendRuns() { NotificationBrake::instance().callBegins(); }
+    ~BackendRuns() { NotificationBrake::instance().callEnds(); }
+    Q_DISABLE_COPY_MOVE(BackendRuns)
 };

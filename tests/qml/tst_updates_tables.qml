@@ -279,6 +279,7 @@ Item {
                 publish(data, "[{'name': 'neu'}]");
                 compare(texts(cell(0)), ["neu"]);
                 publish(data, `[${data.record}]`);
+                tryVerify(() => texts(cell(0))[0] !== "neu");
                 compare(row(data.shown.length), data.shown);
             }
 

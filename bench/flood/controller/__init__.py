@@ -25,6 +25,7 @@ THREADS = 4
 FLOOD_SECONDS = 2.0
 SETTLE_SECONDS = 1.0
 ANSWER_LIMIT_SECONDS = 40.0
+CLOSE_LIMIT_SECONDS = 2.0
 FIRST_QUESTION = 2_000_000_000
 POINTS = 12_000
 ROUNDS = 5
@@ -32,6 +33,7 @@ ROWS = 20
 PAGE_BYTES = os.sysconf("SC_PAGE_SIZE")
 
 answered = threading.Event()
+closed = threading.Event()
 # What the next report of the window lets the entry function do.
 inside: list[Callable[[], None]] = []
 questions: list[int] = []
@@ -160,6 +162,14 @@ def _ask() -> float:
     return seconds
 
 
+def _close_all() -> None:
+    """Closes the questions from the top, as an operator does: all at once they would all fade out."""
+    for number in reversed(questions):
+        closed.clear()
+        Gui.close_dialog(number)
+        closed.wait(CLOSE_LIMIT_SECONDS)
+
+
 def _add_points() -> float:
     """The seconds that so many points take."""
     Chart.p.clear()
@@ -188,8 +198,7 @@ def _measure(kind: str) -> dict[str, float]:
     told = _flood(KINDS[kind])
     flood = time.monotonic() - begin
     result = {"told": told, "flood_s": flood, "answer_s": _ask()}
-    for number in questions:
-        Gui.close_dialog(number)
+    _close_all()
     Chart.p.clear()
     _ask()
     time.sleep(SETTLE_SECONDS)
@@ -219,6 +228,8 @@ def gui_value_from_cpp(enum: GuiEnum, value: Any = None) -> None:
         while inside:
             inside.pop()()
         answered.set()
+    elif enum == GuiEnum.DialogData and len(value) > 1:
+        closed.set()
 
 
 def _ignore(*_arguments: object) -> None:

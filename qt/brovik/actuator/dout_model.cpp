@@ -31,6 +31,7 @@ QHash<int, QByteArray> DOutModel::roleNames() const
 
 void DOutModel::requestSetDOuts(const QList<DOut *> &douts)
 {
+    ++m_setsWaiting;
     announce(*this, &DOutModel::_setDoutsSignal, douts);
     if (thread() == QThread::currentThread()) {
         takeNewest();
@@ -55,12 +56,17 @@ void DOutModel::setDOuts(const QList<DOut *> &douts)
     insert(douts);
 }
 
+/// At once if no newer list waits behind this one, else at the end of this turn of the event loop.
 void DOutModel::takeSoon(const QList<DOut *> &douts)
 {
-    if (!m_newest) {
+    const bool isLast = --m_setsWaiting == 0;
+    if (!isLast && !m_newest) {
         QMetaObject::invokeMethod(this, &DOutModel::takeNewest, Qt::QueuedConnection);
     }
     m_newest = douts;
+    if (isLast) {
+        takeNewest();
+    }
 }
 
 void DOutModel::takeNewest()

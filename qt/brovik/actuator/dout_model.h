@@ -7,6 +7,7 @@
 #include <QList>
 #include <QtQml/qqmlregistration.h>
 
+#include <atomic>
 #include <optional>
 
 /// The outputs that the screens show, in the order that the backend chose. Lives on the GUI thread, and its
@@ -51,5 +52,6 @@ private:
     void removeAll();
 
     std::optional<QList<DOut *>> m_newest; ///< The list that has no rows yet.
+    std::atomic<int> m_setsWaiting = 0;    ///< Requests of any thread that have not come here yet.
     QList<DOut *> m_douts;
 };

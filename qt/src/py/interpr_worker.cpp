@@ -160,7 +160,7 @@ bool PyWorker::call(const py::object &function, const Arguments &...arguments)
         return false;
     }
     const py::gil_scoped_acquire gil;
-    GuiThreadWaits::callBegins();
+    const BackendRuns runs;
     const py::tuple tuple = py::make_tuple(pythonArgumentOf(arguments)...);
     const auto result = py::reinterpret_steal<py::object>(PyObject_CallObject(function.ptr(), tuple.ptr()));
     if (!result) {
