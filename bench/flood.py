@@ -15,7 +15,7 @@ KINDS = (
     "statuses points toasts questions interfaces scans packages updates changelogs charts outputs lines sizes"
 )
 MARK = "FLOOD "
-LIMIT_SECONDS = 120.0
+LIMIT_SECONDS = 300.0
 
 
 def flooded(program: str, kind: str) -> dict[str, float]:

@@ -36,7 +36,7 @@ public:
     /// In this time the GUI thread shall be through with a full account.
     static constexpr std::chrono::milliseconds aimedDelay{100};
     static constexpr std::chrono::seconds longestWait{1};
-    static constexpr qint64 farTooMuch = 20'000;
+    static constexpr qint64 farTooMuch = 10'000;
     /// Less than a thread's turn with the GIL, and all such waits in one call.
     static constexpr std::chrono::milliseconds longestWaitInTurn{4};
     static constexpr std::chrono::milliseconds allWaitsInTurns{1000};
