@@ -78,7 +78,7 @@ void print(int lines)
         QStringLiteral("Hole:%1 http://archiv.example/debian bookworm/main arm64 paket-%1 [%1 kB]");
     for (int line = 0; line < lines; ++line) {
         const QString filled = text.arg(line);
-        line % 10 == 0 ? shell.appendStderr(filled) : shell.appendStdout(filled);
+        line % 10 == 0 ? shell.writeStderr(filled) : shell.writeStdout(filled);
     }
 }
 

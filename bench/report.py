@@ -94,6 +94,22 @@ def print_processes(processes: dict[str, dict[str, float]]) -> None:
         )
 
 
+def print_floods(floods: dict[str, dict[str, float]]) -> None:
+    """One row for each kind; without figures if the window did not answer."""
+    print("\n| Flood | told of | answer, s | growth, MiB |")
+    print("|---|---|---|---|")
+    for kind, row in floods.items():
+        figures = f"{row['told']} | {row['answer_s']:.2f} | {row['growth_mib']:.1f}" if row else "none | |"
+        print(f"| {kind} | {figures} |")
+    points = floods["points"]
+    if points:
+        ratio = points["entry_s"] / points["thread_s"]
+        print(
+            f"\n12,000 points: {points['thread_s']:.3f} s from a thread,"
+            f" {points['entry_s']:.3f} s inside an entry function, ratio {ratio:.2f}"
+        )
+
+
 def main() -> None:
     """Reads the folder of results that is named on the command line."""
     folder = Path(sys.argv[1])
@@ -103,6 +119,7 @@ def main() -> None:
     print_delays(runs)
     print_screens(runs)
     print_processes(json.loads((folder / "process").read_text(encoding="utf-8")))
+    print_floods(json.loads((folder / "flood").read_text(encoding="utf-8")))
 
 
 if __name__ == "__main__":

@@ -1,11 +1,125 @@
 #pragma once
 
-class QObject;
+#include <QElapsedTimer>
+#include <QObject>
 
-/// Holds back a thread that notifies the GUI thread faster than that can follow.
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+/// Holds back a thread that tells the GUI thread of more than it can take.
 ///
-/// Every change from another thread is an event for the bindings. A backend that writes without a pause would
-/// fill the GUI thread's queue without end, and no press would get through. So once some thousand changes
-/// wait, each further one waits a few milliseconds for the GUI thread to catch up. The wait is bounded, since
-/// the GUI thread may itself be waiting for Python. Call it after a change, without a lock; any thread.
-void brakeNotifications(QObject &changed);
+/// What another thread tells of is an event of the GUI thread. A backend that tells without a pause would
+/// fill its queue without end, and no press would get through. So the brake keeps the account of what was
+/// told and is not handled yet, and whoever adds to a full account waits until the GUI thread has gone on.
+/// How much it may hold follows from how fast the GUI thread was so far.
+///
+/// Nobody waits for a GUI thread that cannot go on: before its event loop runs and after it has ended, while
+/// it waits for another thread itself (GuiThreadWaits), and once it has stood still for `longestWait`, until
+/// it moves again.
+///
+/// With one exception: until a call of the backend has the GIL, each thread that wants it as well has its
+/// turn of some milliseconds, and would fill it with hundreds of notifications. If each of them is a dialog,
+/// of which the backend is told in a call again, the queue would grow faster than it is handled. So in such a
+/// turn one waits too, but no longer than the turn lasts anyway, and not without end: the call may itself
+/// wait for that thread (BackendRuns), so while it runs that takes an account of `farTooMuch`. The thread of
+/// the call never waits.
+///
+/// Any thread. Who waits holds no mutex but, in Python, the GIL.
+class NotificationBrake
+{
+public:
+    /// Of the account, in the time of a light binding.
+    static constexpr qint64 capacityAtStart = 1'000;
+    static constexpr qint64 smallestCapacity = 100;
+    static constexpr qint64 largestCapacity = 5'000;
+    /// In this time the GUI thread shall be through with a full account.
+    static constexpr std::chrono::milliseconds aimedDelay{100};
+    static constexpr std::chrono::seconds longestWait{1};
+    static constexpr qint64 farTooMuch = 10'000;
+    /// Less than a thread's turn with the GIL, and all such waits in one call.
+    static constexpr std::chrono::milliseconds longestWaitInTurn{4};
+    static constexpr std::chrono::milliseconds allWaitsInTurns{1000};
+
+    static NotificationBrake &instance();
+
+    /// Adds what was told of to the account. Call it after the signal, without a lock, and not on the GUI
+    /// thread.
+    void told(int cost);
+
+    /// What a screen has taken from the event queue and not handled yet, in place of what it said before. GUI
+    /// thread.
+    void setBacklog(qint64 cost);
+
+    /// Not handled yet, and how much of that there may be.
+    qint64 waiting() const;
+    qint64 capacity() const;
+    /// The threads that are held back at present.
+    int held() const;
+    /// How often one was held back so far.
+    int timesHeld() const;
+
+private:
+    friend class GuiThreadWaits;
+    friend class BackendRuns;
+
+    NotificationBrake();
+
+    void guiThreadStops(std::chrono::milliseconds patience);
+    void callBegins();
+    void callEnds();
+    void guiThreadGoesOn();
+    void handled(qint64 told);
+    qint64 account() const { return m_told - m_handled + m_backlog; }
+    bool isFull() const { return m_loopRuns && !m_stuck && account() > m_capacity; }
+    bool holdsBack() const { return isFull() && m_stops == 0; }
+    void waitForGuiThread(std::unique_lock<std::mutex> &lock);
+    void waitInTurn(std::unique_lock<std::mutex> &lock);
+    void postMark();
+    void followEndOfLoop();
+    void measure(qint64 cost);
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_moved;
+    QObject m_receiver; ///< Of the mark, on the GUI thread.
+    qint64 m_told = 0;
+    qint64 m_handled = 0;
+    qint64 m_backlog = 0;
+    qint64 m_capacity = capacityAtStart;
+    QElapsedTimer m_sinceMark;
+    bool m_markWaits = false;
+    bool m_markTells = false; ///< The time since the mark is the GUI thread's own.
+    bool m_loopRuns = false;
+    bool m_endFollowed = false;
+    bool m_stuck = false;
+    int m_stops = 0;
+    int m_calls = 0;                        ///< Of the backend, that run now.
+    std::chrono::nanoseconds m_patience{0}; ///< What is left of allWaitsInTurns.
+    int m_held = 0;
+    int m_timesHeld = 0;
+};
+
+/// While one exists, the GUI thread waits for another thread, and no thread is held back. On any other
+/// thread it does nothing. Whatever makes the GUI thread wait for what may run Python has one.
+class GuiThreadWaits
+{
+public:
+    enum For { Thread, CallOfBackend };
+
+    explicit GuiThreadWaits(For what = Thread);
+    ~GuiThreadWaits();
+
+    Q_DISABLE_COPY_MOVE(GuiThreadWaits)
+
+private:
+    const bool m_onGuiThread;
+};
+
+/// Exists while a function of the backend runs, from when it has the GIL. Any thread.
+class BackendRuns
+{
+public:
+    BackendRuns() { NotificationBrake::instance().callBegins(); }
+    ~BackendRuns() { NotificationBrake::instance().callEnds(); }
+    Q_DISABLE_COPY_MOVE(BackendRuns)
+};

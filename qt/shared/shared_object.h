@@ -1,7 +1,7 @@
 #pragma once
 
+#include "announce.h"
 #include "log.h"
-#include "notification_brake.h"
 #include "same_value.h"
 
 #include <QJSEngine>
@@ -71,53 +71,40 @@ protected:
         return member;
     }
 
-    /// Holds the mutex over one change or several. Once the outermost hold is over, a thread that notifies
-    /// too fast is held back: not before, or the GUI thread would wait for that thread in a getter.
+    /// Holds the mutex over one change or several. A thread that tells too much is held back after the
+    /// outermost hold, or the GUI thread would wait for that thread in a getter.
     class Hold
     {
     public:
         explicit Hold(SharedObject &object)
-            : m_object(object)
-        {
-            m_object.m_mutex.lock();
-            ++m_object.m_holds;
-        }
-
-        ~Hold()
-        {
-            const bool notified = --m_object.m_holds == 0 && std::exchange(m_object.m_notified, false);
-            m_object.m_mutex.unlock();
-            if (notified) {
-                brakeNotifications(m_object);
-            }
-        }
-
-        Q_DISABLE_COPY_MOVE(Hold)
+            : m_lock(&object.m_mutex)
+        {}
 
     private:
-        SharedObject &m_object;
+        const AnnouncesLater m_later; // outlives the lock
+        const SharedLocker m_lock;
     };
 
-    /// The change pattern: lock, compare, store, notify. Returns whether the member changed.
-    template <typename T, typename Member, typename Notify>
-    bool change(Member &member, const T &value, const Notify &notify)
+    /// The change pattern: lock, compare, store, announce the signal. Returns whether the member changed.
+    template <typename T, typename Member, typename Class>
+    bool change(Member &member, const T &value, void (Class::*signal)())
     {
         const Hold hold(*this);
         if (isSame(member, value)) {
             return false;
         }
-        store(member, value, notify);
+        store(member, value, signal);
         return true;
     }
 
     /// As change(), but a value outside the bounds is logged and replaced by the bound. The comparison comes
     /// first: who asks for too much once more is notified once more, and so reads again what is stored.
-    template <typename T, typename Notify>
-    void changeWithin(T &member, T value, const T &lowest, const T &highest, const Notify &notify)
+    template <typename T, typename Class>
+    void changeWithin(T &member, T value, const T &lowest, const T &highest, void (Class::*signal)())
     {
         const Hold hold(*this);
         if (member != value) {
-            store(member, within(value, lowest, highest), notify);
+            store(member, within(value, lowest, highest), signal);
         }
     }
 
@@ -125,12 +112,11 @@ protected:
 
 private:
     /// With the mutex held.
-    template <typename Member, typename T, typename Notify>
-    void store(Member &member, const T &value, const Notify &notify)
+    template <typename Member, typename T, typename Class>
+    void store(Member &member, const T &value, void (Class::*signal)())
     {
         member = value;
-        m_notified = true;
-        notify();
+        announce(static_cast<Class &>(*this), signal);
     }
 
     /// The nearest value within the bounds; the lower one decides if they cross. A NaN counts as too small.
@@ -152,10 +138,6 @@ private:
         const QString title = QStringLiteral("[%1 WERT ZU %2]").arg(metaObject()->className(), what);
         criticalStream() << qUtf8Printable(title) << value << "wird zu" << bound << "geändert.";
     }
-
-    int m_holds = 0;
-    /// Something was notified since the outermost hold began.
-    bool m_notified = false;
 };
 
 /// Makes the types of a class's signals known by name. QML looks them up so when a signal comes from another

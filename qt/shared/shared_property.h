@@ -15,6 +15,9 @@ template <typename T>
 using SharedArgument =
     std::conditional_t<std::is_trivially_copyable_v<T> && sizeof(T) <= sizeof(void *), T, const T &>;
 
+/// A signal of the class in whose body this stands.
+#define SHARED_SIGNAL(signal) &std::remove_pointer_t<decltype(this)>::signal
+
 /// Property, getter, setter, change signal and member of one line of a table, in the body of a SharedObject.
 #define SHARED_PROPERTY(type, name, setter, pyName, initial, doc)                                            \
 public:                                                                                                      \
@@ -25,7 +28,7 @@ public:                                                                         
     }                                                                                                        \
     void setter(SharedArgument<type> value)                                                                  \
     {                                                                                                        \
-        change<type>(m_##name, value, [this] { Q_EMIT name##Changed(); });                                   \
+        change<type>(m_##name, value, SHARED_SIGNAL(name##Changed));                                          \
     }                                                                                                        \
 Q_SIGNALS:                                                                                                   \
     void name##Changed();                                                                                    \
@@ -63,7 +66,7 @@ public:                                                                         
     }                                                                                                        \
     void setter(type value)                                                                                  \
     {                                                                                                        \
-        changeWithin(m_##name, value, m_##name##Min, m_##name##Max, [this] { Q_EMIT name##Changed(); });     \
+        changeWithin(m_##name, value, m_##name##Min, m_##name##Max, SHARED_SIGNAL(name##Changed));            \
     }                                                                                                        \
 Q_SIGNALS:                                                                                                   \
     void name##Changed();                                                                                    \

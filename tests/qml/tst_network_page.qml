@@ -34,6 +34,12 @@ Item {
         }
     }
 
+    Component {
+        id: spyComponent
+
+        SignalSpy {}
+    }
+
     SignalSpy {
         id: calls
 
@@ -440,6 +446,25 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
         function test_interface_records_of_other_types() {
             showAddresses([{}, {name: null, ip4: null, type_: null, is_wg: null}, {name: 5, ip4: 1.5, type_: true, is_wg: "x"}, {name: [1], ip4: {a: 1}, type_: [], is_wg: []}]);
             compare(Array.from(page.ipsList, row => [row.name, row.ip, row.type, row.isWireguard]), [["", "", "", false], ["", "", "", false], ["5", "1.5", "", true], ["", "", "", true]]);
+        }
+
+        // All of them at once: the rows are those of the last one.
+        function test_many_lists_of_addresses_are_shown_once() {
+            const column = part("addresses");
+            const made = createTemporaryObject(spyComponent, root, {target: column, signalName: "childrenChanged"});
+            Backend.runOnThread("for n in range(200):\n    wifi.Wifi.ip_map_list = [{'ip4': str(n), 'name': 'eth0'}]");
+            tryCompare(page.ipsList, "length", 1);
+            compare(page.ipsList[0].ip, "199");
+            compare(made.count, 1);
+        }
+
+        function test_many_scans_are_shown_once() {
+            const made = createTemporaryObject(spyComponent, root, {target: part("networks"), signalName: "childrenChanged"});
+            page.waitingForWifiScan = true;
+            Backend.runOnThread("for n in range(200):\n    wifi.Wifi.set_scan_results({f'Netz {n}': {'quality': 5}})");
+            tryCompare(page, "waitingForWifiScan", false);
+            compare(names(), ["Netz 199"]);
+            compare(made.count, 1);
         }
 
         function test_new_addresses_leave_the_networks_alone() {

@@ -33,6 +33,12 @@ Item {
             }
         }
 
+        Component {
+            id: spyComponent
+
+            SignalSpy {}
+        }
+
         SignalSpy {
             id: sent
 
@@ -123,6 +129,19 @@ Item {
                 compare(Array.from(page.packages.headerFillWidths), data.fillWidths);
                 compare(Array.from(page.packages.headerMinWidths), data.minWidths);
                 compare(page.table.rows, 0);
+            }
+
+            function test_many_lists_are_shown_once_data() {
+                return tables;
+            }
+
+            function test_many_lists_are_shown_once(data) {
+                show(data, "[]");
+                const filled = createTemporaryObject(spyComponent, window.contentItem, {target: page.model, signalName: "rowsChanged"});
+                Backend.runOnThread(`for n in range(200):\n    shell.Shell.${data.list} = [{'name': str(n)}]`);
+                tryCompare(page.table, "rows", 1);
+                compare(page.model.getRow(0).name, "199");
+                compare(filled.count, 1);
             }
 
             function test_record_data() {
@@ -260,6 +279,7 @@ Item {
                 publish(data, "[{'name': 'neu'}]");
                 compare(texts(cell(0)), ["neu"]);
                 publish(data, `[${data.record}]`);
+                tryVerify(() => texts(cell(0))[0] !== "neu");
                 compare(row(data.shown.length), data.shown);
             }
 

@@ -41,5 +41,5 @@ void Actuator::unblockAllExceptOf(const OutputSet &outputs)
 
 void Actuator::toggleManualHeating()
 {
-    Q_EMIT toggle(ActuatorEnums::ToggleManualHeating);
+    announce(*this, &Actuator::toggle, ActuatorEnums::ToggleManualHeating);
 }

@@ -15,10 +15,10 @@ DOut::DOut(ActuatorEnum output, const QString &name, const QString &logName, DOu
 
 void DOut::setState(bool state)
 {
-    change(m_state, state, [this] { Q_EMIT stateChanged(); });
+    change(m_state, state, &DOut::stateChanged);
 }
 
 void DOut::toggle()
 {
-    Q_EMIT m_actuator.toggle(m_output);
+    announce(m_actuator, &Actuator::toggle, m_output);
 }

@@ -1,12 +1,14 @@
 #include "dout_model.h"
 
+#include <utility>
+
 DOutModel::DOutModel(QObject *parent)
     : QAbstractListModel(parent)
 {
     qRegisterMetaType<QList<DOut *>>();
     connect(this, &DOutModel::_addDoutSignal, this, &DOutModel::addDOut);
     connect(this, &DOutModel::_addDoutsSignal, this, &DOutModel::addDOuts);
-    connect(this, &DOutModel::_setDoutsSignal, this, &DOutModel::setDOuts);
+    connect(this, &DOutModel::_setDoutsSignal, this, &DOutModel::takeSoon);
 }
 
 int DOutModel::rowCount(const QModelIndex &parent) const
@@ -27,12 +29,54 @@ QHash<int, QByteArray> DOutModel::roleNames() const
     return {{dOutRole, QByteArrayLiteral("dout")}};
 }
 
+void DOutModel::requestSetDOuts(const QList<DOut *> &douts)
+{
+    ++m_setsWaiting;
+    announce(*this, &DOutModel::_setDoutsSignal, douts);
+    if (thread() == QThread::currentThread()) {
+        takeNewest();
+    }
+}
+
 void DOutModel::addDOut(DOut *dout)
 {
     addDOuts({dout});
 }
 
 void DOutModel::addDOuts(const QList<DOut *> &douts)
+{
+    takeNewest();
+    insert(douts);
+}
+
+void DOutModel::setDOuts(const QList<DOut *> &douts)
+{
+    m_newest.reset();
+    removeAll();
+    insert(douts);
+}
+
+/// At once if no newer list waits behind this one, else at the end of this turn of the event loop.
+void DOutModel::takeSoon(const QList<DOut *> &douts)
+{
+    const bool isLast = --m_setsWaiting == 0;
+    if (!isLast && !m_newest) {
+        QMetaObject::invokeMethod(this, &DOutModel::takeNewest, Qt::QueuedConnection);
+    }
+    m_newest = douts;
+    if (isLast) {
+        takeNewest();
+    }
+}
+
+void DOutModel::takeNewest()
+{
+    if (m_newest) {
+        setDOuts(*std::exchange(m_newest, std::nullopt));
+    }
+}
+
+void DOutModel::insert(const QList<DOut *> &douts)
 {
     if (douts.isEmpty()) {
         return;
@@ -41,12 +85,6 @@ void DOutModel::addDOuts(const QList<DOut *> &douts)
     beginInsertRows({}, first, first + static_cast<int>(douts.size()) - 1);
     m_douts.append(douts);
     endInsertRows();
-}
-
-void DOutModel::setDOuts(const QList<DOut *> &douts)
-{
-    removeAll();
-    addDOuts(douts);
 }
 
 void DOutModel::removeAll()

@@ -1,14 +1,18 @@
 #pragma once
 
+#include "announce.h"
 #include "dout.h"
 
 #include <QAbstractListModel>
 #include <QList>
 #include <QtQml/qqmlregistration.h>
 
+#include <atomic>
+#include <optional>
+
 /// The outputs that the screens show, in the order that the backend chose. Lives on the GUI thread, and its
 /// list is touched only there: other threads ask with the request functions, which return before the rows
-/// have changed.
+/// have changed. Of the lists that came since the last turn of the event loop only the newest makes rows.
 class DOutModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -26,9 +30,9 @@ public:
 
     // Any thread.
 
-    void requestAddDOut(DOut *dout) { Q_EMIT _addDoutSignal(dout); }
-    void requestAddDOuts(const QList<DOut *> &douts) { Q_EMIT _addDoutsSignal(douts); }
-    void requestSetDOuts(const QList<DOut *> &douts) { Q_EMIT _setDoutsSignal(douts); }
+    void requestAddDOut(DOut *dout) { announce(*this, &DOutModel::_addDoutSignal, dout); }
+    void requestAddDOuts(const QList<DOut *> &douts) { announce(*this, &DOutModel::_addDoutsSignal, douts); }
+    void requestSetDOuts(const QList<DOut *> &douts);
 
 Q_SIGNALS:
     void _addDoutSignal(DOut *dout);
@@ -42,7 +46,12 @@ public Q_SLOTS:
     void setDOuts(const QList<DOut *> &douts);
 
 private:
+    void takeSoon(const QList<DOut *> &douts);
+    void takeNewest();
+    void insert(const QList<DOut *> &douts);
     void removeAll();
 
+    std::optional<QList<DOut *>> m_newest; ///< The list that has no rows yet.
+    std::atomic<int> m_setsWaiting = 0;    ///< Requests of any thread that have not come here yet.
     QList<DOut *> m_douts;
 };

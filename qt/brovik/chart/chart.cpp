@@ -45,28 +45,22 @@ void Chart::clear()
 
 void Chart::setMetaDataList(const MetaDataList &list)
 {
-    change(m_metaDataList, list, [this] { Q_EMIT metaDataListChanged(); });
+    change(m_metaDataList, list, &Chart::metaDataListChanged);
 }
 
 void Chart::emitMetaDataListChanged()
 {
-    {
-        const SharedLocker lock(&m_mutex);
-        Q_EMIT metaDataListChanged();
-    }
-    brakeNotifications(*this);
+    const Hold hold(*this);
+    announce(*this, &Chart::metaDataListChanged);
 }
 
 void Chart::sortAndEmitMetaDataListChanged()
 {
-    {
-        const SharedLocker lock(&m_mutex);
-        m_metaDataList.sort([](const ChartMetaData &left, const ChartMetaData &right) {
-            return QString::compare(left.name(), right.name(), Qt::CaseInsensitive) < 0;
-        });
-        Q_EMIT metaDataListChanged();
-    }
-    brakeNotifications(*this);
+    const Hold hold(*this);
+    m_metaDataList.sort([](const ChartMetaData &left, const ChartMetaData &right) {
+        return QString::compare(left.name(), right.name(), Qt::CaseInsensitive) < 0;
+    });
+    announce(*this, &Chart::metaDataListChanged);
 }
 
 Chart::MetaDataList::Reference Chart::findMetaDataByName(const QString &name) const

@@ -12,26 +12,26 @@ ChartLine::ChartLine(const QString &name, QObject *parent)
 
 void ChartLine::setData(const Points &data)
 {
-    change(m_data, data, [this] {
-        ++m_replacements;
-        m_wholeCount = m_data.size();
-        Q_EMIT dataChanged();
-    });
+    const Hold hold(*this);
+    if (isSame(m_data, data)) {
+        return;
+    }
+    m_data = data;
+    m_wholeCount = m_data.size();
+    ++m_replacements;
+    announce(*this, &ChartLine::dataChanged);
 }
 
 void ChartLine::addPoint(const QPointF &point)
 {
-    {
-        const SharedLocker lock(&m_mutex);
-        m_data.append(point);
-        Q_EMIT pointAdded(point);
-        if (!m_drawable) {
-            criticalStream() << "Der ChartLine" << m_name
-                             << "wurde noch keine LineSeries zugeordnet, daher kann der Punkt" << point
-                             << "nicht hinzugefügt werden";
-        }
+    const Hold hold(*this);
+    m_data.append(point);
+    announce(*this, &ChartLine::pointAdded, point);
+    if (!m_drawable) {
+        criticalStream() << "Der ChartLine" << m_name
+                         << "wurde noch keine LineSeries zugeordnet, daher kann der Punkt" << point
+                         << "nicht hinzugefügt werden";
     }
-    brakeNotifications(*this);
 }
 
 ChartLine::News ChartLine::newsSince(const Mark &mark) const
@@ -46,7 +46,7 @@ ChartLine::News ChartLine::newsSince(const Mark &mark) const
 
 void ChartLine::setName(const QString &name)
 {
-    change(m_name, name, [this] { Q_EMIT nameChanged(); });
+    change(m_name, name, &ChartLine::nameChanged);
 }
 
 void ChartLine::registerQmlLine(QLineSeries *series, QValueAxis *axis)

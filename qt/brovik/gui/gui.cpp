@@ -39,7 +39,7 @@ void Gui::setTitle(const QString &title)
         return;
     }
     m_title = title;
-    Q_EMIT titleChanged();
+    announce(*this, &Gui::titleChanged);
 }
 
 void Gui::setFullscreen(bool fullscreen)
@@ -48,7 +48,7 @@ void Gui::setFullscreen(bool fullscreen)
         return;
     }
     m_fullscreen = fullscreen;
-    Q_EMIT fullscreenChanged(fullscreen);
+    announce(*this, &Gui::fullscreenChanged, fullscreen);
 }
 
 void Gui::setItemsScaleFactor(double factor)
@@ -57,12 +57,12 @@ void Gui::setItemsScaleFactor(double factor)
         return;
     }
     m_itemsScaleFactor = factor;
-    Q_EMIT itemsScaleFactorChanged();
+    announce(*this, &Gui::itemsScaleFactorChanged);
 }
 
 void Gui::deleteWarnings()
 {
-    Q_EMIT _toPyQVar(DeleteWarnings, QVariant());
+    announce(*this, &Gui::_toPyQVar, DeleteWarnings, QVariant());
 }
 
 void Gui::poweroff()
@@ -77,7 +77,7 @@ void Gui::reboot()
 
 void Gui::changePage(PageEnum page)
 {
-    change(m_page, page, [this] { Q_EMIT pageChanged(); });
+    change(m_page, page, &Gui::pageChanged);
 }
 
 bool Gui::keepUntilReady(const std::function<void()> &keep)
@@ -95,14 +95,14 @@ bool Gui::keepUntilReady(const std::function<void()> &keep)
 void Gui::showMessage(const QString &title, const QString &text, const QString &category)
 {
     if (!keepUntilReady([&] { m_pendingMessages.push_back({title, text, category}); })) {
-        Q_EMIT message(title, text, category);
+        tellMessage(title, text, category);
     }
 }
 
 void Gui::showException(const QVariantMap &error)
 {
     if (!keepUntilReady([&] { m_pendingExceptions.push_back(error); })) {
-        Q_EMIT exception(error);
+        announce<Cost::Dialog>(*this, &Gui::exception, error);
     }
 }
 
@@ -125,17 +125,22 @@ void Gui::deliverPending()
     }
     PendingMessage pending;
     while (takeFirst(m_pendingMessages, pending)) {
-        Q_EMIT message(pending.title, pending.text, pending.category);
+        tellMessage(pending.title, pending.text, pending.category);
     }
     QVariantMap error;
     while (takeFirst(m_pendingExceptions, error)) {
-        Q_EMIT exception(error);
+        announce<Cost::Dialog>(*this, &Gui::exception, error);
     }
+}
+
+void Gui::tellMessage(const QString &title, const QString &text, const QString &category)
+{
+    announce<Cost::Dialog>(*this, &Gui::message, title, text, category, 0);
 }
 
 void Gui::showToast(const QString &text, IconEnum icon, ColorEnum color, int duration)
 {
-    Q_EMIT toastNotify(text, iconUrl(icon), color, duration);
+    announce<Cost::Toast>(*this, &Gui::toastNotify, text, iconUrl(icon), color, duration);
 }
 
 void Gui::applyItemsScale(double factor)
@@ -164,6 +169,6 @@ void Gui::endMachine(const QString &command, const QString &title)
         QCoreApplication::quit();
         return;
     }
-    Q_EMIT message(title, QStringLiteral("'%1' hat den Fehlercode %2 zurückgegeben").arg(command).arg(result),
-                   QStringLiteral("error"));
+    tellMessage(title, QStringLiteral("'%1' hat den Fehlercode %2 zurückgegeben").arg(command).arg(result),
+                QStringLiteral("error"));
 }

@@ -170,6 +170,7 @@ private:
     /// Runs a command that ends the machine; `title` is that of the dialog if it fails.
     void endMachine(const QString &command, const QString &title);
     void setItemsScaleFactor(double factor);
+    void tellMessage(const QString &title, const QString &text, const QString &category);
     bool keepUntilReady(const std::function<void()> &keep);
     template <typename Queue> bool takeFirst(Queue &queue, typename Queue::value_type &first);
 

@@ -55,31 +55,31 @@ template <typename Class> void bindProperties(Class &cls)
 template <typename Class> void bindFunctions(Class &cls)
 {
     using namespace py::literals;
-    cls.def("close_dialog", &Gui::closeDialog, "id_"_a, pythonArgument<bool>("accept") = false,
+    cls.def("close_dialog", announcer(&Gui::closeDialog), "id_"_a, pythonArgument<bool>("accept") = false,
             "Closes the open dialog of this id.");
-    cls.def("close_current_dialog", &Gui::closeCurrentDialog, pythonArgument<bool>("accept"),
+    cls.def("close_current_dialog", announcer(&Gui::closeCurrentDialog), pythonArgument<bool>("accept"),
             "Closes the top dialog.");
     cls.def("toast_notify", &Gui::showToast, "text"_a, "icon_enum"_a, "color_enum"_a = Gui::ColorTransparent,
             "duration"_a = 1000, "Shows a short note with an icon, for `duration` milliseconds.");
-    cls.def("toast_warn", &Gui::toastWarn, "text"_a, "duration"_a = 1000,
+    cls.def("toast_warn", announcer<Cost::Toast>(&Gui::toastWarn), "text"_a, "duration"_a = 1000,
             "Shows a short warning, for `duration` milliseconds.");
-    cls.def("set_warnings_dialog_data", &Gui::setWarningsDialogData, "count"_a, "title"_a, "text"_a,
+    cls.def("set_warnings_dialog_data", announcer(&Gui::setWarningsDialogData), "count"_a, "title"_a, "text"_a,
             "yes_txt"_a);
-    cls.def("set_pico_stdout", &Gui::setPicoStdout,
+    cls.def("set_pico_stdout", announcer(&Gui::setPicoStdout),
             "Output of the microcontroller's update. No screen shows it.");
-    cls.def("set_pico_stderr", &Gui::setPicoStderr,
+    cls.def("set_pico_stderr", announcer(&Gui::setPicoStderr),
             "Errors of the microcontroller's update. No screen shows them.");
-    cls.def("set_pico_return_value", &Gui::setPicoReturnValue,
+    cls.def("set_pico_return_value", announcer(&Gui::setPicoReturnValue),
             "Result of the microcontroller's update. No screen shows it.");
-    cls.def("show_poweroff_dialog", &Gui::showPoweroffDialog, "Opens the power popup.");
-    cls.def("request_popup", &Gui::requestPopup, "which"_a, "id_"_a,
+    cls.def("show_poweroff_dialog", announcer<Cost::Dialog>(&Gui::showPoweroffDialog), "Opens the power popup.");
+    cls.def("request_popup", announcer<Cost::Dialog>(&Gui::requestPopup), "which"_a, "id_"_a,
             "Asks for a popup. No screen has one at present.");
     cls.def("message", &Gui::showMessage, "title"_a, "text"_a, "category"_a,
             "Opens a message; categories: info, warning, error, success.");
     cls.def(
         "question",
         [](Gui &gui, const QString &title, const QString &text, const QVariantMap &options) {
-            Q_EMIT gui.question(title, text, options);
+            announce<Cost::Dialog>(gui, &Gui::question, title, text, options);
         },
         "title"_a, "text"_a, "options"_a, "Opens a question; docs/backend.md tells its options.");
     cls.def("apply_items_scale", &Gui::applyItemsScale, "factor"_a, "Multiplies the present sizes.");

@@ -176,10 +176,10 @@ void Sensor::requestValueChange(SensorEnum input, const QJSValue &value)
     switch (input) {
     case SensorEnums::StartBtn:
     case SensorEnums::StopBtn:
-        Q_EMIT stateChangeRequested(input, value.toBool());
+        announce(*this, &Sensor::stateChangeRequested, input, value.toBool());
         break;
     case SensorEnums::SensorLevel:
-        Q_EMIT stateChangeRequested(input, !m_level.state());
+        announce(*this, &Sensor::stateChangeRequested, input, !m_level.state());
         break;
     case SensorEnums::SensorLw:
         lwChangeFromSimulator(value.toNumber());

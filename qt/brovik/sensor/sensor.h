@@ -91,7 +91,7 @@ public:
 
     /// Starts the measurement of conductivity; any thread. To be called once, or every second period finds no
     /// pulses.
-    void initLwTimer() { Q_EMIT _initLwTimerSignal(); }
+    void initLwTimer() { announce(*this, &Sensor::_initLwTimerSignal); }
     /// Counts the falling edges of a line from now on.
     void setupLwEdgeDetect(uint channel);
     /// What counts an edge: one lock and one increment, no allocation. The callback lives as long as this

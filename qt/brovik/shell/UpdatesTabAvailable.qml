@@ -20,15 +20,6 @@ UpdatesTabTable {
     model: TableModel {
         id: records
 
-        rows: Array.from(Shell.upgradables, record => ({
-                    name: root.asText(record.name),
-                    versionNew: root.asText(record.versionNew),
-                    versionOld: root.asText(record.versionOld),
-                    urgency: root.asText(record.urgency),
-                    lastChange: root.asTexts(record.lastChange),
-                    changelogAvailable: record.changelogAvailable || ""
-                }))
-
         TableModelColumn {
             display: "name"
         }
@@ -99,5 +90,33 @@ UpdatesTabTable {
         }
     }
 
-    Component.onCompleted: ShellData.updatesTabAvailableIndex = SwipeView.index
+    Connections {
+        target: Shell
+
+        // Once for all lists that wait: each time all rows are made anew.
+        // The linter does not know that callLater() takes a function.
+        function onUpgradablesChanged() {
+            Qt.callLater(privat.showRecords); // qmllint disable type
+        }
+    }
+
+    QtObject {
+        id: privat
+
+        function showRecords() {
+            records.rows = Array.from(Shell.upgradables, record => ({
+                name: root.asText(record.name),
+                versionNew: root.asText(record.versionNew),
+                versionOld: root.asText(record.versionOld),
+                urgency: root.asText(record.urgency),
+                lastChange: root.asTexts(record.lastChange),
+                changelogAvailable: record.changelogAvailable || ""
+            }));
+        }
+    }
+
+    Component.onCompleted: {
+        ShellData.updatesTabAvailableIndex = SwipeView.index;
+        privat.showRecords();
+    }
 }

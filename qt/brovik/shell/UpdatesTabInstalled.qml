@@ -20,14 +20,6 @@ UpdatesTabTable {
     model: TableModel {
         id: records
 
-        rows: Array.from(Shell.installed, record => ({
-                    name: root.asText(record.name),
-                    version: root.asText(record.version),
-                    arch: root.asText(record.arch),
-                    description: root.asText(record.description),
-                    name2: record.name2 || ""
-                }))
-
         TableModelColumn {
             display: "name"
         }
@@ -72,5 +64,32 @@ UpdatesTabTable {
         pageEnum: Gui.PageUpdatesInstalled
     }
 
-    Component.onCompleted: ShellData.updatesTabInstalledIndex = SwipeView.index
+    Connections {
+        target: Shell
+
+        // Once for all lists that wait: each time all rows are made anew.
+        // The linter does not know that callLater() takes a function.
+        function onInstalledChanged() {
+            Qt.callLater(privat.showRecords); // qmllint disable type
+        }
+    }
+
+    QtObject {
+        id: privat
+
+        function showRecords() {
+            records.rows = Array.from(Shell.installed, record => ({
+                name: root.asText(record.name),
+                version: root.asText(record.version),
+                arch: root.asText(record.arch),
+                description: root.asText(record.description),
+                name2: record.name2 || ""
+            }));
+        }
+    }
+
+    Component.onCompleted: {
+        ShellData.updatesTabInstalledIndex = SwipeView.index;
+        privat.showRecords();
+    }
 }

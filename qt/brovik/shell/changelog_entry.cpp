@@ -51,7 +51,7 @@ QString ChangelogEntry::description() const
 void ChangelogEntry::_setColor()
 {
     const Hold hold(*this);
-    change(m_color, m_shell->getUrgencyColor(m_urgencyStr), [this] { Q_EMIT colorChanged(); });
+    change(m_color, m_shell->getUrgencyColor(m_urgencyStr), &ChangelogEntry::colorChanged);
 }
 
 /// Directly, on whichever thread writes: that of the entry may be one of the backend's, without an event

@@ -1,5 +1,7 @@
 #include "console_writer.h"
 
+#include "announce.h"
+#include "notification_brake.h"
 #include "shell.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -54,6 +56,7 @@ void ConsoleWriter::setOutput(QObject *output)
 void ConsoleWriter::clear()
 {
     m_waiting.clear();
+    reportBacklog();
     if (m_document) {
         m_document->clear();
     }
@@ -95,6 +98,7 @@ void ConsoleWriter::append(const QString &text, Stream stream)
     if (!m_nextStep.isActive()) {
         m_nextStep.start(0, this);
     }
+    reportBacklog();
 }
 
 void ConsoleWriter::writeSome()
@@ -113,6 +117,14 @@ void ConsoleWriter::writeSome()
     if (m_waiting.empty()) {
         m_nextStep.stop();
     }
+    reportBacklog();
+}
+
+/// Who prints is to wait for what is written, not for what is taken.
+void ConsoleWriter::reportBacklog() const
+{
+    NotificationBrake::instance().setBacklog(static_cast<qint64>(m_waiting.size()) *
+                                             static_cast<int>(Cost::ConsoleLine));
 }
 
 void ConsoleWriter::write(QTextCursor &cursor, const Paragraph &paragraph)

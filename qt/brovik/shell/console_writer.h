@@ -56,6 +56,7 @@ private:
     static void write(QTextCursor &cursor, const Paragraph &paragraph);
     void append(const QString &text, Stream stream);
     void writeSome();
+    void reportBacklog() const;
 
     QPointer<QQuickItem> m_output;
     QPointer<QTextDocument> m_document;

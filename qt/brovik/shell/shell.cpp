@@ -4,7 +4,7 @@
 
 void Shell::setChangelogs(const Changelogs &entries)
 {
-    change(m_changelogs, entries, [this] { Q_EMIT changelogsChanged(); });
+    change(m_changelogs, entries, &Shell::changelogsChanged);
 }
 
 QColor Shell::getUrgencyColor(const QString &urgency) const
@@ -23,14 +23,12 @@ QColor Shell::getUrgencyColor(const QString &urgency) const
 
 void Shell::writeStdout(const QString &text)
 {
-    Q_EMIT appendStdout(text);
-    brakeNotifications(*this);
+    announce(*this, &Shell::appendStdout, text);
 }
 
 void Shell::writeStderr(const QString &text)
 {
-    Q_EMIT appendStderr(text);
-    brakeNotifications(*this);
+    announce(*this, &Shell::appendStderr, text);
 }
 
 QDebug operator<<(QDebug debug, const Shell &shell)

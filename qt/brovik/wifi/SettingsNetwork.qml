@@ -135,13 +135,14 @@ Item {
     Connections {
         target: Wifi
 
+        // Once for all lists that wait: each time all rows are made anew.
+        // The linter does not know that callLater() takes a function.
         function onIpMapListChanged() {
-            privat.showAddresses();
+            Qt.callLater(privat.showAddresses); // qmllint disable type
         }
 
         function onGotScanResults() {
-            privat.showNetworks();
-            root.waitingForWifiScan = false;
+            Qt.callLater(privat.showNetworks); // qmllint disable type
         }
 
         function onAbortWifiScan() {
@@ -175,6 +176,7 @@ Item {
             for (const ssid of Object.keys(results).sort()) {
                 root.create(root.wifiLine, ssid, results[ssid]);
             }
+            root.waitingForWifiScan = false;
         }
 
         function showAddresses() {

@@ -1,7 +1,5 @@
 #include "wifi.h"
 
-#include "notification_brake.h"
-
 namespace {
 
 /// Bars of the icon for the quality of a connection, in percent.
@@ -26,8 +24,7 @@ Wifi::Wifi()
 void Wifi::takeScanResults(const QVariantMap &results)
 {
     setScanResults(results);
-    Q_EMIT gotScanResults();
-    brakeNotifications(*this);
+    announce(*this, &Wifi::gotScanResults);
 }
 
 void Wifi::_setQualityLevel()

@@ -24,9 +24,9 @@ void bindWifi(py::module_ &module)
     using Self = Wifi;
     auto cls = sharedClass<Self>(module, "WifiClass", "State of the network.");
     WIFI_PROPERTIES(BIND_PROPERTY, BIND_NOTHING)
-    cls.def("set_login_data", &Wifi::gotLoginData, "ssid"_a, "psk"_a,
+    cls.def("set_login_data", announcer(&Wifi::gotLoginData), "ssid"_a, "psk"_a,
             "Opens the login page for a network, with this password in its field.");
-    cls.def("abort_wifi_scan", &Wifi::abortWifiScan, "Ends the wait for a scan that has no results.");
+    cls.def("abort_wifi_scan", announcer(&Wifi::abortWifiScan), "Ends the wait for a scan that has no results.");
     cls.def("set_scan_results", &Wifi::takeScanResults, "results"_a,
             "Ends the wait for a scan: the networks found, by name, each with its `quality` and `is5GHz`.");
     publishSingleton<Self>(module, "Wifi");

@@ -5,6 +5,7 @@
 #include "end_signals.h"
 #include "exceptions.h"
 #include "log.h"
+#include "notification_brake.h"
 #include "python_stacks.h"
 #include "types.h"
 
@@ -173,20 +174,31 @@ PyWorker::~PyWorker()
     py::finalize_interpreter();
 }
 
-void PyWorker::connectFamilies() const
+/// A QJSValue may be read only while the GUI thread stands still, so what carries one blocks.
+template <typename Sender, typename Enum>
+void PyWorker::connectBlocking(Sender &sender, void (Sender::*signal)(Enum, const QJSValue &),
+                               void (PyWorker::*slot)(Enum, const QJSValue &))
 {
-    // A QJSValue may be read only while the GUI thread stands still, so what carries one blocks.
-    const Qt::ConnectionType blocking = Qt::BlockingQueuedConnection;
+    const auto callAndWait = [this, slot](Enum what, const QJSValue &value) {
+        const GuiThreadWaits waits(GuiThreadWaits::CallOfBackend);
+        QMetaObject::invokeMethod(
+            this, [&] { (this->*slot)(what, value); }, Qt::BlockingQueuedConnection);
+    };
+    connect(&sender, signal, this, callAndWait, Qt::DirectConnection);
+}
+
+void PyWorker::connectFamilies()
+{
     connect(&Actuator::instance(), &Actuator::toggle, this, &PyWorker::pyActuatorToggle);
-    connect(&Auto::instance(), &Auto::toPy, this, &PyWorker::pyAutoValueQJs, blocking);
-    connect(&Chart::instance(), &Chart::toPy, this, &PyWorker::pyChartActionQJs, blocking);
-    connect(&Gui::instance(), &Gui::toPy, this, &PyWorker::pyGuiValueQJs, blocking);
+    connectBlocking(Auto::instance(), &Auto::toPy, &PyWorker::pyAutoValueQJs);
+    connectBlocking(Chart::instance(), &Chart::toPy, &PyWorker::pyChartActionQJs);
+    connectBlocking(Gui::instance(), &Gui::toPy, &PyWorker::pyGuiValueQJs);
     connect(&Gui::instance(), &Gui::_toPyQVar, this, &PyWorker::pyGuiValueQVar);
     connect(&Sensor::instance(), &Sensor::stateChangeRequested, this, &PyWorker::pyDInStateChange);
-    connect(&Settings::instance(), &Settings::toPy, this, &PyWorker::pySettingsQJs, blocking);
-    connect(&Shell::instance(), &Shell::toPy, this, &PyWorker::pyShellValueQJs, blocking);
-    connect(&Simulator::instance(), &Simulator::toPy, this, &PyWorker::pySimulatorValueQJs, blocking);
-    connect(&Wifi::instance(), &Wifi::toPy, this, &PyWorker::pyWifiValue, blocking);
+    connectBlocking(Settings::instance(), &Settings::toPy, &PyWorker::pySettingsQJs);
+    connectBlocking(Shell::instance(), &Shell::toPy, &PyWorker::pyShellValueQJs);
+    connectBlocking(Simulator::instance(), &Simulator::toPy, &PyWorker::pySimulatorValueQJs);
+    connectBlocking(Wifi::instance(), &Wifi::toPy, &PyWorker::pyWifiValue);
 }
 
 template <typename Enum, typename... Values>
@@ -199,6 +211,7 @@ bool PyWorker::call(const py::object &function, const char *name, Enum action, c
         return false;
     }
     const py::gil_scoped_acquire gil;
+    const BackendRuns runs;
     const BackendActivity activity(name, action);
     const py::tuple tuple = py::make_tuple(pythonArgumentOf(action), pythonArgumentOf(values)...);
     const auto result = py::reinterpret_steal<py::object>(PyObject_CallObject(function.ptr(), tuple.ptr()));
@@ -411,6 +424,7 @@ bool Bridge::startPython()
 
 bool Bridge::stopPython()
 {
+    const GuiThreadWaits waits;
     for (const auto &hook : preStopHooks) {
         hook();
     }

@@ -74,7 +74,10 @@ private:
     };
     static const std::vector<EntryFunction> entryFunctions;
 
-    void connectFamilies() const;
+    void connectFamilies();
+    template <typename Sender, typename Enum>
+    void connectBlocking(Sender &sender, void (Sender::*signal)(Enum, const QJSValue &),
+                         void (PyWorker::*slot)(Enum, const QJSValue &));
     void startInterpreter();
     bool bringUpBackend();
     void extendSysPath();

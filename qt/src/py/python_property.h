@@ -1,5 +1,6 @@
 #pragma once
 
+#include "announce.h"
 #include "types.h"
 
 #include <pybind11/pybind11.h>
@@ -35,6 +36,15 @@ template <typename Value> pybind11::arg pythonArgument(const char *name)
     pybind11::arg argument(name);
     argument.noconvert(std::is_same_v<Value, bool>);
     return argument;
+}
+
+/// What Python calls to let an object tell of something: the signal's arguments are the function's.
+template <Cost cost = Cost::Binding, typename Class, typename... Parameters>
+auto announcer(void (Class::*signal)(Parameters...))
+{
+    return [signal](Class &object, Parameters... parameters) {
+        announce<cost>(object, signal, parameters...);
+    };
 }
 
 /// A readable and writable attribute. A value of a wrong type raises TypeError and changes nothing.

@@ -1,125 +1,235 @@
+#include "announce.h"
 #include "notification_brake.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
+#include <QEventLoop>
 #include <QThread>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 
 namespace {
 
-/// As many changes as wait for the GUI thread before a writer is held back.
-constexpr int changesAhead = 5000;
+constexpr int aLot = 20 * NotificationBrake::largestCapacity;
 
-/// Counts the events that the brake sends to the object.
-class Changed : public QObject
+NotificationBrake &brake()
 {
-public:
-    bool event(QEvent *event) override
-    {
-        markers += event->type() == QEvent::MetaCall ? 1 : 0;
-        return QObject::event(event);
-    }
+    return NotificationBrake::instance();
+}
 
-    int markers = 0;
-};
-
-/// A thread that tells of changes while the GUI thread does something else.
+/// A thread of the backend.
 class Writer
 {
 public:
-    Writer(QObject &changed, int changes)
-        : m_thread(QThread::create([this, &changed, changes] {
-            for (int change = 0; change < changes; ++change) {
-                brakeNotifications(changed);
-                m_passed = change + 1;
-            }
-        }))
+    explicit Writer(const std::function<void()> &work)
+        : m_thread(QThread::create(work))
     {
         m_thread->start();
     }
 
-    ~Writer() { m_thread->wait(); }
+    /// Tells so often of something that costs so much.
+    Writer(int count, int cost)
+        : Writer([this, count, cost] {
+            for (int told = 1; told <= count; ++told) {
+                brake().told(cost);
+                m_passed = told;
+            }
+        })
+    {}
+
+    ~Writer() { wait(); }
     Q_DISABLE_COPY_MOVE(Writer)
 
     int passed() const { return m_passed; }
     bool isRunning() const { return m_thread->isRunning(); }
+    void wait() const { m_thread->wait(); }
+
+    /// Until the brake holds this thread, or lets it through to its end.
+    bool awaitHeld() const
+    {
+        while (isRunning() && brake().held() == 0) {
+            QThread::yieldCurrentThread();
+        }
+        return isRunning();
+    }
 
 private:
     std::atomic<int> m_passed = 0;
     std::unique_ptr<QThread> m_thread;
 };
 
-class NotificationBrake : public testing::Test
+/// The test itself is the GUI thread: it handles events when it says so.
+class NotificationBrakeTest : public testing::Test
 {
 protected:
-    // The brake counts for the whole process: what a test leaves behind is handled before its object goes.
-    ~NotificationBrake() override { QCoreApplication::processEvents(); }
+    // The brake is that of the process: what a test leaves behind is handled.
+    ~NotificationBrakeTest() override { handleAll(); }
 
-    Changed changed;
+    static void handleAll()
+    {
+        while (brake().waiting() > 0) {
+            QCoreApplication::processEvents();
+        }
+    }
+
+    /// Runs the body in an event loop that the brake has noticed.
+    static void inEventLoop(const std::function<void()> &body)
+    {
+        QEventLoop loop;
+        QObject context;
+        const auto run = [&] {
+            Writer(1, 1).wait();
+            handleAll();
+            body();
+            loop.quit();
+        };
+        QMetaObject::invokeMethod(&context, run, Qt::QueuedConnection);
+        loop.exec();
+    }
+
+    const int heldBefore = brake().timesHeld();
+    int timesHeld() const { return brake().timesHeld() - heldBefore; }
 };
 
 } // namespace
 
-TEST_F(NotificationBrake, TheObjectsOwnThreadIsNeverHeldBack)
+TEST_F(NotificationBrakeTest, NobodyIsHeldBackBeforeTheEventLoopRuns)
 {
-    for (int change = 0; change < 2 * changesAhead; ++change) {
-        brakeNotifications(changed);
-    }
-    QCoreApplication::processEvents();
-    EXPECT_EQ(changed.markers, 0);
+    Writer(aLot, 1).wait();
+    EXPECT_EQ(brake().waiting(), aLot);
+    EXPECT_EQ(timesHeld(), 0);
 }
 
-TEST_F(NotificationBrake, OneEventStandsForAllChangesUntilItIsHandled)
+TEST_F(NotificationBrakeTest, AWriterFarAheadIsHeldBackUntilTheGuiThreadHasGoneOn)
 {
-    {
-        const Writer writer(changed, changesAhead);
-    }
-    QCoreApplication::processEvents();
-    EXPECT_EQ(changed.markers, 1);
-    {
-        const Writer writer(changed, 2);
-    }
-    QCoreApplication::processEvents();
-    EXPECT_EQ(changed.markers, 2);
+    inEventLoop([] {
+        const Writer writer(aLot, 1);
+        ASSERT_TRUE(writer.awaitHeld());
+        EXPECT_GE(brake().waiting(), brake().capacity());
+        EXPECT_LE(writer.passed(), NotificationBrake::largestCapacity);
+        while (writer.isRunning()) {
+            QCoreApplication::processEvents();
+        }
+        EXPECT_EQ(writer.passed(), aLot);
+    });
+    handleAll();
+    EXPECT_GE(timesHeld(), 1);
 }
 
-TEST_F(NotificationBrake, AWriterFarAheadIsHeldBackAtEveryChange)
+TEST_F(NotificationBrakeTest, FewHeavyOnesAreHeldBackAsWellAsManyLightOnes)
 {
-    constexpr int further = 20;
-    QElapsedTimer timer;
-    timer.start();
-    {
-        const Writer writer(changed, 1 + changesAhead + further);
-    }
-    // 5 ms each, less what the clock may be coarse by. That it ends at all shows that the wait is bounded: no
-    // event was handled meanwhile.
-    EXPECT_GE(timer.elapsed(), 4 * further);
-    EXPECT_EQ(changed.markers, 0);
+    constexpr int heavy = 500;
+    inEventLoop([] {
+        const Writer writer(1000, heavy);
+        ASSERT_TRUE(writer.awaitHeld());
+        EXPECT_LE(writer.passed(), NotificationBrake::largestCapacity / heavy);
+        while (writer.isRunning()) {
+            QCoreApplication::processEvents();
+        }
+    });
 }
 
-TEST_F(NotificationBrake, HandlingTheEventLetsTheWriterGoOn)
+TEST_F(NotificationBrakeTest, WhoIsHeldBackGoesOnWhenTheGuiThreadBeginsToWait)
 {
-    constexpr int changes = 40 * changesAhead;
-    const Writer writer(changed, changes);
-    while (writer.isRunning()) {
-        QCoreApplication::processEvents();
-    }
-    EXPECT_EQ(writer.passed(), changes);
-    // Held back from the first round on, the rest would have been one marker.
-    EXPECT_GE(changed.markers, 2);
+    inEventLoop([this] {
+        const Writer writer(2 * NotificationBrake::largestCapacity, 1);
+        ASSERT_TRUE(writer.awaitHeld());
+        const GuiThreadWaits waits;
+        writer.wait();
+        EXPECT_EQ(timesHeld(), 1);
+    });
 }
 
-TEST_F(NotificationBrake, SeveralWritersShareOneBrake)
+TEST_F(NotificationBrakeTest, NobodyIsHeldBackWhileTheGuiThreadWaits)
 {
-    Changed other;
-    {
-        const Writer first(changed, changesAhead / 2);
-        const Writer second(other, changesAhead / 2);
-    }
-    QCoreApplication::processEvents();
-    EXPECT_EQ(changed.markers + other.markers, 1);
+    inEventLoop([this] {
+        const GuiThreadWaits waits;
+        {
+            const GuiThreadWaits nested;
+        }
+        Writer(aLot, 1).wait();
+        EXPECT_EQ(timesHeld(), 0);
+        EXPECT_EQ(brake().waiting(), aLot);
+    });
 }
+
+TEST_F(NotificationBrakeTest, AnotherThreadThatWaitsIsNotTheGuiThread)
+{
+    inEventLoop([] {
+        const Writer writer([] {
+            const GuiThreadWaits waits;
+            for (int told = 0; told < aLot; ++told) {
+                brake().told(1);
+            }
+        });
+        EXPECT_TRUE(writer.awaitHeld());
+        while (writer.isRunning()) {
+            QCoreApplication::processEvents();
+        }
+    });
+}
+
+TEST_F(NotificationBrakeTest, AGuiThreadThatStandsStillIsWaitedForOnce)
+{
+    inEventLoop([this] {
+        Writer(aLot, 1).wait(); // without saying so
+        EXPECT_EQ(timesHeld(), 1);
+        // It moves again.
+        handleAll();
+        const Writer next(aLot, 1);
+        EXPECT_TRUE(next.awaitHeld());
+        while (next.isRunning()) {
+            QCoreApplication::processEvents();
+        }
+    });
+}
+
+TEST_F(NotificationBrakeTest, WhatAScreenHasTakenAndNotHandledCounts)
+{
+    inEventLoop([] {
+        brake().setBacklog(brake().capacity());
+        const Writer writer(1, 1);
+        EXPECT_TRUE(writer.awaitHeld());
+        brake().setBacklog(0);
+        writer.wait();
+    });
+}
+
+TEST_F(NotificationBrakeTest, AThreadWithAMutexIsHeldBackLater)
+{
+    inEventLoop([this] {
+        std::atomic<int> heldInside = -1;
+        const Writer writer([&] {
+            const AnnouncesLater later;
+            {
+                const AnnouncesLater inner;
+                AnnouncesLater::add(aLot);
+            }
+            heldInside = timesHeld();
+        });
+        EXPECT_TRUE(writer.awaitHeld());
+        EXPECT_EQ(heldInside, 0);
+        while (writer.isRunning()) {
+            QCoreApplication::processEvents();
+        }
+    });
+}
+
+TEST_F(NotificationBrakeTest, SeveralWritersShareOneAccount)
+{
+    inEventLoop([] {
+        const Writer first(aLot, 1);
+        const Writer second(aLot, 1);
+        while (brake().held() < 2) {
+            QThread::yieldCurrentThread();
+        }
+        EXPECT_LE(first.passed() + second.passed(), NotificationBrake::largestCapacity + 2);
+        while (first.isRunning() || second.isRunning()) {
+            QCoreApplication::processEvents();
+        }
+    });
+}
+

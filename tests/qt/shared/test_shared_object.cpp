@@ -1,10 +1,12 @@
 #include "log_capture.h"
+#include "notification_brake.h"
 #include "shared_object.h"
 #include "shared_property.h"
 #include "signal_log.h"
 
 #include <gmock/gmock.h>
 
+#include <QCoreApplication>
 #include <QThread>
 
 #include <limits>
@@ -101,6 +103,25 @@ int foreignTextsSeen(Sample &sample, int writer)
 }
 
 } // namespace
+
+TEST(SharedObject, AChangeFromAnotherThreadIsAnnouncedToTheGuiThread)
+{
+    Sample sample;
+    const auto write = [&](const char *text) { sample.setText(QString::fromLatin1(text)); };
+    write("on the thread of the screens");
+    EXPECT_EQ(NotificationBrake::instance().waiting(), 0);
+    const std::unique_ptr<QThread> backend(QThread::create([&] {
+        write("b");
+        write("b");
+        write("c");
+    }));
+    backend->start();
+    backend->wait();
+    EXPECT_EQ(NotificationBrake::instance().waiting(), 2);
+    while (NotificationBrake::instance().waiting() > 0) {
+        QCoreApplication::processEvents();
+    }
+}
 
 TEST(SharedObject, NotifiesOnceAndNotOnAnEqualWrite)
 {

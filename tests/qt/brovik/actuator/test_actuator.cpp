@@ -370,6 +370,38 @@ TEST_F(ActuatorTest, AForeignRequestChangesTheRowsOnTheGuiThread)
     }
 }
 
+TEST_F(ActuatorTest, OfSeveralForeignListsOnlyTheNewestMakesRows)
+{
+    const SignalLog requests(model, {"_setDoutsSignal"});
+    const SignalLog rows(model, {"rowsInserted", "rowsRemoved"});
+    onForeignThread([this] {
+        for (int request = 0; request < 100; ++request) {
+            model.requestSetDOuts({actuator.mvKalt(), actuator.mvHeiss()});
+        }
+        model.requestSetDOuts({actuator.pumpe()});
+    });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(requests.emissions().size(), 101U);
+    EXPECT_THAT(rows.names(), ElementsAre("rowsInserted"));
+    EXPECT_EQ(model.data(model.index(0), DOutModel::dOutRole).value<DOut *>(), actuator.pumpe());
+}
+
+TEST_F(ActuatorTest, WhatIsAddedAfterAListStandsBehindIt)
+{
+    onForeignThread([this] {
+        model.requestSetDOuts({actuator.mvKalt()});
+        model.requestAddDOut(actuator.pumpe());
+        model.requestSetDOuts({actuator.mvHeiss()});
+        model.requestAddDOut(actuator.heat1());
+    });
+    QCoreApplication::processEvents();
+    ASSERT_EQ(model.rowCount(), 2);
+    EXPECT_EQ(model.data(model.index(0), DOutModel::dOutRole).value<DOut *>(), actuator.mvHeiss());
+    EXPECT_EQ(model.data(model.index(1), DOutModel::dOutRole).value<DOut *>(), actuator.heat1());
+    model.requestSetDOuts({actuator.mvKalt()});
+    EXPECT_EQ(model.rowCount(), 1) << "on the thread of the model a request is a call";
+}
+
 TEST_F(ActuatorTest, ADelegateFindsTheOutputByRoleAndAsModelData)
 {
     model.setDOuts({actuator.pumpe(), actuator.heat1()});

@@ -1,6 +1,7 @@
 #include "backend_run.h"
 #include "declared.h"
 #include "log_capture.h"
+#include "notification_brake.h"
 #include "signal_log.h"
 
 #include <pybind11/embed.h>
@@ -8,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QQmlComponent>
 #include <QRegularExpression>
 
@@ -493,6 +495,29 @@ TEST_F(BridgeTest, FloodOfWritesMessagesAndExceptionsLosesNothing)
     EXPECT_EQ(screen->property("exceptions").toInt(), 1 + static_cast<int>(std::size(presses)));
     EXPECT_EQ(gui.status2().size(), 10'000'001);
     EXPECT_EQ(log.texts(QtInfoMsg).filter(QRegularExpression(QStringLiteral("^x{100}"))).size(), threads);
+}
+
+TEST_F(BridgeTest, NoCallOfTheBackendIsHeldBack)
+{
+    const NotificationBrake &brake = NotificationBrake::instance();
+    BackendRun run("telling_much");
+    run.waitForStart();
+    QEventLoop loop;
+    const auto press = [&] {
+        // The brake learns that the event loop runs.
+        std::jthread([this] { gui.setStatus(QStringLiteral("one change")); }).join();
+        while (brake.waiting() > 0) {
+            QCoreApplication::processEvents();
+        }
+        act("brovik.gui", "Gui.toPy(Gui.PopupOpened, true)");
+        loop.quit();
+    };
+    QMetaObject::invokeMethod(&engine, press, Qt::QueuedConnection);
+    loop.exec();
+
+    EXPECT_TRUE(run.tellings.texts().contains(QStringLiteral("told")));
+    EXPECT_GE(brake.waiting(), 40'000);
+    EXPECT_EQ(brake.timesHeld(), 0);
 }
 
 TEST_F(BridgeTest, InterfaceIsDeclaredInOrder)
