@@ -78,6 +78,24 @@ Item {
                 compare(dialogs[1].height, dialogs[2].height);
             }
 
+            function test_few_fade_out_at_a_time() {
+                const ids = Array.from({length: 20}, (_, i) => i + 1);
+                const dialogs = ids.map(message);
+                open(dialogs[19]);
+                spy.clear();
+                for (const id of ids.slice().reverse()) {
+                    Gui.closeDialog(id, false);
+                }
+                tryVerify(() => Dialogs.fading > 0 || !Dialogs.popupActive);
+                verify(dialogs.filter(dialog => dialog?.visible).length <= Common.drawnDialogs);
+                tryVerify(() => !Dialogs.popupActive);
+                compare(spy.count, ids.length);
+                compare(Dialogs.fading, 0);
+                const later = open(message(21));
+                later.close();
+                verify(later.visible, "fades out again");
+            }
+
             function test_only_the_uppermost_dims() {
                 const dialogs = [1, 2, 3].map(message);
                 compare(dialogs.map(dialog => dialog.dim), [false, false, true]);

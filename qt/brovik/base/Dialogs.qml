@@ -17,6 +17,8 @@ Item {
     readonly property Component yesNoComp: Qt.createComponent("MyYesNoDialog.qml")
     readonly property Component msgComp: Qt.createComponent("MyDialog.qml")
 
+    // The dialogs that are on their way out, as they count themselves.
+    property int fading: 0
     readonly property bool popupActive: privat.openDialogsIdStackLen > 0
 
     // Opens a message. Options: id, details, traceback, ofException (see exception()). Returns the dialog, or nothing

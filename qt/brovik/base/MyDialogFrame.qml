@@ -66,10 +66,11 @@ Popup {
     }
 
     // Opened anew while it fades out, it has no answer yet.
-    onAboutToShow: privat.closing = false
-    onAboutToHide: privat.closing = true
+    onAboutToShow: privat.close(false)
+    onAboutToHide: privat.close(true)
     onOpened: column.forceActiveFocus()
-    onClosed: privat.closing = false
+    onClosed: privat.close(false)
+    Component.onDestruction: privat.close(false)
 
     Binding {
         target: root.background
@@ -77,8 +78,22 @@ Popup {
         value: !root.covered
     }
 
+    // What fades out is drawn into a picture of its own. Of hundreds that close at once few do that; the others just go.
+    Binding {
+        target: root
+        property: "exit"
+        value: null
+        when: root.covered || Dialogs.fading - privat.closing >= Common.drawnDialogs
+    }
+
     QtObject {
         id: privat
+
         property bool closing: false
+
+        function close(yes: bool) {
+            Dialogs.fading += yes - privat.closing;
+            privat.closing = yes;
+        }
     }
 }
