@@ -12,8 +12,8 @@ enum class Cost : int {
     Binding = 1,
     ConsoleLine = 10,
     Toast = 5,
-    Rows = 100,   ///< Some rows of a page are made anew.
-    Dialog = 500, ///< A dialog is made and opened.
+    Rows = 100,    ///< Some rows of a page are made anew.
+    Dialog = 1000, ///< A dialog is made and opened.
 };
 
 /// While one exists, its thread is not held back; once the outermost one goes, it is, if it told too much.

@@ -19,11 +19,10 @@
 /// it moves again.
 ///
 /// With one exception: until a call of the backend has the GIL, each thread that wants it as well has its
-/// turn of some milliseconds, and would fill it with hundreds of notifications. If each of them is a dialog,
-/// of which the backend is told in a call again, the queue would grow faster than it is handled. So in such a
-/// turn one waits too, but no longer than the turn lasts anyway, and not without end: the call may itself
-/// wait for that thread (BackendRuns), so while it runs that takes an account of `farTooMuch`. The thread of
-/// the call never waits.
+/// turn, and would fill it with hundreds of notifications. If each of them is a dialog, of which the backend
+/// is told in calls again, the queue would grow faster than it is handled. So in such a turn one waits too,
+/// which costs the call some turns, but not without end: the call may itself wait for that thread
+/// (BackendRuns), so while it runs that takes an account of `farTooMuch`. The thread of the call never waits.
 ///
 /// Any thread. Who waits holds no mutex but, in Python, the GIL.
 class NotificationBrake
@@ -37,7 +36,7 @@ public:
     static constexpr std::chrono::milliseconds aimedDelay{100};
     static constexpr std::chrono::seconds longestWait{1};
     static constexpr qint64 farTooMuch = 10'000;
-    /// Less than a thread's turn with the GIL, and all such waits in one call.
+    /// In a turn with the GIL, and in all turns of one call.
     static constexpr std::chrono::milliseconds longestWaitInTurn{4};
     static constexpr std::chrono::milliseconds allWaitsInTurns{1000};
 

@@ -32,6 +32,9 @@ Item {
     readonly property int dialogMaxWidth: 450
     readonly property int dialogWidth: Math.min(dialogMaxWidth, w1)
     readonly property int drawnDialogs: 3
+    // So many dialogs take memory that is worth giving back, when all has been quiet for this time in milliseconds.
+    readonly property int manyDialogs: 20
+    readonly property int quietTime: 500
     readonly property int dialogTextHeight: 100
     readonly property int dialogDetailsHeight: 200
     // Characters: a title or toast, a status, a cell of a table or a part of a changelog, what a dialog lays out as rich text, the pieces in which it lays out more.

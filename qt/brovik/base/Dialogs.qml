@@ -224,6 +224,19 @@ Item {
         readonly property EventFence echoEnd: EventFence {
             onPassed: privat.echoing = false
         }
+        // The most dialogs that were open at a time since the memory of some was given back.
+        property int most: 0
+        readonly property MemoryReturn memory: MemoryReturn {}
+        readonly property Timer afterMany: Timer {
+            interval: Common.quietTime
+
+            onTriggered: {
+                if (privat.most > Common.manyDialogs && !root.popupActive) {
+                    privat.most = 0;
+                    privat.memory.giveBack();
+                }
+            }
+        }
 
         // 0 for what is no number.
         function wholeNumber(id) {
@@ -240,6 +253,7 @@ Item {
         function push(id) {
             openDialogsIdStack.push(String(id));
             openDialogsIdStackLen = openDialogsIdStack.length;
+            most = Math.max(most, openDialogsIdStackLen);
         }
 
         function top() {
@@ -347,6 +361,7 @@ Item {
             }
             openDialogsIdStackLen = openDialogsIdStack.length;
             countAbove();
+            afterMany.restart();
 
             const reply = {[key]: {a: accepted}, current: currentForBackend()};
             if (value !== undefined) {
