@@ -130,7 +130,7 @@ BaseTemplate {
             }
         }
 
-        StackLayout {
+        MyStackLayout {
             id: pages
 
             objectName: "pages"

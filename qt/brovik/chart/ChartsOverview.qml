@@ -6,7 +6,7 @@ import brovik.base
 import brovik.chart
 import brovik.gui
 
-StackLayout {
+MyStackLayout {
     id: root
 
     // The Gui.PageEnum value of the page shown in this stack.

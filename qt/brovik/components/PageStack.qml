@@ -1,10 +1,10 @@
 // A stack of pages that report themselves, see PageReporter.
 import QtQml
-import QtQuick.Layouts
 
+import brovik.base
 import brovik.gui
 
-StackLayout {
+MyStackLayout {
     id: root
 
     // The stack itself is on the screen.
