@@ -116,8 +116,9 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
             compareSizes(["ssid", "quality", "band"].map(part), 12);
         }
 
+        // Also what fits its room, which does not grow.
         function isFixed(item) {
-            return item !== null && (item instanceof WifiLine || ["start", "progressText", "inputPanel"].includes(item.objectName) || isFixed(item.parent));
+            return item !== null && (item instanceof WifiLine || ["start", "progressText", "inputPanel", "pressure", "conductivity"].includes(item.objectName) || isFixed(item.parent));
         }
 
         function test_every_other_text_data() {
