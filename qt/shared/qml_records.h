@@ -28,8 +28,8 @@ public:
     }
 
 private:
-    /// Views may take their new copies before the queued call or after it, or for several changes at once, and
-    /// drop the old ones in their next frame. So the old ones stay until newer ones were taken.
+    /// Views may take their new copies before the queued call or after it, and drop the old ones in their
+    /// next frame.
     void retire()
     {
         if (std::exchange(m_retiring, true)) {
@@ -37,9 +37,6 @@ private:
         }
         const auto replace = [this] {
             m_retiring = false;
-            if (m_copies->children().isEmpty()) {
-                return;
-            }
             m_oldCopies = std::exchange(m_copies, std::make_unique<QObject>());
         };
         QMetaObject::invokeMethod(this, replace, Qt::QueuedConnection);

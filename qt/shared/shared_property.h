@@ -28,7 +28,7 @@ public:                                                                         
     }                                                                                                        \
     void setter(SharedArgument<type> value)                                                                  \
     {                                                                                                        \
-        change<type>(m_##name, value, SHARED_SIGNAL(name##Changed));                                          \
+        change<type>(m_##name, value, SHARED_SIGNAL(name##Changed));                                         \
     }                                                                                                        \
 Q_SIGNALS:                                                                                                   \
     void name##Changed();                                                                                    \
@@ -66,7 +66,7 @@ public:                                                                         
     }                                                                                                        \
     void setter(type value)                                                                                  \
     {                                                                                                        \
-        changeWithin(m_##name, value, m_##name##Min, m_##name##Max, SHARED_SIGNAL(name##Changed));            \
+        changeWithin(m_##name, value, m_##name##Min, m_##name##Max, SHARED_SIGNAL(name##Changed));           \
     }                                                                                                        \
 Q_SIGNALS:                                                                                                   \
     void name##Changed();                                                                                    \

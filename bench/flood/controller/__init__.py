@@ -18,7 +18,7 @@ from typing import Any
 from brovik.actuator import Actuator
 from brovik.chart import Chart
 from brovik.gui import Gui, GuiEnum
-from brovik.shell import ChangelogEntry, Shell
+from brovik.shell import ChangelogEntry, ChangelogEntryVector, Shell
 from brovik.wifi import Wifi
 
 THREADS = 4
@@ -95,7 +95,9 @@ def _changelog(number: int) -> None:
     entry = ChangelogEntry(Shell)
     entry.name = entry.date = entry.version = entry.distribution = str(number)
     entry.urgency_str = f"u{number}"
-    Shell.changelogs = [entry]
+    changelog = ChangelogEntryVector()
+    changelog.append(entry)
+    Shell.changelogs = changelog
 
 
 def _charts(_number: int) -> None:

@@ -63,15 +63,16 @@ template <typename Class> void bindFunctions(Class &cls)
             "duration"_a = 1000, "Shows a short note with an icon, for `duration` milliseconds.");
     cls.def("toast_warn", announcer<Cost::Toast>(&Gui::toastWarn), "text"_a, "duration"_a = 1000,
             "Shows a short warning, for `duration` milliseconds.");
-    cls.def("set_warnings_dialog_data", announcer(&Gui::setWarningsDialogData), "count"_a, "title"_a, "text"_a,
-            "yes_txt"_a);
+    cls.def("set_warnings_dialog_data", announcer(&Gui::setWarningsDialogData), "count"_a, "title"_a,
+            "text"_a, "yes_txt"_a);
     cls.def("set_pico_stdout", announcer(&Gui::setPicoStdout),
             "Output of the microcontroller's update. No screen shows it.");
     cls.def("set_pico_stderr", announcer(&Gui::setPicoStderr),
             "Errors of the microcontroller's update. No screen shows them.");
     cls.def("set_pico_return_value", announcer(&Gui::setPicoReturnValue),
             "Result of the microcontroller's update. No screen shows it.");
-    cls.def("show_poweroff_dialog", announcer<Cost::Dialog>(&Gui::showPoweroffDialog), "Opens the power popup.");
+    cls.def("show_poweroff_dialog", announcer<Cost::Dialog>(&Gui::showPoweroffDialog),
+            "Opens the power popup.");
     cls.def("request_popup", announcer<Cost::Dialog>(&Gui::requestPopup), "which"_a, "id_"_a,
             "Asks for a popup. No screen has one at present.");
     cls.def("message", &Gui::showMessage, "title"_a, "text"_a, "category"_a,

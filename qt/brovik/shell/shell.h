@@ -66,7 +66,7 @@ public:                                                                         
     }                                                                                                        \
     void setter(const type &value)                                                                           \
     {                                                                                                        \
-        change<type>(m_##name, value, SHARED_SIGNAL(name##Changed));                                          \
+        change<type>(m_##name, value, SHARED_SIGNAL(name##Changed));                                         \
     }                                                                                                        \
 Q_SIGNALS:                                                                                                   \
     void name##Changed();                                                                                    \

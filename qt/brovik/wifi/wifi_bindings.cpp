@@ -26,7 +26,8 @@ void bindWifi(py::module_ &module)
     WIFI_PROPERTIES(BIND_PROPERTY, BIND_NOTHING)
     cls.def("set_login_data", announcer(&Wifi::gotLoginData), "ssid"_a, "psk"_a,
             "Opens the login page for a network, with this password in its field.");
-    cls.def("abort_wifi_scan", announcer(&Wifi::abortWifiScan), "Ends the wait for a scan that has no results.");
+    cls.def("abort_wifi_scan", announcer(&Wifi::abortWifiScan),
+            "Ends the wait for a scan that has no results.");
     cls.def("set_scan_results", &Wifi::takeScanResults, "results"_a,
             "Ends the wait for a scan: the networks found, by name, each with its `quality` and `is5GHz`.");
     publishSingleton<Self>(module, "Wifi");

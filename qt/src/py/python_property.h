@@ -42,9 +42,8 @@ template <typename Value> pybind11::arg pythonArgument(const char *name)
 template <Cost cost = Cost::Binding, typename Class, typename... Parameters>
 auto announcer(void (Class::*signal)(Parameters...))
 {
-    return [signal](Class &object, Parameters... parameters) {
-        announce<cost>(object, signal, parameters...);
-    };
+    return
+        [signal](Class &object, Parameters... parameters) { announce<cost>(object, signal, parameters...); };
 }
 
 /// A readable and writable attribute. A value of a wrong type raises TypeError and changes nothing.

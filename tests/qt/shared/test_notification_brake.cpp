@@ -232,4 +232,3 @@ TEST_F(NotificationBrakeTest, SeveralWritersShareOneAccount)
         }
     });
 }
-
