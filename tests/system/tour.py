@@ -241,7 +241,7 @@ def _take_all(folder: Path, configuration: str) -> Iterator[str]:
     with tour_dialogs.guest() as program:
         tour_dialogs.take_damaged_window(program, albums)
         tour_dialogs.take_dialogs(program, albums)
-        yield from _ended(program, "beschädigt")
+        yield from _ended(program, "beschädigt", "Traceback (most recent call last):")
 
 
 def main() -> int:

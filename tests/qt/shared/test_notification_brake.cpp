@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int aLot = 20 * NotificationBrake::largestCapacity;
+constexpr int plenty = 20 * NotificationBrake::largestCapacity;
 
 NotificationBrake &brake()
 {
@@ -98,22 +98,22 @@ protected:
 
 TEST_F(NotificationBrakeTest, NobodyIsHeldBackBeforeTheEventLoopRuns)
 {
-    Writer(aLot, 1).wait();
-    EXPECT_EQ(brake().waiting(), aLot);
+    Writer(plenty, 1).wait();
+    EXPECT_EQ(brake().waiting(), plenty);
     EXPECT_EQ(timesHeld(), 0);
 }
 
 TEST_F(NotificationBrakeTest, AWriterFarAheadIsHeldBackUntilTheGuiThreadHasGoneOn)
 {
     inEventLoop([] {
-        const Writer writer(aLot, 1);
+        const Writer writer(plenty, 1);
         ASSERT_TRUE(writer.awaitHeld());
         EXPECT_GE(brake().waiting(), brake().capacity());
         EXPECT_LE(writer.passed(), NotificationBrake::largestCapacity);
         while (writer.isRunning()) {
             QCoreApplication::processEvents();
         }
-        EXPECT_EQ(writer.passed(), aLot);
+        EXPECT_EQ(writer.passed(), plenty);
     });
     handleAll();
     EXPECT_GE(timesHeld(), 1);
@@ -150,9 +150,9 @@ TEST_F(NotificationBrakeTest, NobodyIsHeldBackWhileTheGuiThreadWaits)
         {
             const GuiThreadWaits nested;
         }
-        Writer(aLot, 1).wait();
+        Writer(plenty, 1).wait();
         EXPECT_EQ(timesHeld(), 0);
-        EXPECT_EQ(brake().waiting(), aLot);
+        EXPECT_EQ(brake().waiting(), plenty);
     });
 }
 
@@ -161,7 +161,7 @@ TEST_F(NotificationBrakeTest, AnotherThreadThatWaitsIsNotTheGuiThread)
     inEventLoop([] {
         const Writer writer([] {
             const GuiThreadWaits waits;
-            for (int told = 0; told < aLot; ++told) {
+            for (int told = 0; told < plenty; ++told) {
                 brake().told(1);
             }
         });
@@ -175,11 +175,11 @@ TEST_F(NotificationBrakeTest, AnotherThreadThatWaitsIsNotTheGuiThread)
 TEST_F(NotificationBrakeTest, AGuiThreadThatStandsStillIsWaitedForOnce)
 {
     inEventLoop([this] {
-        Writer(aLot, 1).wait(); // without saying so
+        Writer(plenty, 1).wait(); // without saying so
         EXPECT_EQ(timesHeld(), 1);
         // It moves again.
         handleAll();
-        const Writer next(aLot, 1);
+        const Writer next(plenty, 1);
         EXPECT_TRUE(next.awaitHeld());
         while (next.isRunning()) {
             QCoreApplication::processEvents();
@@ -206,7 +206,7 @@ TEST_F(NotificationBrakeTest, AThreadWithAMutexIsHeldBackLater)
             const AnnouncesLater later;
             {
                 const AnnouncesLater inner;
-                AnnouncesLater::add(aLot);
+                AnnouncesLater::add(plenty);
             }
             heldInside = timesHeld();
         });
@@ -221,8 +221,8 @@ TEST_F(NotificationBrakeTest, AThreadWithAMutexIsHeldBackLater)
 TEST_F(NotificationBrakeTest, SeveralWritersShareOneAccount)
 {
     inEventLoop([] {
-        const Writer first(aLot, 1);
-        const Writer second(aLot, 1);
+        const Writer first(plenty, 1);
+        const Writer second(plenty, 1);
         while (brake().held() < 2) {
             QThread::yieldCurrentThread();
         }
