@@ -137,14 +137,17 @@ void NotificationBrake::postMark()
     m_markWaits = true;
     m_markTells = m_stops == 0;
     m_sinceMark.start();
+    m_markedUpTo = m_told;
+    // Carries nothing: the thread sanitizer does not see how Qt hands it over.
     QMetaObject::invokeMethod(
-        &m_receiver, [this, told = m_told] { handled(told); }, Qt::QueuedConnection);
+        &m_receiver, [] { instance().handled(); }, Qt::QueuedConnection);
 }
 
 /// The GUI thread has come to a mark.
-void NotificationBrake::handled(qint64 told)
+void NotificationBrake::handled()
 {
     const std::lock_guard lock(m_mutex);
+    const qint64 told = m_markedUpTo;
     m_loopRuns = QThread::currentThread()->loopLevel() > 0;
     followEndOfLoop();
     m_stuck = false;

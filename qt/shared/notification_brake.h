@@ -68,7 +68,7 @@ private:
     void callBegins();
     void callEnds();
     void guiThreadGoesOn();
-    void handled(qint64 told);
+    void handled();
     qint64 account() const { return m_told - m_handled + m_backlog; }
     bool isFull() const { return m_loopRuns && !m_stuck && account() > m_capacity; }
     bool holdsBack() const { return isFull() && m_stops == 0; }
@@ -83,6 +83,7 @@ private:
     QObject m_receiver; ///< Of the mark, on the GUI thread.
     qint64 m_told = 0;
     qint64 m_handled = 0;
+    qint64 m_markedUpTo = 0; ///< What was told of before the mark that waits.
     qint64 m_backlog = 0;
     qint64 m_capacity = capacityAtStart;
     QElapsedTimer m_sinceMark;
