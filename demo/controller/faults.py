@@ -32,6 +32,7 @@ class _Known:
     last: float
 
 
+# To report is all that it is there for.
 class FaultReporter:  # pylint: disable=too-few-public-methods
     """Shows a fault once and counts its repetitions in the log. Belongs to one thread.
 

@@ -186,7 +186,7 @@ def _points_from_both() -> Iterator[tuple[float, float]]:
     for _ in range(ROUNDS):
         thread = _add_points()
         seconds: list[float] = []
-        inside.append(lambda: seconds.append(_add_points()))  # pylint: disable=cell-var-from-loop
+        inside.append(lambda: seconds.append(_add_points()))
         _ask()
         yield thread, seconds[0]
 

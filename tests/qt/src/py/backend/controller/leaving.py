@@ -6,6 +6,7 @@ import signal
 import subprocess
 import sys
 import threading
+from collections.abc import Callable
 from types import FrameType
 
 from brovik.gui import GuiEnum, Gui
@@ -14,7 +15,7 @@ from brovik.sensor import Sensor
 PLACE = os.environ.get("TEST_PLACE", "")
 
 
-def _wait(read=os.read) -> None:  # type: ignore[no-untyped-def]
+def _wait(read: Callable[[int, int], bytes] = os.read) -> None:
     # Also when the modules of Python are gone already.
     print("waits", flush=True)
     read(0, 1)
