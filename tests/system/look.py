@@ -38,5 +38,6 @@ def go_to_theme(program: Panel, dark: bool) -> None:
         program.wait_until_shown(then)
 
 
-#: What the pages are made for.
-LOOKS = [Look(width, height, dark) for width, height in ((800, 1200), (720, 950)) for dark in (True, False)]
+_ALL = [Look(width, height, dark) for width, height in ((800, 1200), (720, 950)) for dark in (True, False)]
+#: What the pages are made for, by name.
+LOOKS = {str(look): look for look in _ALL}

@@ -1,8 +1,7 @@
 #!/usr/bin/python3
-"""A tour of all pages and dialogs, with a picture of each: tour.py <folder>.
+"""A tour of all pages and dialogs, with a picture of each: tour.py <folder> <look>...
 
-Each picture is taken in both themes and in both sizes of the window. A warning in the program's log
-is a failure.
+A look is a size of the window with a theme, such as 800x1200-dunkel. A warning in the log is a failure.
 """
 
 import sys
@@ -209,14 +208,13 @@ def _leave_defaults(program: Panel) -> None:
     program.click("Automatik", "page tab")
 
 
-def _take_pages(albums: dict[Look, Album], configuration: str) -> list[str]:
-    """Goes round the pages once for each look, and leaves a run to be interrupted by the program's end."""
+def _take_pages(look: Look, album: Album, configuration: str) -> list[str]:
+    """Goes round the pages, and leaves a run to be interrupted by the program's end."""
     with panel.demo(_TIME_FACTOR, XDG_CONFIG_HOME=configuration) as program:
         program.wait_until_shown(START)
         _leave_defaults(program)
-        for look, album in albums.items():
-            look.put_on(program)
-            Tour(program, album).walk()
+        look.put_on(program)
+        Tour(program, album).walk()
         program.press_and_hold(START)
         program.wait_for("30 %", lambda: progress(program) >= 30)
         return _ended(program, _LATE_POINTS)
@@ -227,27 +225,27 @@ def _ended(program: Panel, *expected: str) -> list[str]:
     return complaints(program, *expected) + ([f"exit code {code}"] if code else [])
 
 
-def _take_all(folder: Path, configuration: str) -> Iterator[str]:
-    """Takes all pictures, and gives what is wrong with the logs."""
-    albums = {look: Album(folder / str(look)) for look in LOOKS}
-    yield from _take_pages(albums, configuration)
-    for look, album in albums.items():
+def _take_all(look: Look, album: Album) -> Iterator[str]:
+    """Takes all pictures of a look, and gives what is wrong with the logs."""
+    with tempfile.TemporaryDirectory() as configuration:
+        yield from _take_pages(look, album, configuration)
         with tour_starts.after_an_interruption(look, configuration) as program:
             tour_starts.take_interruption(program, album)
             yield from _ended(program, _LATE_POINTS)
-        with tour_starts.with_damaged_storage(look) as program:
-            tour_starts.take_failures(program, album)
-            yield from _ended(program, "beschädigt", "fehlgeschlagen")
+    with tour_starts.with_damaged_storage(look) as program:
+        tour_starts.take_failures(program, album)
+        yield from _ended(program, "beschädigt", "fehlgeschlagen")
     with tour_dialogs.guest() as program:
-        tour_dialogs.take_damaged_window(program, albums)
-        tour_dialogs.take_dialogs(program, albums)
+        tour_dialogs.take_damaged_window(program, look, album)
+        tour_dialogs.take_dialogs(program, look, album)
         yield from _ended(program, "beschädigt", "Traceback (most recent call last):")
 
 
 def main() -> int:
     """Gives the exit code."""
-    with Desktop(), tempfile.TemporaryDirectory() as configuration:
-        found = list(_take_all(Path(sys.argv[1]), configuration))
+    folder, *names = sys.argv[1:]
+    with Desktop():
+        found = [line for name in names for line in _take_all(LOOKS[name], Album(Path(folder) / name))]
         print("\n".join(["The log complains:", *found] if found else ["The log has no complaint."]))
         return len(found)
 

@@ -36,25 +36,23 @@ def guest() -> Panel:
     return program
 
 
-def take_damaged_window(program: Panel, albums: dict[Look, Album]) -> None:
+def take_damaged_window(program: Panel, look: Look, album: Album) -> None:
     """The message of that file. The window is dark then, for it has forgotten its theme."""
     program.wait_until_shown("Einstellungen")
-    for look, album in albums.items():
-        if look.dark:
-            program.resize(look.width, look.height)
-            album.take("fenster-beschaedigt", program.window)
+    if look.dark:
+        program.resize(look.width, look.height)
+        album.take("fenster-beschaedigt", program.window)
     program.click("OK")
     program.wait_until_gone("Einstellungen")
 
 
-def take_dialogs(program: Panel, albums: dict[Look, Album]) -> None:
-    """A message, an exception and toasts, in each look."""
+def take_dialogs(program: Panel, look: Look, album: Album) -> None:
+    """A message, an exception and toasts."""
     program.wait_until_shown(_READY)
-    for look, album in albums.items():
-        look.put_on(program)
-        _take_message(program, album)
-        _take_exception(program, album)
-        _take_toasts(program, album)
+    look.put_on(program)
+    _take_message(program, album)
+    _take_exception(program, album)
+    _take_toasts(program, album)
 
 
 def _take_message(program: Panel, album: Album) -> None:
