@@ -103,6 +103,7 @@ void consoleBurst(benchmark::State &state)
         state.counters["memory_mib"] = screen::residentMib() - before;
         QMetaObject::invokeMethod(&part("clear"), "clicked");
         screen::awaitFrame(*window);
+        state.counters["growth_mib"] = screen::residentMib() - before;
     }
 }
 
@@ -159,7 +160,7 @@ void fillInstalled(benchmark::State &state)
 #define UPDATES_BENCHMARK(function, name)                                                                    \
     BENCHMARK(function)->Name(name)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1)
 
-UPDATES_BENCHMARK(consoleBurst, "updates_console_burst")->Arg(2000)->Arg(20000);
+UPDATES_BENCHMARK(consoleBurst, "updates_console_burst")->Arg(2000)->Arg(20000)->Arg(40000);
 UPDATES_BENCHMARK(openInstalled, "updates_open_installed")->Arg(500);
 UPDATES_BENCHMARK(fillInstalled, "updates_fill_installed")->Arg(500);
 

@@ -2,49 +2,81 @@
 
 #include "record_list.h"
 
+#include <QBasicTimer>
 #include <QJSEngine>
 #include <QObject>
 #include <QQmlListProperty>
 
+#include <atomic>
 #include <memory>
 #include <utility>
+#include <vector>
 
 /// Owns what QML got of a list. The engine would collect a copy that a delegate still shows, were it the
-/// owner; so the copies belong to a generation, and one change of the list after the next the screens have
-/// let go of it. Lives on the GUI thread and is used there alone.
+/// owner; so the copies belong to a generation, which ends with a change of the list. The screens may show
+/// an ended one until they have taken the change and drawn, so it rests before it goes. Lives on the GUI
+/// thread and is used there alone; the list may change on any thread.
 class QmlGenerations : public QObject
 {
 public:
+    /// Milliseconds. An ended generation rests up to twice as long, and over two turns of the event loop.
+    static constexpr int restMs = 100;
+
     /// `listChanged` is the signal by which the owner tells of a change; from any thread.
     template <typename Owner> QmlGenerations(const Owner &owner, void (Owner::*listChanged)())
     {
-        connect(&owner, listChanged, this, &QmlGenerations::retire);
+        connect(&owner, listChanged, this, &QmlGenerations::noteChange, Qt::DirectConnection);
     }
 
     void adopt(QObject &copy)
     {
+        endGenerationOfOldList();
         copy.setParent(m_copies.get());
         QJSEngine::setObjectOwnership(&copy, QJSEngine::CppOwnership);
     }
 
-private:
-    /// Views may take their new copies before the queued call or after it, and drop the old ones in their
-    /// next frame.
-    void retire()
+protected:
+    void timerEvent(QTimerEvent * /*event*/) override
     {
-        if (std::exchange(m_retiring, true)) {
-            return;
+        m_going = std::exchange(m_resting, {});
+        // Whoever read the list before may have gone.
+        endGenerationOfOldList();
+        if (m_going.empty() && m_resting.empty()) {
+            m_timer.stop();
         }
-        const auto replace = [this] {
-            m_retiring = false;
-            m_oldCopies = std::exchange(m_copies, std::make_unique<QObject>());
-        };
-        QMetaObject::invokeMethod(this, replace, Qt::QueuedConnection);
     }
 
-    std::unique_ptr<QObject> m_copies = std::make_unique<QObject>();
-    std::unique_ptr<QObject> m_oldCopies;
-    bool m_retiring = false;
+private:
+    using Generation = std::unique_ptr<QObject>;
+
+    /// On the thread of the change. What is read from now on belongs to the next generation, even before the
+    /// GUI thread hears of the change.
+    void noteChange()
+    {
+        if (!m_changed.exchange(true)) {
+            QMetaObject::invokeMethod(this, &QmlGenerations::letRest, Qt::QueuedConnection);
+        }
+    }
+
+    void letRest()
+    {
+        if (!m_timer.isActive()) {
+            m_timer.start(restMs, this);
+        }
+    }
+
+    void endGenerationOfOldList()
+    {
+        if (m_changed.exchange(false)) {
+            m_resting.push_back(std::exchange(m_copies, std::make_unique<QObject>()));
+        }
+    }
+
+    std::atomic<bool> m_changed = false;
+    Generation m_copies = std::make_unique<QObject>();
+    std::vector<Generation> m_resting;
+    std::vector<Generation> m_going;
+    QBasicTimer m_timer;
 };
 
 /// Shows a RecordList to QML: count and element only, each element a copy made at the moment of reading. GUI

@@ -78,6 +78,23 @@ Item {
                 compare(dialogs[1].height, dialogs[2].height);
             }
 
+            // What stands in a dialog is most of its time and memory.
+            function test_of_many_only_the_uppermost_are_filled() {
+                const few = Common.manyDialogs + 1;
+                const ids = Array.from({length: 2 * few}, (_, i) => i + 1);
+                const dialogs = ids.map(message);
+                const filled = () => dialogs.map(dialog => dialog?.contentItem.item !== null);
+                const expected = (from, to) => ids.map((_, i) => i < few || from <= i && i < to);
+                compare(filled(), expected(0, 0));
+                const top = dialogs.length;
+                tryVerify(() => filled().join() === expected(top - Common.drawnDialogs, top).join());
+
+                Dialogs.acceptCurrent();
+                tryVerify(() => dialogs[top - 1 - Common.drawnDialogs].contentItem.item);
+                verify(findText(dialogs[top - 2].contentItem, String(ids[top - 2])));
+                compare(dialogs[top - 2].height, dialogs[0].height);
+            }
+
             function test_few_fade_out_at_a_time() {
                 const ids = Array.from({length: 20}, (_, i) => i + 1);
                 const dialogs = ids.map(message);

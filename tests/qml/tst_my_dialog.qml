@@ -42,7 +42,7 @@ Item {
             }
 
             function detailsOf(dialog) {
-                const children = dialog.contentItem.children;
+                const children = dialog.contentItem.item.children;
                 return children[children.length - 1];
             }
 

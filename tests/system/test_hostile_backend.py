@@ -30,6 +30,28 @@ for thread in threading.flood_threads:
     thread.start()
 """
 
+CHANGELOGS = """
+import threading
+from brovik.shell import ChangelogEntry, ChangelogEntryVector, Shell
+
+def publish(text):
+    entry = ChangelogEntry(Shell)
+    entry.name = entry.date = entry.version = entry.distribution = entry.urgency_str = text
+    changelogs = ChangelogEntryVector()
+    changelogs.append(entry)
+    Shell.changelogs = changelogs
+
+def flood(writer):
+    for number in range(5000):
+        publish(f"{writer}.{number}")
+
+threads = [threading.Thread(target=flood, args=(writer,)) for writer in range(4)]
+for thread in threads:
+    thread.start()
+for thread in threads:
+    thread.join()
+"""
+
 EBB = """
 import threading
 from brovik.gui import Gui
@@ -78,6 +100,12 @@ class HostileBackendTest(unittest.TestCase):
         self.assertEqual(
             [data["current"][0] for data in dialog_data(self.program)[:WRITERS]], [-1, -2, -3, -4]
         )
+
+    def test_changelogs_without_a_pause(self) -> None:
+        """The page that shows one never shows what has gone meanwhile."""
+        self.program.backend(CHANGELOGS)
+        self._answers()
+        self.assertEqual([line for line in self.program.log if " of null" in line], [])
 
     def test_many_dialogs(self) -> None:
         """200 messages are 200 dialogs, of which the last ones show; operator and backend close them all."""

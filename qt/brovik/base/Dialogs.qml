@@ -20,6 +20,8 @@ Item {
     // The dialogs that are on their way out, as they count themselves.
     property int fading: 0
     readonly property bool popupActive: privat.openDialogsIdStackLen > 0
+    // More are open than an operator can have asked for.
+    readonly property bool many: privat.openDialogsIdStackLen > Common.manyDialogs
 
     // Opens a message. Options: id, details, traceback, ofException (see exception()). Returns the dialog, or nothing
     // if its id is open already.

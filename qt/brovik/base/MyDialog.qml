@@ -27,54 +27,63 @@ MyDialogFrame {
     text: "Text"
     plainText: ofException
 
-    RowLayout {
-        Layout.fillWidth: true
-        spacing: Common.spacing
+    contentItem: MyDialogLoader {
+        dialog: root
 
-        Label {
-            Layout.fillWidth: true
-            text: typeof root.time === "string" ? root.time : ""
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
+        sourceComponent: MyDialogColumn {
+            dialog: root
+
+            RowLayout {
+                Layout.fillWidth: true
+                spacing: Common.spacing
+
+                Label {
+                    Layout.fillWidth: true
+                    text: typeof root.time === "string" ? root.time : ""
+                    textFormat: Text.PlainText
+                    elide: Text.ElideRight
+                }
+
+                Button {
+                    id: tracebackButton
+                    text: "Traceback"
+                    checkable: true
+                    visible: root.traceback && !root.details
+                }
+
+                Button {
+                    id: detailsButton
+                    text: "Details"
+                    checkable: true
+                    visible: root.details
+                }
+
+                Button {
+                    text: "OK"
+                    onClicked: root.close()
+                }
+            }
+
+            MyTextList {
+                id: detailsList
+
+                Layout.fillWidth: true
+                Layout.preferredHeight: Math.min(Common.dialogDetailsHeight, contentHeight)
+                texts: privat.closed ? [] : privat.detailTexts()
+                visible: tracebackButton.checked || detailsButton.checked
+            }
         }
-
-        Button {
-            id: tracebackButton
-            text: "Traceback"
-            checkable: true
-            visible: root.traceback && !root.details
-        }
-
-        Button {
-            id: detailsButton
-            text: "Details"
-            checkable: true
-            visible: root.details
-        }
-
-        Button {
-            text: "OK"
-            onClicked: root.close()
-        }
-    }
-
-    MyTextList {
-        id: detailsList
-
-        Layout.fillWidth: true
-        Layout.preferredHeight: Math.min(Common.dialogDetailsHeight, contentHeight)
-        visible: tracebackButton.checked || detailsButton.checked
     }
 
     onEnterPressed: close()
     onEscapePressed: close()
 
-    onClosed: detailsList.texts = []
-
-    Component.onCompleted: detailsList.texts = privat.detailTexts()
+    onClosed: privat.closed = true
 
     QtObject {
         id: privat
+
+        property bool closed: false
 
         function detailTexts() {
             if (root.details) {

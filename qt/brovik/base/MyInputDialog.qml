@@ -111,67 +111,74 @@ Rectangle {
         }
         onClosed: root.closed()
 
-        // The keys go round here. Of a popup that is not modal they would leave otherwise.
-        TextField {
-            id: field
+        // The id ends the deferring: the field is there before the dialog opens.
+        contentItem: MyDialogColumn { // qmllint disable deferred-property-id
+            id: column
 
-            Layout.fillWidth: true
-            Accessible.name: root.title
-            KeyNavigation.tab: eyeButton
-            KeyNavigation.backtab: yesButton
-            inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoAutoUppercase
-            echoMode: root.password && !eyeButton.checked ? TextInput.Password : TextInput.Normal
+            dialog: popup
 
-            onTextEdited: root.errorText = privat.missingText()
-        }
+            // The keys go round here. Of a popup that is not modal they would leave otherwise.
+            TextField {
+                id: field
 
-        Label {
-            id: errorLabel
+                Layout.fillWidth: true
+                Accessible.name: root.title
+                KeyNavigation.tab: eyeButton
+                KeyNavigation.backtab: yesButton
+                inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoAutoUppercase
+                echoMode: root.password && !eyeButton.checked ? TextInput.Password : TextInput.Normal
 
-            Layout.fillWidth: true
-            textFormat: Text.PlainText
-            wrapMode: Text.Wrap
-            // It may quote what was typed, however long.
-            maximumLineCount: privat.errorLines
-            elide: Text.ElideRight
-            color: "red"
-            visible: text
-        }
-
-        RowLayout {
-            Layout.alignment: Qt.AlignRight
-            spacing: Common.spacing
-
-            Button {
-                id: eyeButton
-
-                Accessible.name: "Passwort anzeigen"
-                KeyNavigation.tab: noButton
-                KeyNavigation.backtab: field
-                checkable: true
-                display: AbstractButton.IconOnly
-                icon.source: checked ? "qrc:/brovik/base/img/eye-slash.svg" : "qrc:/brovik/base/img/eye.svg"
-                visible: root.password
+                onTextEdited: root.errorText = privat.missingText()
             }
 
-            MyTextButton {
-                id: noButton
+            Label {
+                id: errorLabel
 
-                KeyNavigation.tab: yesButton
-                KeyNavigation.backtab: eyeButton
-                text: root.no
+                Layout.fillWidth: true
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                // It may quote what was typed, however long.
+                maximumLineCount: privat.errorLines
+                elide: Text.ElideRight
+                color: "red"
                 visible: text
-                onClicked: root.reject()
             }
 
-            MyTextButton {
-                id: yesButton
+            RowLayout {
+                Layout.alignment: Qt.AlignRight
+                spacing: Common.spacing
 
-                KeyNavigation.tab: field
-                KeyNavigation.backtab: noButton
-                text: root.yes
-                enabled: !root.errorText
-                onClicked: root.accept()
+                Button {
+                    id: eyeButton
+
+                    Accessible.name: "Passwort anzeigen"
+                    KeyNavigation.tab: noButton
+                    KeyNavigation.backtab: field
+                    checkable: true
+                    display: AbstractButton.IconOnly
+                    icon.source: checked ? "qrc:/brovik/base/img/eye-slash.svg" : "qrc:/brovik/base/img/eye.svg"
+                    visible: root.password
+                }
+
+                MyTextButton {
+                    id: noButton
+
+                    KeyNavigation.tab: yesButton
+                    KeyNavigation.backtab: eyeButton
+                    text: root.no
+                    visible: text
+                    onClicked: root.reject()
+                }
+
+                MyTextButton {
+                    id: yesButton
+
+                    KeyNavigation.tab: field
+                    KeyNavigation.backtab: noButton
+                    text: root.yes
+                    enabled: !root.errorText
+                    onClicked: root.accept()
+                }
             }
         }
     }

@@ -37,33 +37,46 @@ MyDialogFrame {
     color: "blue"
     text: "Frage"
 
-    GridLayout {
-        Layout.fillWidth: true
-        columns: privat.stacked ? 1 : 3
-        columnSpacing: Common.spacing
-        rowSpacing: 0
+    contentItem: MyDialogLoader {
+        dialog: root
 
-        Item {
-            Layout.fillWidth: true
-            visible: !privat.stacked
-        }
+        sourceComponent: MyDialogColumn {
+            dialog: root
 
-        MyTextButton {
-            id: yesButton
+            GridLayout {
+                id: buttons
 
-            Layout.fillWidth: privat.stacked
-            text: root.yes
-            visible: text
-            onClicked: root.accept()
-        }
+                // The buttons stand one above the other, as wide as the dialog, if there is no room for them side by side.
+                readonly property bool stacked: privat.widthOf(yesButton) + privat.widthOf(noButton) > root.availableWidth
 
-        MyTextButton {
-            id: noButton
+                Layout.fillWidth: true
+                columns: stacked ? 1 : 3
+                columnSpacing: Common.spacing
+                rowSpacing: 0
 
-            Layout.fillWidth: privat.stacked
-            text: root.no
-            visible: text
-            onClicked: root.reject()
+                Item {
+                    Layout.fillWidth: true
+                    visible: !buttons.stacked
+                }
+
+                MyTextButton {
+                    id: yesButton
+
+                    Layout.fillWidth: buttons.stacked
+                    text: root.yes
+                    visible: text
+                    onClicked: root.accept()
+                }
+
+                MyTextButton {
+                    id: noButton
+
+                    Layout.fillWidth: buttons.stacked
+                    text: root.no
+                    visible: text
+                    onClicked: root.reject()
+                }
+            }
         }
     }
 
@@ -72,9 +85,6 @@ MyDialogFrame {
 
     QtObject {
         id: privat
-
-        // The buttons stand one above the other, as wide as the dialog, if there is no room for them side by side.
-        readonly property bool stacked: widthOf(yesButton) + widthOf(noButton) > root.availableWidth
 
         // With what separates it from its neighbour on the left.
         function widthOf(button: MyTextButton): real {

@@ -100,7 +100,10 @@ ColumnLayout {
             text: "Ausgabe löschen"
             icon.source: "qrc:/brovik/shell/img/trash3.svg"
 
-            onClicked: writer.clear()
+            onClicked: {
+                writer.clear();
+                memory.giveBack();
+            }
         }
 
         Button {
@@ -118,6 +121,10 @@ ColumnLayout {
         id: writer
 
         output: edit
+    }
+
+    MemoryReturn {
+        id: memory
     }
 
     UpdatesTabReporter {
