@@ -1,9 +1,9 @@
 // The chart on a real window: what a point, a move of the view and a load cost the GUI thread, and the memory
 // of a long recording. Needs a display.
 
-#include "axis_range.h"
-#include "chart.h"
-#include "trace_schedule.h"
+#include "brovik/chart/axis_range.h"
+#include "brovik/chart/chart.h"
+#include "brovik/chart/trace_schedule.h"
 
 #include <benchmark/benchmark.h>
 

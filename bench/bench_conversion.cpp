@@ -1,6 +1,6 @@
 // What it costs to turn the value of a screen into a Python object, per element.
 
-#include "converter.h"
+#include "src/py/converter.h"
 
 #include <benchmark/benchmark.h>
 #include <pybind11/embed.h>

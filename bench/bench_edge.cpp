@@ -1,6 +1,6 @@
 // Counting one edge of the conductivity sensor, as the GPIO thread does it: copy the callback, call the copy.
 
-#include "sensor.h"
+#include "brovik/sensor/sensor.h"
 
 #include <benchmark/benchmark.h>
 

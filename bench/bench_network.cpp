@@ -1,7 +1,7 @@
 // The network page on a real window: how fast the list of what a scan has found is there. Needs a display.
 
+#include "brovik/wifi/wifi.h"
 #include "screen.h"
-#include "wifi.h"
 
 #include <benchmark/benchmark.h>
 

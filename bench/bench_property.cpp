@@ -1,7 +1,7 @@
 // A Python write of a shared property, against a plain property of an empty class.
 
-#include "auto.h"
-#include "interpr_worker.h"
+#include "brovik/auto/auto.h"
+#include "src/py/brovik_module.h"
 
 #include <benchmark/benchmark.h>
 #include <pybind11/embed.h>
@@ -148,6 +148,7 @@ int main(int argc, char **argv)
 {
     const QGuiApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
+    registerBuiltInModules();
     const py::scoped_interpreter interpreter;
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -1,8 +1,9 @@
 // A press of the operator: from QML into a Python function and back, against the least that such a road
 // needs.
 
-#include "interpr_worker.h"
+#include "brovik/auto/auto.h"
 #include "pinning.h"
+#include "src/py/bridge.h"
 
 #include <benchmark/benchmark.h>
 #include <pybind11/embed.h>

@@ -1,8 +1,8 @@
 // The update pages on a real window: how long a burst of output keeps the window from answering, and how fast
 // long tables open. Needs a display.
 
+#include "brovik/shell/shell.h"
 #include "screen.h"
-#include "shell.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,15 +1,16 @@
+# All QML modules of kubelor_qml_module(), for those who need them all.
+add_library(kubelor_modules INTERFACE)
+
 # kubelor_qml_module(<name>
-#   [SOURCES ...]         C++ of the module, known to Qt alone
-#   [BINDINGS ...]        C++ that shows it to Python
+#   [SOURCES ...]         C++ of the module
 #   [QML ...]             QML files, singletons marked before by kubelor_qml_singletons()
 #   [IMAGES ...]          icons
-#   [LINK ...]            further libraries of SOURCES
-#   [BINDINGS_LINK ...])  further libraries of BINDINGS
+#   [LINK ...])           further libraries of SOURCES
 #
 # Makes the static QML module brovik.<name> from the folder it is called in: the targets <name>_module and
-# <name>_moduleplugin, and <name>_bindings if there are bindings.
+# <name>_moduleplugin, which come with kubelor_modules.
 function(kubelor_qml_module name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;BINDINGS;QML;IMAGES;LINK;BINDINGS_LINK")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;QML;IMAGES;LINK")
 
   set(cache_option "")
   if(NOT KUBELOR_QML_CACHE)
@@ -27,20 +28,12 @@ function(kubelor_qml_module name)
     RESOURCES ${arg_IMAGES}
     ${cache_option})
   kubelor_relax_compiled_qml(${name}_module)
-  target_include_directories(${name}_module PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+  # What Qt generates names the headers without a folder.
+  target_include_directories(${name}_module PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${name}_module PUBLIC kubelor_shared Qt6::Qml Qt6::Quick ${arg_LINK}
                                        PRIVATE kubelor_options)
   target_precompile_headers(${name}_module REUSE_FROM kubelor_precompiled_qml)
-  set_property(GLOBAL APPEND PROPERTY KUBELOR_MODULES ${name}_module ${name}_moduleplugin)
-
-  if(arg_BINDINGS)
-    add_library(${name}_bindings STATIC ${arg_BINDINGS})
-    target_include_directories(${name}_bindings PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
-    target_link_libraries(${name}_bindings PUBLIC ${name}_module kubelor_adapters ${arg_BINDINGS_LINK}
-                                           PRIVATE kubelor_options)
-    target_precompile_headers(${name}_bindings REUSE_FROM kubelor_precompiled_bindings)
-    set_property(GLOBAL APPEND PROPERTY KUBELOR_BINDINGS ${name}_bindings)
-  endif()
+  target_link_libraries(kubelor_modules INTERFACE ${name}_module ${name}_moduleplugin)
 endfunction()
 
 # Marks QML files of this folder as singletons. Call before kubelor_qml_module().

@@ -1,6 +1,6 @@
-#include "announce.h"
+#include "shared/announce.h"
 
-#include "notification_brake.h"
+#include "shared/notification_brake.h"
 
 void AnnouncesLater::tellBrake(int cost)
 {

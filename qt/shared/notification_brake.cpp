@@ -1,4 +1,4 @@
-#include "notification_brake.h"
+#include "shared/notification_brake.h"
 
 #include <QCoreApplication>
 #include <QThread>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "record_list.h"
+#include "shared/record_list.h"
 
 #include <QBasicTimer>
 #include <QJSEngine>

@@ -1,4 +1,4 @@
-#include "same_value.h"
+#include "shared/same_value.h"
 
 #include <algorithm>
 

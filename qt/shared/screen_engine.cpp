@@ -1,3 +1,3 @@
-#include "screen_engine.h"
+#include "shared/screen_engine.h"
 
 std::unique_ptr<QQmlApplicationEngine> screenEngine;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "announce.h"
-#include "log.h"
-#include "same_value.h"
+#include "shared/announce.h"
+#include "shared/log.h"
+#include "shared/same_value.h"
 
 #include <QJSEngine>
 #include <QMetaMethod>

@@ -1,15 +1,16 @@
-#include "application.h"
+#include "src/application.h"
 
-#include "end_watch.h"
-#include "instance_guard.h"
-#include "interpr_worker.h"
-#include "log.h"
-#include "message_handler.h"
-#include "screen_engine.h"
-#include "singletons.h"
-#include "standard_streams.h"
+#include "shared/log.h"
+#include "shared/screen_engine.h"
+#include "src/end_watch.h"
+#include "src/instance_guard.h"
+#include "src/message_handler.h"
+#include "src/py/bridge.h"
+#include "src/py/singletons.h"
+#include "src/standard_streams.h"
 
-#include "gpio.h"
+#include "brovik/gpio/gpio.h"
+#include "brovik/gui/gui.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

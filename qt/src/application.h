@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform_paths.h"
+#include "src/platform_paths.h"
 
 #include <QStringList>
 

@@ -1,9 +1,9 @@
-#include "end_watch.h"
+#include "src/end_watch.h"
 
-#include "backend_activity.h"
-#include "end_signals.h"
-#include "log.h"
-#include "python_stacks.h"
+#include "shared/log.h"
+#include "src/py/backend_activity.h"
+#include "src/py/end_signals.h"
+#include "src/py/python_stacks.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

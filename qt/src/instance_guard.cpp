@@ -1,6 +1,6 @@
-#include "instance_guard.h"
+#include "src/instance_guard.h"
 
-#include "log.h"
+#include "shared/log.h"
 
 #include <QLocalSocket>
 #include <QProcess>

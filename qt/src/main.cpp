@@ -1,4 +1,4 @@
-#include "application.h"
+#include "src/application.h"
 
 int main(int argc, char **argv)
 {

@@ -1,6 +1,6 @@
-#include "message_handler.h"
+#include "src/message_handler.h"
 
-#include "log.h"
+#include "shared/log.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>

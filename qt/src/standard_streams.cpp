@@ -1,4 +1,4 @@
-#include "standard_streams.h"
+#include "src/standard_streams.h"
 
 #include <csignal>
 #include <fcntl.h>

@@ -1,4 +1,6 @@
-#include "singletons.h"
+#include "src/py/brovik_module.h"
+#include "src/py/daemon_threads.h"
+#include "src/py/singletons.h"
 
 #include <pybind11/embed.h>
 
@@ -15,6 +17,8 @@ namespace {
 /// Runs one module of unit tests in an interpreter of its own, on this thread. True if all passed.
 bool runTests(const char *module)
 {
+    registerBuiltInModules();
+    parkDaemonThreadsAtEnd();
     const py::scoped_interpreter interpreter(false);
     try {
         py::module_::import("sys").attr("path").attr("insert")(0, KUBELOR_PYTHON_TESTS);

@@ -1,6 +1,6 @@
 #include "backend.h"
 
-#include "gui.h"
+#include "brovik/gui/gui.h"
 
 #include <pybind11/embed.h>
 

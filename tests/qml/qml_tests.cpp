@@ -1,7 +1,8 @@
 #include "backend.h"
-#include "gui.h"
+#include "brovik/gui/gui.h"
 #include "input.h"
 #include "objects.h"
+#include "src/py/brovik_module.h"
 
 #include <pybind11/embed.h>
 
@@ -33,6 +34,7 @@ int main(int argc, char **argv)
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
     QCoreApplication::setOrganizationName(QStringLiteral("test"));
     QQuickStyle::setStyle(QStringLiteral("Material"));
+    registerBuiltInModules();
     const pybind11::scoped_interpreter interpreter(false);
     const pybind11::gil_scoped_release withoutGil;
     // The program says so when the main screen is loaded; messages then arrive at once.

@@ -1,4 +1,4 @@
-#include "actuator.h"
+#include "brovik/actuator/actuator.h"
 
 #define ACTUATOR_POINTER(output, name, ...) &m_##name,
 Actuator::Actuator()

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "actuator_enums.h"
-#include "dout.h"
-#include "dout_model.h"
-#include "shared_object.h"
-#include "shared_property.h"
+#include "brovik/actuator/actuator_enums.h"
+#include "brovik/actuator/dout.h"
+#include "brovik/actuator/dout_model.h"
+#include "shared/shared_object.h"
+#include "shared/shared_property.h"
 
 #include <QtQml/qqmlregistration.h>
 

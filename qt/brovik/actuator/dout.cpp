@@ -1,6 +1,6 @@
-#include "dout.h"
+#include "brovik/actuator/dout.h"
 
-#include "actuator.h"
+#include "brovik/actuator/actuator.h"
 
 DOut::DOut(ActuatorEnum output, const QString &name, const QString &logName, DOutTypeEnum type,
            Actuator &actuator)

@@ -1,4 +1,4 @@
-#include "dout_model.h"
+#include "brovik/actuator/dout_model.h"
 
 #include <utility>
 

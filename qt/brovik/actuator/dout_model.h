@@ -1,7 +1,7 @@
 #pragma once
 
-#include "announce.h"
-#include "dout.h"
+#include "brovik/actuator/dout.h"
+#include "shared/announce.h"
 
 #include <QAbstractListModel>
 #include <QList>

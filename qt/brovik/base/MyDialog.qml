@@ -1,4 +1,6 @@
 // Tells the operator something, with details or a traceback to unfold.
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -27,7 +29,8 @@ MyDialogFrame {
     text: "Text"
     plainText: ofException
 
-    contentItem: MyDialogLoader {
+    // The ids end the deferring: the style has no content of its own that would be made in vain.
+    contentItem: MyDialogLoader { // qmllint disable deferred-property-id
         dialog: root
 
         sourceComponent: MyDialogColumn {

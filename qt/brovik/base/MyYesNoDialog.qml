@@ -1,4 +1,6 @@
 // Asks the operator for a decision.
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -37,7 +39,8 @@ MyDialogFrame {
     color: "blue"
     text: "Frage"
 
-    contentItem: MyDialogLoader {
+    // The ids end the deferring: the style has no content of its own that would be made in vain.
+    contentItem: MyDialogLoader { // qmllint disable deferred-property-id
         dialog: root
 
         sourceComponent: MyDialogColumn {

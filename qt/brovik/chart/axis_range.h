@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trace_schedule.h"
+#include "brovik/chart/trace_schedule.h"
 
 #include <QObject>
 #include <QValueAxis>

@@ -1,4 +1,4 @@
-#include "chart.h"
+#include "brovik/chart/chart.h"
 
 #include <algorithm>
 #include <array>

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "actuator_enums.h"
-#include "chart_line.h"
-#include "chart_meta_data.h"
-#include "qml_records.h"
-#include "record_list.h"
-#include "shared_object.h"
-#include "shared_property.h"
+#include "brovik/actuator/actuator_enums.h"
+#include "brovik/chart/chart_line.h"
+#include "brovik/chart/chart_meta_data.h"
+#include "shared/qml_records.h"
+#include "shared/record_list.h"
+#include "shared/shared_object.h"
+#include "shared/shared_property.h"
 
 #include <QJSValue>
 #include <QProperty>

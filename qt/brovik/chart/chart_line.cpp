@@ -1,4 +1,4 @@
-#include "chart_line.h"
+#include "brovik/chart/chart_line.h"
 
 #include <QLineSeries>
 #include <QValueAxis>

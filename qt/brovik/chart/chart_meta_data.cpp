@@ -1,4 +1,4 @@
-#include "chart_meta_data.h"
+#include "brovik/chart/chart_meta_data.h"
 
 ChartMetaData::ChartMetaData(const QString &name, const QString &result, const QString &status,
                              const QString &dateTimeStr, int duration)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "chart_line.h"
-#include "trace_points.h"
+#include "brovik/chart/chart_line.h"
+#include "brovik/chart/trace_points.h"
 
 #include <QChart>
 #include <QLineSeries>

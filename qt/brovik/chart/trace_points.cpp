@@ -1,4 +1,4 @@
-#include "trace_points.h"
+#include "brovik/chart/trace_points.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "trace_schedule.h"
+#include "brovik/chart/trace_schedule.h"
 
-#include "chart_trace.h"
+#include "brovik/chart/chart_trace.h"
 
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,6 +1,6 @@
-#include "gpio.h"
+#include "brovik/gpio/gpio.h"
 
-#include "log.h"
+#include "shared/log.h"
 
 #include <utility>
 

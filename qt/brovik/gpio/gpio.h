@@ -1,8 +1,8 @@
 #pragma once
 
-#include "gpio_worker.h"
-#include "shared_object.h"
-#include "shared_property.h"
+#include "brovik/gpio/gpio_worker.h"
+#include "shared/shared_object.h"
+#include "shared/shared_property.h"
 
 #include <QPointer>
 #include <QThread>

@@ -1,7 +1,7 @@
-#include "gpio_worker.h"
+#include "brovik/gpio/gpio_worker.h"
 
-#include "gpio.h"
-#include "log.h"
+#include "brovik/gpio/gpio.h"
+#include "shared/log.h"
 
 #include <QThread>
 

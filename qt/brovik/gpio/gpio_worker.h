@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shared_object.h"
+#include "shared/shared_object.h"
 
 #include <QObject>
 

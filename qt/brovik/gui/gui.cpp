@@ -1,6 +1,6 @@
-#include "gui.h"
+#include "brovik/gui/gui.h"
 
-#include "backend_control.h"
+#include "shared/backend_control.h"
 
 #include <QCoreApplication>
 #include <QProcess>

@@ -1,4 +1,4 @@
-#include "memory_return.h"
+#include "brovik/gui/memory_return.h"
 
 #include <QQmlEngine>
 

@@ -1,9 +1,9 @@
-#include "sensor.h"
+#include "brovik/sensor/sensor.h"
 
-#include "gpio.h"
-#include "log.h"
-#include "settings.h"
-#include "simulator.h"
+#include "brovik/gpio/gpio.h"
+#include "brovik/settings/settings.h"
+#include "brovik/simulator/simulator.h"
+#include "shared/log.h"
 
 #include <QMetaEnum>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "gpio_worker.h"
-#include "sensor_enums.h"
-#include "sensor_inputs.h"
-#include "shared_object.h"
-#include "shared_property.h"
+#include "brovik/gpio/gpio_worker.h"
+#include "brovik/sensor/sensor_enums.h"
+#include "brovik/sensor/sensor_inputs.h"
+#include "shared/shared_object.h"
+#include "shared/shared_property.h"
 
 #include <QElapsedTimer>
 #include <QJSValue>

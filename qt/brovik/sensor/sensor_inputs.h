@@ -1,8 +1,8 @@
 #pragma once
 
-#include "sensor_enums.h"
-#include "shared_object.h"
-#include "shared_property.h"
+#include "brovik/sensor/sensor_enums.h"
+#include "shared/shared_object.h"
+#include "shared/shared_property.h"
 
 #include <QtQml/qqmlregistration.h>
 

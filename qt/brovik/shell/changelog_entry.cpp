@@ -1,6 +1,6 @@
-#include "changelog_entry.h"
+#include "brovik/shell/changelog_entry.h"
 
-#include "shell.h"
+#include "brovik/shell/shell.h"
 
 #include <QDebug>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shared_object.h"
-#include "shared_property.h"
+#include "shared/shared_object.h"
+#include "shared/shared_property.h"
 
 #include <QColor>
 #include <QStringList>

@@ -1,8 +1,8 @@
-#include "console_writer.h"
+#include "brovik/shell/console_writer.h"
 
-#include "announce.h"
-#include "notification_brake.h"
-#include "shell.h"
+#include "brovik/shell/shell.h"
+#include "shared/announce.h"
+#include "shared/notification_brake.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QElapsedTimer>

@@ -1,4 +1,4 @@
-#include "shell.h"
+#include "brovik/shell/shell.h"
 
 #include <QDebug>
 

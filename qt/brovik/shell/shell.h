@@ -1,10 +1,10 @@
 #pragma once
 
-#include "changelog_entry.h"
-#include "qml_records.h"
-#include "record_list.h"
-#include "shared_object.h"
-#include "shared_property.h"
+#include "brovik/shell/changelog_entry.h"
+#include "shared/qml_records.h"
+#include "shared/record_list.h"
+#include "shared/shared_object.h"
+#include "shared/shared_property.h"
 
 #include <QColor>
 #include <QJSValue>

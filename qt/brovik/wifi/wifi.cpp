@@ -1,4 +1,4 @@
-#include "wifi.h"
+#include "brovik/wifi/wifi.h"
 
 namespace {
 

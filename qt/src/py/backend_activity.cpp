@@ -1,6 +1,6 @@
-#include "backend_activity.h"
+#include "src/py/backend_activity.h"
 
-#include "shared_object.h"
+#include "shared/shared_object.h"
 
 namespace {
 

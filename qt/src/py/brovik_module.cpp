@@ -1,23 +1,16 @@
-#include "actuator_bindings.h"
-#include "auto_bindings.h"
-#include "chart_bindings.h"
-#include "config_bindings.h"
-#include "exceptions.h"
-#include "gpio_bindings.h"
-#include "gui_bindings.h"
-#include "log.h"
-#include "python_property.h"
-#include "sensor_bindings.h"
-#include "settings_bindings.h"
-#include "shell_bindings.h"
-#include "simulator_bindings.h"
-#include "wifi_bindings.h"
+#include "src/py/brovik_module.h"
+
+#include "shared/log.h"
+#include "src/py/bindings/bindings.h"
+#include "src/py/exceptions.h"
+#include "src/py/python_property.h"
 
 #include <pybind11/embed.h>
 
 #include <QMessageLogger>
 
 #include <iostream>
+#include <mutex>
 
 namespace py = pybind11;
 
@@ -82,17 +75,13 @@ void forwardException()
     }
 }
 
-} // namespace
-
-// Both modules must be known before the interpreter starts, in this order.
-
-PYBIND11_EMBEDDED_MODULE(_std_redirects, module)
+void fillStdRedirects(py::module_ &module)
 {
     module.def("stdout_redirect", [](const py::str &text) { std::cout << printable(text) << std::flush; });
     module.def("stderr_redirect", [](const py::str &text) { std::cerr << printable(text) << std::flush; });
 }
 
-PYBIND11_EMBEDDED_MODULE(brovik, module)
+void fillBrovik(py::module_ &module)
 {
     module.def("forward_exception", forwardException,
                "Shows the exception that is being handled to the operator.");
@@ -101,4 +90,38 @@ PYBIND11_EMBEDDED_MODULE(brovik, module)
         py::module_ made = module.def_submodule(submodule.name);
         submodule.bind(made);
     }
+}
+
+/// Calls what fills a module when Python imports it.
+PyObject *makeModule(const char *name, py::module_::module_def &definition, void (*fill)(py::module_ &))
+{
+    auto module = py::module_::create_extension_module(name, nullptr, &definition);
+    try {
+        fill(module);
+        return module.ptr();
+    }
+    PYBIND11_CATCH_INIT_EXCEPTIONS
+}
+
+PyObject *makeStdRedirects()
+{
+    static py::module_::module_def definition;
+    return makeModule("_std_redirects", definition, fillStdRedirects);
+}
+
+PyObject *makeBrovik()
+{
+    static py::module_::module_def definition;
+    return makeModule("brovik", definition, fillBrovik);
+}
+
+} // namespace
+
+void registerBuiltInModules()
+{
+    static std::once_flag registered;
+    std::call_once(registered, [] {
+        PyImport_AppendInittab("_std_redirects", makeStdRedirects);
+        PyImport_AppendInittab("brovik", makeBrovik);
+    });
 }

@@ -1,6 +1,6 @@
-#include "converter.h"
+#include "src/py/converter.h"
 
-#include "log.h"
+#include "shared/log.h"
 
 #include <QJSValueIterator>
 #include <QMetaType>

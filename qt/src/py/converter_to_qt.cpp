@@ -1,8 +1,8 @@
-#include "converter.h"
+#include "src/py/converter.h"
 
-#include "exceptions.h"
-#include "log.h"
-#include "screen_engine.h"
+#include "shared/log.h"
+#include "shared/screen_engine.h"
+#include "src/py/exceptions.h"
 
 namespace py = pybind11;
 

@@ -1,4 +1,8 @@
+#include "src/py/daemon_threads.h"
+
 #include <Python.h>
+
+#include <atomic>
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -9,12 +13,23 @@
 // Python objects without the GIL. So such a thread stops where it stands, for good, and nothing of it is
 // unwound. Later versions of Python do the same by themselves.
 //
+namespace {
+
+std::atomic<bool> parking = false;
+
+} // namespace
+
+void parkDaemonThreadsAtEnd()
+{
+    parking = true;
+}
+
 // The definition in the executable comes before that of the C library, also for calls from Python's library.
 
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library's name is reserved
 extern "C" [[gnu::visibility("default")]] void pthread_exit(void *result)
 {
-    while (_Py_IsFinalizing() != 0) {
+    while (parking && _Py_IsFinalizing() != 0) {
         pause();
     }
     using Exit = void (*)(void *);

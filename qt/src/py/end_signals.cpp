@@ -1,7 +1,7 @@
-#include "end_signals.h"
+#include "src/py/end_signals.h"
 
-#include "exceptions.h"
-#include "log.h"
+#include "shared/log.h"
+#include "src/py/exceptions.h"
 
 #include <pybind11/pybind11.h>
 

@@ -1,8 +1,8 @@
-#include "exceptions.h"
+#include "src/py/exceptions.h"
 
-#include "converter.h"
-#include "gui.h"
-#include "log.h"
+#include "brovik/gui/gui.h"
+#include "shared/log.h"
+#include "src/py/converter.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,17 +1,20 @@
-#include "interpr_worker.h"
+#include "src/py/interpr_worker.h"
 
-#include "backend_activity.h"
-#include "converter.h"
-#include "end_signals.h"
-#include "exceptions.h"
-#include "log.h"
-#include "notification_brake.h"
-#include "python_stacks.h"
-#include "types.h"
+#include "shared/log.h"
+#include "shared/notification_brake.h"
+#include "src/py/backend_activity.h"
+#include "src/py/bridge.h"
+#include "src/py/brovik_module.h"
+#include "src/py/converter.h"
+#include "src/py/daemon_threads.h"
+#include "src/py/end_signals.h"
+#include "src/py/exceptions.h"
+#include "src/py/python_stacks.h"
+#include "src/py/types.h"
 
 #include <pybind11/embed.h>
 
-#include <QUuid>
+#include <QThread>
 
 #include <datetime.h>
 
@@ -21,8 +24,6 @@ namespace {
 
 /// The one worker of the process; only the worker's destructor looks at it.
 PyWorker *_pyWorker = nullptr;
-
-constexpr const char *backendModule = "controller";
 
 // An array, not a pointer: exec() takes the indentation off a literal.
 constexpr char streamCatcher[] = R"(
@@ -133,16 +134,8 @@ void logMissing(const char *function, const char *slot, Enum action, const Print
 
 } // namespace
 
-const std::vector<PyWorker::EntryFunction> PyWorker::entryFunctions = {
-    {"actuator_toggle_from_cpp", &PyWorker::actuatorFn},  {"auto_value_from_cpp", &PyWorker::autoFn},
-    {"chart_action_from_cpp", &PyWorker::chartFn},        {"gui_value_from_cpp", &PyWorker::guiFn},
-    {"sensor_value_from_cpp", &PyWorker::sensorFn},       {"shell_action_from_cpp", &PyWorker::shellFn},
-    {"simulator_value_from_cpp", &PyWorker::simulatorFn}, {"settings_from_cpp", &PyWorker::settingsFn},
-    {"wifi_action_from_cpp", &PyWorker::wifiFn},
-};
-
 PyWorker::PyWorker(Bridge *bridge)
-    : _bridge(bridge)
+    : m_bridge(bridge)
 {
     connectFamilies();
     _pyWorker = this;
@@ -157,17 +150,17 @@ PyWorker::~PyWorker()
         logCritical("[~PyWorker()] _pyWorker != this");
     }
     // Without a saved thread state this interpreter is another's.
-    if (Py_IsInitialized() == 0 || threadState == nullptr) {
+    if (Py_IsInitialized() == 0 || m_threadState == nullptr) {
         return;
     }
     {
         const py::gil_scoped_acquire gil;
-        module = py::object();
-        for (const EntryFunction &function : entryFunctions) {
-            this->*function.handle = py::object();
+        m_module = py::object();
+        for (EntryFunction *function : m_entryFunctions) {
+            function->handle = py::object();
         }
     }
-    PyEval_RestoreThread(threadState);
+    PyEval_RestoreThread(m_threadState);
     const BackendActivity activity(endOfPython);
     EndSignals::claimForGood();
     guarded(tellWhatTheEndAwaits);
@@ -202,19 +195,20 @@ void PyWorker::connectFamilies()
 }
 
 template <typename Enum, typename... Values>
-bool PyWorker::call(const py::object &function, const char *name, Enum action, const Values &...values)
+bool PyWorker::call(const EntryFunction &function, Enum action, const Values &...values)
 {
     if (isStopping()) {
         return true;
     }
-    if (!function) {
+    if (!function.handle) {
         return false;
     }
     const py::gil_scoped_acquire gil;
     const BackendRuns runs;
-    const BackendActivity activity(name, action);
+    const BackendActivity activity(function.name, action);
     const py::tuple tuple = py::make_tuple(pythonArgumentOf(action), pythonArgumentOf(values)...);
-    const auto result = py::reinterpret_steal<py::object>(PyObject_CallObject(function.ptr(), tuple.ptr()));
+    const auto result =
+        py::reinterpret_steal<py::object>(PyObject_CallObject(function.handle.ptr(), tuple.ptr()));
     if (!result) {
         throw py::error_already_set();
     }
@@ -223,76 +217,73 @@ bool PyWorker::call(const py::object &function, const char *name, Enum action, c
 }
 
 template <typename Enum, typename... Values>
-void PyWorker::callOrLog(const py::object &function, const char *name, const char *slot, Enum action,
+void PyWorker::callOrLog(const EntryFunction &function, const char *slot, Enum action,
                          const Values &...values)
 {
-    if (!call(function, name, action, values...)) {
-        logMissing(name, slot, action, printable(values)...);
+    if (!call(function, action, values...)) {
+        logMissing(function.name, slot, action, printable(values)...);
     }
 }
 
 void PyWorker::pyActuatorToggle(ActuatorEnums::ActuatorEnum output)
 {
-    callOrLog(actuatorFn, "actuator_toggle_from_cpp", "pyActuatorToggle", output);
+    callOrLog(m_actuator, __func__, output);
 }
 
 void PyWorker::pyAutoValueQJs(Auto::AutoEnum action, const QJSValue &value)
 {
-    callOrLog(autoFn, "auto_value_from_cpp", "pyAutoValueQJs", action, value);
+    callOrLog(m_auto, __func__, action, value);
 }
 
 void PyWorker::pyChartActionQJs(Chart::ChartEnum action, const QJSValue &value)
 {
     // A chart's value may be a whole record: the log goes without it.
-    const char *function = "chart_action_from_cpp";
-    if (!call(chartFn, function, action, value)) {
-        logMissing(function, "pyChartActionQJs", action);
+    if (!call(m_chart, action, value)) {
+        logMissing(m_chart.name, __func__, action);
     }
 }
 
 void PyWorker::pyDInStateChange(SensorEnums::SensorEnum input, bool state)
 {
-    callOrLog(sensorFn, "sensor_value_from_cpp", "pyDInStateChange", input, state);
+    callOrLog(m_sensor, __func__, input, state);
 }
 
 void PyWorker::pyGuiValueQJs(Gui::GuiValueEnum what, const QJSValue &value)
 {
-    callOrLog(guiFn, "gui_value_from_cpp", "pyGuiValueQJs", what, value);
+    callOrLog(m_gui, __func__, what, value);
 }
 
 void PyWorker::pyGuiValueQVar(Gui::GuiValueEnum what, const QVariant &value)
 {
-    callOrLog(guiFn, "gui_value_from_cpp", "pyGuiValueQVar", what, value);
+    callOrLog(m_gui, __func__, what, value);
 }
 
 void PyWorker::pyShellValueQJs(Shell::ShellAction action, const QJSValue &value)
 {
-    const char *function = "shell_action_from_cpp";
     if (action != Shell::ToggleTesting) {
-        callOrLog(shellFn, function, "pyShellValueQJs", action, value);
-    } else if (!call(shellFn, function, action, value)) {
+        callOrLog(m_shell, __func__, action, value);
+    } else if (!call(m_shell, action, value)) {
         // The value is a password.
-        logMissing(function, "pyShellValueQJs", action);
+        logMissing(m_shell.name, __func__, action);
     }
 }
 
 void PyWorker::pySimulatorValueQJs(SimulatorEnum what, const QJSValue &value)
 {
-    callOrLog(simulatorFn, "simulator_value_from_cpp", "pySimulatorValueQJs", what, value);
+    callOrLog(m_simulator, __func__, what, value);
 }
 
 void PyWorker::pySettingsQJs(Settings::SettingsEnum key, const QJSValue &value)
 {
-    callOrLog(settingsFn, "settings_from_cpp", "pySettingsQJs", key, value);
+    callOrLog(m_settings, __func__, key, value);
 }
 
 void PyWorker::pyWifiValue(Wifi::WifiAction action, const QJSValue &value)
 {
-    const char *function = "wifi_action_from_cpp";
-    if (!call(wifiFn, function, action, value)) {
+    if (!call(m_wifi, action, value)) {
         // The network's password, which follows its name, is not for the log.
         const QJSValue logged = action == Wifi::Connect ? value.property(0) : value;
-        logMissing(function, "pyWifiValue", action, printable(logged));
+        logMissing(m_wifi.name, __func__, action, printable(logged));
     }
 }
 
@@ -301,10 +292,12 @@ void PyWorker::startInterpreter()
     const BackendActivity activity("den Start von Python");
     QList<QByteArray> kept;
     std::vector<const char *> arguments;
-    for (const QString &argument : _bridge->pythonArguments()) {
+    for (const QString &argument : m_bridge->pythonArguments()) {
         kept.append(argument.toUtf8());
         arguments.push_back(kept.constLast().isNull() ? "" : kept.constLast().constData());
     }
+    registerBuiltInModules();
+    parkDaemonThreadsAtEnd();
     // Not the library's own configuration: that one is isolated from the locale and would read file names as
     // ASCII.
     PyConfig config;
@@ -321,10 +314,10 @@ void PyWorker::startInterpreter()
 void PyWorker::extendSysPath()
 {
     auto path = py::module_::import("sys").attr("path").cast<py::list>();
-    for (const char *directory : sysPathBack) {
+    for (const char *directory : m_sysPathBack) {
         path.append(directory);
     }
-    for (const char *directory : sysPathFront) {
+    for (const char *directory : m_sysPathFront) {
         path.insert(0, directory);
     }
 }
@@ -335,7 +328,7 @@ bool PyWorker::bringUpBackend()
     // Makes the enums of the presses known to Python, also to a backend that never imports the module.
     const bool known = prepared && guarded([] { py::module_::import("brovik"); });
     const bool imported = known && guarded([this] { importBackend(); });
-    if (!imported || _bridge->stubMode()) {
+    if (!imported || m_bridge->stubMode()) {
         return imported;
     }
     return guarded([this] { callInit(); });
@@ -344,19 +337,19 @@ bool PyWorker::bringUpBackend()
 void PyWorker::importBackend()
 {
     const BackendActivity activity("den Import des Backends");
-    module = py::module_::import(moduleName.c_str());
+    m_module = py::module_::import(m_moduleName.c_str());
 }
 
 void PyWorker::callInit()
 {
     const BackendActivity activity("init()");
-    module.attr("init")(Bridge::debug());
+    m_module.attr("init")(Bridge::debug());
 }
 
 void PyWorker::findEntryFunctions()
 {
-    for (const EntryFunction &function : entryFunctions) {
-        guarded([&] { this->*function.handle = py::function(module.attr(function.name)); });
+    for (EntryFunction *function : m_entryFunctions) {
+        guarded([&] { function->handle = py::function(m_module.attr(function->name)); });
     }
 }
 
@@ -368,80 +361,25 @@ bool PyWorker::initInterpreter()
                         QStringLiteral("Interpreter wurde bereits initialisiert"), QStringLiteral("warning"));
         return false;
     }
-    if (_bridge->stubMode()) {
+    if (m_bridge->stubMode()) {
         qputenv("BROVIK_MAKE_PY_STUBS", "1");
     }
     startInterpreter();
     const bool up = bringUpBackend();
     EndSignals::claimBack();
-    if (up && !_bridge->stubMode()) {
+    if (up && !m_bridge->stubMode()) {
         findEntryFunctions();
     }
     if (!up) {
-        module = py::object();
+        m_module = py::object();
     }
-    threadState = PyEval_SaveThread();
-    if (up && _bridge->stubMode()) {
+    m_threadState = PyEval_SaveThread();
+    if (up && m_bridge->stubMode()) {
         return true;
     }
     gui.setControlsEnabled(up);
     if (up) {
-        logDebug("Interpreter mit Modul '%s' initialisiert", moduleName.c_str());
+        logDebug("Interpreter mit Modul '%s' initialisiert", m_moduleName.c_str());
     }
     return up;
-}
-
-Bridge::Bridge(QStringList pythonArgs, bool stubs, const QString &backendDir)
-    : makeStubs(stubs)
-    , pyArgs(std::move(pythonArgs))
-    , m_backendDir(backendDir.toUtf8())
-{
-    startPython();
-}
-
-Bridge::~Bridge()
-{
-    if (!stopPython()) {
-        logWarning("Interpreter wurde im Bridge-Destruktor nicht erfolgreich gestoppt");
-    }
-}
-
-bool Bridge::startPython()
-{
-    if (!pyWorker.isNull()) {
-        return false;
-    }
-    pyWorker = new PyWorker(this); // deleted on its thread, when that ends
-    infoStream() << "BROVIK_PY_DIR:" << m_backendDir.constData();
-    pyWorker->addSysPathFront(m_backendDir.constData());
-    pyWorker->setModuleName(backendModule);
-    pyWorker->moveToThread(&thread);
-    connect(&thread, &QThread::started, pyWorker, &PyWorker::initInterpreter);
-    connect(&thread, &QThread::finished, pyWorker, &QObject::deleteLater);
-    thread.start();
-    return true;
-}
-
-bool Bridge::stopPython()
-{
-    const GuiThreadWaits waits;
-    for (const auto &hook : preStopHooks) {
-        hook();
-    }
-    const bool running = !pyWorker.isNull();
-    if (running) {
-        thread.requestInterruption();
-        thread.quit();
-        thread.wait();
-        pyWorker.clear();
-    }
-    for (const auto &hook : postStopHooks) {
-        hook();
-    }
-    return running;
-}
-
-QString Bridge::createUuid() const
-{
-    return QUuid::createUuid().toString();
 }

@@ -1,24 +1,20 @@
 #pragma once
 
-#include "actuator.h"
-#include "auto.h"
-#include "backend_control.h"
-#include "chart.h"
-#include "gui.h"
-#include "sensor.h"
-#include "settings.h"
-#include "shell.h"
-#include "simulator.h"
-#include "wifi.h"
+#include "brovik/actuator/actuator.h"
+#include "brovik/auto/auto.h"
+#include "brovik/chart/chart.h"
+#include "brovik/gui/gui.h"
+#include "brovik/sensor/sensor.h"
+#include "brovik/settings/settings.h"
+#include "brovik/shell/shell.h"
+#include "brovik/simulator/simulator.h"
+#include "brovik/wifi/wifi.h"
 
 #include <pybind11/pybind11.h>
 
-#include <QPointer>
-#include <QStringList>
-#include <QThread>
 #include <QVariantMap>
 
-#include <functional>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -44,10 +40,10 @@ public:
     // Before the thread starts.
 
     /// A directory for the front of `sys.path`; kept by pointer.
-    void addSysPathFront(const char *directory) { sysPathFront.push_back(directory); }
+    void addSysPathFront(const char *directory) { m_sysPathFront.push_back(directory); }
     /// A directory for the end of `sys.path`; kept by pointer.
-    void addSysPathBack(const char *directory) { sysPathBack.push_back(directory); }
-    void setModuleName(std::string name) { moduleName = std::move(name); }
+    void addSysPathBack(const char *directory) { m_sysPathBack.push_back(directory); }
+    void setModuleName(std::string name) { m_moduleName = std::move(name); }
 
 Q_SIGNALS:
     void exception(const QVariantMap &error);
@@ -67,12 +63,12 @@ public Q_SLOTS:
     bool initInterpreter();
 
 private:
+    /// A function of the backend; null as long as it was not found.
     struct EntryFunction
     {
         const char *name;
-        pybind11::object PyWorker::*handle;
+        pybind11::object handle = {};
     };
-    static const std::vector<EntryFunction> entryFunctions;
 
     void connectFamilies();
     template <typename Sender, typename Enum>
@@ -86,68 +82,26 @@ private:
     void findEntryFunctions();
     /// Calls an entry function, unless the interpreter is being stopped. False if the function is missing.
     template <typename Enum, typename... Values>
-    bool call(const pybind11::object &function, const char *name, Enum action, const Values &...values);
+    bool call(const EntryFunction &function, Enum action, const Values &...values);
+    /// The same; `slot` is named to the log, with the values, if the function is missing.
     template <typename Enum, typename... Values>
-    void callOrLog(const pybind11::object &function, const char *name, const char *slot, Enum action,
-                   const Values &...values);
+    void callOrLog(const EntryFunction &function, const char *slot, Enum action, const Values &...values);
 
-    std::vector<const char *> sysPathBack;
-    std::vector<const char *> sysPathFront;
-    Bridge *_bridge;
-    PyThreadState *threadState = nullptr;
-    std::string moduleName;
-    pybind11::object module;
-    pybind11::object actuatorFn;
-    pybind11::object autoFn;
-    pybind11::object chartFn;
-    pybind11::object guiFn;
-    pybind11::object sensorFn;
-    pybind11::object settingsFn;
-    pybind11::object shellFn;
-    pybind11::object simulatorFn;
-    pybind11::object wifiFn;
-};
-
-/// Owns the interpreter thread. Lives on the GUI thread; running from its construction until stopPython().
-class Bridge : public QObject, public BackendControl
-{
-    Q_OBJECT
-    Q_PROPERTY(bool debug READ debug CONSTANT)
-    Q_PROPERTY(bool serverConnected READ isServerConnected NOTIFY serverConnectionStateChanged)
-    Q_PROPERTY(QString platform READ platform CONSTANT)
-
-public:
-    /// `pythonArgs` is Python's argument vector, the interpreter's path first. With `stubs` the backend is
-    /// only imported. `backendDir` holds the package `controller`.
-    Bridge(QStringList pythonArgs, bool stubs, const QString &backendDir);
-    ~Bridge() override;
-
-    /// False if the interpreter is already running.
-    bool startPython();
-    bool stopPython() override;
-
-    /// Runs first in every stopPython(), in order of registration.
-    void addPreStopHook(std::function<void()> hook) { preStopHooks.push_back(std::move(hook)); }
-    /// Runs last in every stopPython(), in order of registration.
-    void addPostStopHook(std::function<void()> hook) { postStopHooks.push_back(std::move(hook)); }
-
-    static bool debug() { return false; }
-    static QString platform() { return QStringLiteral("raspi"); }
-    const QStringList &pythonArguments() const { return pyArgs; }
-    bool stubMode() const { return makeStubs; }
-
-    Q_INVOKABLE bool isServerConnected() const { return false; }
-    Q_INVOKABLE QString createUuid() const;
-
-Q_SIGNALS:
-    void serverConnectionStateChanged(bool state);
-
-private:
-    bool makeStubs;
-    std::vector<std::function<void()>> preStopHooks;
-    std::vector<std::function<void()>> postStopHooks;
-    QThread thread;
-    QPointer<PyWorker> pyWorker;
-    QStringList pyArgs;
-    QByteArray m_backendDir;
+    std::vector<const char *> m_sysPathBack;
+    std::vector<const char *> m_sysPathFront;
+    Bridge *m_bridge;
+    PyThreadState *m_threadState = nullptr;
+    std::string m_moduleName;
+    pybind11::object m_module;
+    EntryFunction m_actuator{"actuator_toggle_from_cpp"};
+    EntryFunction m_auto{"auto_value_from_cpp"};
+    EntryFunction m_chart{"chart_action_from_cpp"};
+    EntryFunction m_gui{"gui_value_from_cpp"};
+    EntryFunction m_sensor{"sensor_value_from_cpp"};
+    EntryFunction m_shell{"shell_action_from_cpp"};
+    EntryFunction m_simulator{"simulator_value_from_cpp"};
+    EntryFunction m_settings{"settings_from_cpp"};
+    EntryFunction m_wifi{"wifi_action_from_cpp"};
+    const std::array<EntryFunction *, 9> m_entryFunctions{
+        &m_actuator, &m_auto, &m_chart, &m_gui, &m_sensor, &m_shell, &m_simulator, &m_settings, &m_wifi};
 };

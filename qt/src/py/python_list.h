@@ -1,6 +1,6 @@
 #pragma once
 
-#include "types.h"
+#include "src/py/types.h"
 
 #include <pybind11/pybind11.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "announce.h"
-#include "types.h"
+#include "shared/announce.h"
+#include "src/py/types.h"
 
 #include <pybind11/pybind11.h>
 

@@ -1,6 +1,6 @@
-#include "python_stacks.h"
+#include "src/py/python_stacks.h"
 
-#include "exceptions.h"
+#include "src/py/exceptions.h"
 
 #include <pybind11/pybind11.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "converter.h"
-#include "exceptions.h"
+#include "src/py/converter.h"
+#include "src/py/exceptions.h"
 
 #include <pybind11/pybind11.h>
 

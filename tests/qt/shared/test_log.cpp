@@ -1,4 +1,4 @@
-#include "log.h"
+#include "shared/log.h"
 
 #include <gmock/gmock.h>
 

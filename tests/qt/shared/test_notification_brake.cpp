@@ -1,5 +1,5 @@
-#include "announce.h"
-#include "notification_brake.h"
+#include "shared/announce.h"
+#include "shared/notification_brake.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "record_list.h"
+#include "shared/record_list.h"
 
 #include <gmock/gmock.h>
 

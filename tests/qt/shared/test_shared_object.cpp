@@ -1,7 +1,7 @@
 #include "log_capture.h"
-#include "notification_brake.h"
-#include "shared_object.h"
-#include "shared_property.h"
+#include "shared/notification_brake.h"
+#include "shared/shared_object.h"
+#include "shared/shared_property.h"
 #include "signal_log.h"
 
 #include <gmock/gmock.h>

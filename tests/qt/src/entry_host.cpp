@@ -1,5 +1,5 @@
-#include "application.h"
-#include "gui.h"
+#include "brovik/gui/gui.h"
+#include "src/application.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "instance_guard.h"
 #include "log_capture.h"
+#include "src/instance_guard.h"
 
 #include <gmock/gmock.h>
 

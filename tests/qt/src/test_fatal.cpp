@@ -1,6 +1,6 @@
 #include "backend_run.h"
-#include "log.h"
-#include "message_handler.h"
+#include "shared/log.h"
+#include "src/message_handler.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform_paths.h"
+#include "src/platform_paths.h"
 
 #include <gtest/gtest.h>
 

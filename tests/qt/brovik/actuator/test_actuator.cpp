@@ -1,4 +1,4 @@
-#include "actuator.h"
+#include "brovik/actuator/actuator.h"
 #include "declared.h"
 #include "qml_binding.h"
 #include "signal_log.h"

@@ -1,7 +1,7 @@
-#include "auto.h"
+#include "brovik/auto/auto.h"
+#include "brovik/settings/settings.h"
 #include "declared.h"
 #include "qml_binding.h"
-#include "settings.h"
 
 #include <gmock/gmock.h>
 

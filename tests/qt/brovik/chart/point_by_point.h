@@ -1,6 +1,6 @@
 #pragma once
 
-#include "chart_trace.h"
+#include "brovik/chart/chart_trace.h"
 
 #include <QList>
 #include <QPointF>

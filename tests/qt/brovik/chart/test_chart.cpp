@@ -1,4 +1,4 @@
-#include "chart.h"
+#include "brovik/chart/chart.h"
 #include "declared.h"
 #include "log_capture.h"
 #include "qml_binding.h"

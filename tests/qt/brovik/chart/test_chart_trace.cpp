@@ -1,5 +1,5 @@
-#include "axis_range.h"
-#include "chart_trace.h"
+#include "brovik/chart/axis_range.h"
+#include "brovik/chart/chart_trace.h"
 #include "log_capture.h"
 #include "point_by_point.h"
 #include "qml_binding.h"

@@ -1,5 +1,5 @@
+#include "brovik/chart/trace_points.h"
 #include "point_by_point.h"
-#include "trace_points.h"
 
 #include <gmock/gmock.h>
 

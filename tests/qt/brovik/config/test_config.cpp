@@ -1,4 +1,4 @@
-#include "config.h"
+#include "brovik/config/config.h"
 #include "declared.h"
 #include "qml_binding.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gpio.h"
+#include "brovik/gpio/gpio.h"
 #include "log_capture.h"
 #include "simulated_chip.h"
 

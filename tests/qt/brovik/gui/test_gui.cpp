@@ -1,7 +1,7 @@
-#include "gui.h"
+#include "brovik/gui/gui.h"
 
-#include "backend_control.h"
 #include "qml_binding.h"
+#include "shared/backend_control.h"
 #include "signal_log.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
+#include "brovik/gui/gui.h"
 #include "declared.h"
-#include "gui.h"
 
 #include <gmock/gmock.h>
 

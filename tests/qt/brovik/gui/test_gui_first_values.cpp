@@ -1,6 +1,6 @@
 // What stands in Gui before anybody has written to it, as C++ and as the screens read it.
 
-#include "gui.h"
+#include "brovik/gui/gui.h"
 #include "qml_binding.h"
 
 #include <gmock/gmock.h>

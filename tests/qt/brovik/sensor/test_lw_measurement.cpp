@@ -1,9 +1,9 @@
 // From the pulses at a pin to the conductivity that the screens show.
 
-#include "gpio.h"
+#include "brovik/gpio/gpio.h"
+#include "brovik/sensor/sensor.h"
+#include "brovik/settings/settings.h"
 #include "log_capture.h"
-#include "sensor.h"
-#include "settings.h"
 #include "signal_log.h"
 #include "simulated_chip.h"
 

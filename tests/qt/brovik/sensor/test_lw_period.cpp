@@ -1,6 +1,6 @@
 // The period of the measurement of conductivity. Once started it never ends, so all is seen in one start.
 
-#include "sensor.h"
+#include "brovik/sensor/sensor.h"
 #include "standing_clock.h"
 
 #include <gmock/gmock.h>

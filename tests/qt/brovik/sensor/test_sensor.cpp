@@ -1,10 +1,10 @@
+#include "brovik/sensor/sensor.h"
+#include "brovik/settings/settings.h"
+#include "brovik/simulator/simulator.h"
 #include "declared.h"
 #include "log_capture.h"
 #include "qml_binding.h"
-#include "sensor.h"
-#include "settings.h"
 #include "signal_log.h"
-#include "simulator.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
+#include "brovik/settings/settings.h"
 #include "declared.h"
 #include "log_capture.h"
 #include "qml_binding.h"
-#include "settings.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
-#include "interpr_worker.h"
+#include "brovik/settings/settings.h"
 #include "log_capture.h"
-#include "settings.h"
+#include "src/py/bridge.h"
 
 #include <gmock/gmock.h>
 

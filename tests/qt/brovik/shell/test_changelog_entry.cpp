@@ -1,8 +1,8 @@
-#include "changelog_entry.h"
+#include "brovik/shell/changelog_entry.h"
+#include "brovik/shell/shell.h"
 #include "declared.h"
 #include "log_capture.h"
 #include "qml_binding.h"
-#include "shell.h"
 
 #include <gmock/gmock.h>
 

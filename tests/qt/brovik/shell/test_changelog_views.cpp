@@ -1,6 +1,6 @@
-#include "changelog_entry.h"
+#include "brovik/shell/changelog_entry.h"
+#include "brovik/shell/shell.h"
 #include "qml_binding.h"
-#include "shell.h"
 
 #include <gtest/gtest.h>
 

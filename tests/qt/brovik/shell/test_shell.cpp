@@ -1,7 +1,7 @@
+#include "brovik/shell/shell.h"
 #include "declared.h"
 #include "log_capture.h"
 #include "qml_binding.h"
-#include "shell.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
+#include "brovik/simulator/simulator.h"
 #include "declared.h"
 #include "log_capture.h"
 #include "qml_binding.h"
-#include "simulator.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
+#include "brovik/wifi/wifi.h"
 #include "declared.h"
 #include "qml_binding.h"
-#include "wifi.h"
 
 #include <QCoreApplication>
 

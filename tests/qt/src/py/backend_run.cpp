@@ -1,5 +1,7 @@
 #include "backend_run.h"
 
+#include "brovik/gui/gui.h"
+
 #include <gtest/gtest.h>
 
 #include <QQmlComponent>

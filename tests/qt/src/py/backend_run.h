@@ -1,6 +1,6 @@
 #pragma once
 
-#include "interpr_worker.h"
+#include "src/py/bridge.h"
 
 #include <QQmlEngine>
 

@@ -1,8 +1,10 @@
 #include "backend_run.h"
+#include "brovik/gui/gui.h"
 #include "declared.h"
 #include "log_capture.h"
-#include "notification_brake.h"
+#include "shared/notification_brake.h"
 #include "signal_log.h"
+#include "src/py/interpr_worker.h"
 
 #include <pybind11/embed.h>
 

@@ -1,4 +1,4 @@
-#include "converter.h"
+#include "src/py/converter.h"
 
 #include "log_capture.h"
 

@@ -1,8 +1,8 @@
-#include "converter.h"
+#include "src/py/converter.h"
 
-#include "gui.h"
+#include "brovik/gui/gui.h"
 #include "log_capture.h"
-#include "screen_engine.h"
+#include "shared/screen_engine.h"
 
 #include <pybind11/embed.h>
 

@@ -1,6 +1,6 @@
-#include "exceptions.h"
+#include "src/py/exceptions.h"
 
-#include "gui.h"
+#include "brovik/gui/gui.h"
 #include "log_capture.h"
 
 #include <pybind11/embed.h>

@@ -1,4 +1,5 @@
 #include "backend_run.h"
+#include "brovik/gui/gui.h"
 
 #include <gmock/gmock.h>
 

@@ -1,16 +1,16 @@
-#include "singletons.h"
+#include "src/py/singletons.h"
 
-#include "actuator.h"
-#include "auto.h"
-#include "chart.h"
-#include "config.h"
-#include "gpio.h"
-#include "gui.h"
-#include "sensor.h"
-#include "settings.h"
-#include "shell.h"
-#include "simulator.h"
-#include "wifi.h"
+#include "brovik/actuator/actuator.h"
+#include "brovik/auto/auto.h"
+#include "brovik/chart/chart.h"
+#include "brovik/config/config.h"
+#include "brovik/gpio/gpio.h"
+#include "brovik/gui/gui.h"
+#include "brovik/sensor/sensor.h"
+#include "brovik/settings/settings.h"
+#include "brovik/shell/shell.h"
+#include "brovik/simulator/simulator.h"
+#include "brovik/wifi/wifi.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
-#include "types.h"
+#include "src/py/types.h"
 
-#include "gui.h"
+#include "brovik/gui/gui.h"
 #include "log_capture.h"
 
 #include <pybind11/embed.h>

@@ -1,8 +1,8 @@
-#include "chart_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "chart.h"
-#include "python_list.h"
-#include "python_property.h"
+#include "brovik/chart/chart.h"
+#include "src/py/python_list.h"
+#include "src/py/python_property.h"
 
 #include <pybind11/stl.h>
 

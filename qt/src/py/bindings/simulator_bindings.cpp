@@ -1,8 +1,8 @@
-#include "simulator_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "python_keys.h"
-#include "python_property.h"
-#include "simulator.h"
+#include "brovik/simulator/simulator.h"
+#include "src/py/python_keys.h"
+#include "src/py/python_property.h"
 
 namespace py = pybind11;
 

@@ -1,8 +1,8 @@
-#include "shell_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "python_list.h"
-#include "python_property.h"
-#include "shell.h"
+#include "brovik/shell/shell.h"
+#include "src/py/python_list.h"
+#include "src/py/python_property.h"
 
 #include <memory>
 

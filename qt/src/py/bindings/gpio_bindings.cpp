@@ -1,7 +1,7 @@
-#include "gpio_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "gpio.h"
-#include "python_property.h"
+#include "brovik/gpio/gpio.h"
+#include "src/py/python_property.h"
 
 namespace py = pybind11;
 

@@ -1,7 +1,7 @@
-#include "wifi_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "python_property.h"
-#include "wifi.h"
+#include "brovik/wifi/wifi.h"
+#include "src/py/python_property.h"
 
 namespace py = pybind11;
 

@@ -1,7 +1,7 @@
-#include "auto_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "auto.h"
-#include "python_property.h"
+#include "brovik/auto/auto.h"
+#include "src/py/python_property.h"
 
 namespace py = pybind11;
 

@@ -1,8 +1,8 @@
-#include "settings_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "python_keys.h"
-#include "python_property.h"
-#include "settings.h"
+#include "brovik/settings/settings.h"
+#include "src/py/python_keys.h"
+#include "src/py/python_property.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,7 +1,7 @@
-#include "gui_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "gui.h"
-#include "python_property.h"
+#include "brovik/gui/gui.h"
+#include "src/py/python_property.h"
 
 namespace py = pybind11;
 

@@ -1,7 +1,7 @@
-#include "sensor_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "python_property.h"
-#include "sensor.h"
+#include "brovik/sensor/sensor.h"
+#include "src/py/python_property.h"
 
 #include <pybind11/stl.h>
 

@@ -1,7 +1,7 @@
-#include "actuator_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "actuator.h"
-#include "python_property.h"
+#include "brovik/actuator/actuator.h"
+#include "src/py/python_property.h"
 
 #include <pybind11/stl.h>
 

@@ -1,7 +1,7 @@
-#include "config_bindings.h"
+#include "src/py/bindings/bindings.h"
 
-#include "config.h"
-#include "python_property.h"
+#include "brovik/config/config.h"
+#include "src/py/python_property.h"
 
 namespace py = pybind11;
 

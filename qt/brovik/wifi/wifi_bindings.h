@@ -1,6 +1,0 @@
-#pragma once
-
-#include <pybind11/pybind11.h>
-
-/// Fills the Python module `brovik.wifi`.
-void bindWifi(pybind11::module_ &module);

@@ -1,0 +1,68 @@
+#include "src/py/bridge.h"
+
+#include "shared/log.h"
+#include "shared/notification_brake.h"
+#include "src/py/interpr_worker.h"
+
+#include <QUuid>
+
+namespace {
+
+constexpr const char *backendModule = "controller";
+
+} // namespace
+
+Bridge::Bridge(QStringList pythonArgs, bool stubs, const QString &backendDir)
+    : m_pythonArguments(std::move(pythonArgs))
+    , m_makeStubs(stubs)
+    , m_backendDir(backendDir.toUtf8())
+{
+    startPython();
+}
+
+Bridge::~Bridge()
+{
+    if (!stopPython()) {
+        logWarning("Interpreter wurde im Bridge-Destruktor nicht erfolgreich gestoppt");
+    }
+}
+
+bool Bridge::startPython()
+{
+    if (!m_worker.isNull()) {
+        return false;
+    }
+    m_worker = new PyWorker(this); // deleted on its thread, when that ends
+    infoStream() << "BROVIK_PY_DIR:" << m_backendDir.constData();
+    m_worker->addSysPathFront(m_backendDir.constData());
+    m_worker->setModuleName(backendModule);
+    m_worker->moveToThread(&m_thread);
+    connect(&m_thread, &QThread::started, m_worker, &PyWorker::initInterpreter);
+    connect(&m_thread, &QThread::finished, m_worker, &QObject::deleteLater);
+    m_thread.start();
+    return true;
+}
+
+bool Bridge::stopPython()
+{
+    const GuiThreadWaits waits;
+    for (const auto &hook : m_preStopHooks) {
+        hook();
+    }
+    const bool running = !m_worker.isNull();
+    if (running) {
+        m_thread.requestInterruption();
+        m_thread.quit();
+        m_thread.wait();
+        m_worker.clear();
+    }
+    for (const auto &hook : m_postStopHooks) {
+        hook();
+    }
+    return running;
+}
+
+QString Bridge::createUuid() const
+{
+    return QUuid::createUuid().toString();
+}
