@@ -33,7 +33,7 @@ MyDialogFrame {
     contentItem: MyDialogLoader { // qmllint disable deferred-property-id
         dialog: root
 
-        sourceComponent: MyDialogColumn {
+        column: MyDialogColumn {
             dialog: root
 
             RowLayout {

@@ -4,12 +4,15 @@ import QtQuick
 
 import brovik.base
 
-Loader {
+FocusScope {
     id: root
 
     required property MyDialogFrame dialog
+    required property Component column
+    readonly property Item item: privat.item
 
-    active: false
+    implicitWidth: item ? item.implicitWidth : 0
+    implicitHeight: item ? item.implicitHeight : 0
     focus: true
 
     Connections {
@@ -25,6 +28,8 @@ Loader {
     QtObject {
         id: privat
 
+        property Item item: null
+
         function prepare() {
             if (Dialogs.many) {
                 // The linter does not know that callLater() takes a function.
@@ -34,11 +39,12 @@ Loader {
             }
         }
 
-        // What was made stays, with what the operator has unfolded in it.
+        // What was made stays, with what the operator has unfolded in it. A Loader of Qt 6.4 refuses components that
+        // are bound to their file.
         function load() {
             // The call may come when the dialog is already gone.
-            if (privat && !root.dialog.covered) {
-                root.active = true;
+            if (privat && !privat.item && !root.dialog.covered) {
+                privat.item = root.column.createObject(root, {"anchors.fill": root});
             }
         }
     }

@@ -43,7 +43,7 @@ MyDialogFrame {
     contentItem: MyDialogLoader { // qmllint disable deferred-property-id
         dialog: root
 
-        sourceComponent: MyDialogColumn {
+        column: MyDialogColumn {
             dialog: root
 
             GridLayout {
