@@ -26,9 +26,11 @@ from . import simulator
 from .backend import Backend
 from .entry import entry
 from .faults import report_dead_threads, write_stacks_on_request
-from .stubs import write_stubs
 
 if os.environ.get("BROVIK_MAKE_PY_STUBS") == "1":
+    # They lie beside this package and do not go along with a copy of it.
+    from tools.stubs import write_stubs
+
     write_stubs(brovik)
 
 
