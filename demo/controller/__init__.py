@@ -25,7 +25,7 @@ from brovik.wifi import WifiActionEnum
 from . import simulator
 from .backend import Backend
 from .entry import entry
-from .faults import report_dead_threads, write_stacks_on_request
+from .program_errors import report_dead_threads, write_stacks_on_request
 
 if os.environ.get("BROVIK_MAKE_PY_STUBS") == "1":
     # They lie beside this package and do not go along with a copy of it.

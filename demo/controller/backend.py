@@ -16,7 +16,7 @@ from brovik.simulator import Simulator
 from . import configuration, settings
 from .board import Board
 from .charts import Charts
-from .faults import PRESS_QUIET_SECS, FaultReporter
+from .program_errors import PRESS_QUIET_SECS, ErrorReporter
 from .interrupted import RunNote
 from .jobs import READY_STATUS
 from .machine_thread import MachineThread
@@ -50,7 +50,7 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         self._note = RunNote.read(storage.read(RUN))
         maintained = read_stored(storage)
 
-        self._writer = StorageWriter(storage, FaultReporter(PRESS_QUIET_SECS).report)
+        self._writer = StorageWriter(storage, ErrorReporter(PRESS_QUIET_SECS).report)
         self._writer.submit(Change(MACHINE, configuration.missing(stored)))
         self.settings = settings.SettingsKeeper(self._writer, equipment)
 

@@ -13,12 +13,12 @@ from brovik.settings import SettingsValues
 
 from .board import Board
 from .process import steps
-from .process.control import Control, Step, StepFailed
+from .process.control import Control, Procedure, StepFailed
 from .process.recipe import Electrolyte, Recipe
-from .process.sequence import Progress, StepKind, steps_for
+from .process.sequence import Progress, Step, steps_for
 
 READY_STATUS: Final = "Bereit"
-PROGRAM_FAULT: Final = "Programmfehler, siehe Meldung."
+PROGRAM_ERROR: Final = "Programmfehler, siehe Meldung."
 
 
 @dataclass(frozen=True)
@@ -66,7 +66,7 @@ def show_progress(percent: int, text: str, color: ProgressColor = ProgressColor.
 
 
 class Job(ABC):
-    """Advances its steps and keeps `Auto` and `Gui` current. Belongs to the machine thread.
+    """Advances its procedure and keeps `Auto` and `Gui` current. Belongs to the machine thread.
 
     A job is its own watcher: what the steps tell goes straight to the screens.
     """
@@ -82,7 +82,7 @@ class Job(ABC):
         for electrolyte, view in BATH_VIEWS.items():
             setattr(Auto, view.minimum, recipe.limits[electrolyte].minimum)
             setattr(Auto, view.set_point, recipe.limits[electrolyte].set_point)
-        self._steps = self.steps()
+        self._procedure = self.procedure()
 
     def advance(self, dt: float) -> bool:
         """Lets `dt` seconds pass. False once the job has ended, in whatever way."""
@@ -90,7 +90,7 @@ class Job(ABC):
         try:
             if self._board.sensor_defective:
                 raise StepFailed("Es wird kein Signal vom Leitwertsensor erkannt.")
-            next(self._steps)
+            next(self._procedure)
             return True
         except StopIteration:
             self._end(self.finished)
@@ -99,7 +99,7 @@ class Job(ABC):
             Gui.message(self.title, str(failure), "error")
         except Exception:  # pylint: disable=broad-exception-caught
             forward_exception()
-            self.fail(PROGRAM_FAULT)
+            self.fail(PROGRAM_ERROR)
         return False
 
     def abort(self) -> None:
@@ -109,7 +109,7 @@ class Job(ABC):
 
     def break_off(self) -> None:
         """Switches off what the step under way has switched on, and shows nothing of it."""
-        self._steps.close()
+        self._procedure.close()
 
     def fail(self, reason: str) -> None:
         """Ends the job where it stands, for a reason that stays on the page."""
@@ -119,7 +119,7 @@ class Job(ABC):
 
     def _end(self, show_ending: Callable[[], None]) -> None:
         try:
-            self._steps.close()
+            self._procedure.close()
         finally:
             self._board.all_off()
             self.clear()
@@ -149,7 +149,7 @@ class Job(ABC):
         return f"Leitwert zu niedrig: {names}. Bitte auffrischen." if names else ""
 
     @abstractmethod
-    def steps(self) -> Step:
+    def procedure(self) -> Procedure:
         """All steps of the job as one."""
 
     @abstractmethod
@@ -162,7 +162,7 @@ class Job(ABC):
 
     @abstractmethod
     def failed(self, reason: str) -> None:
-        """Shows that a check, or a fault of the program, has ended the job."""
+        """Shows that a check, or an error of the program, has ended the job."""
 
     @abstractmethod
     def aborted(self) -> None:
@@ -178,7 +178,7 @@ class AutomaticRun(Job):
         self,
         board: Board,
         recipe: Recipe,
-        on_step: Callable[[StepKind | None], None],
+        on_step: Callable[[Step | None], None],
         first: str | None = None,
     ) -> None:
         """`on_step` hears of each step at its start, and None at the end of the run.
@@ -187,8 +187,8 @@ class AutomaticRun(Job):
         """
         super().__init__(board, recipe)
         self._on_step = on_step
-        self._kinds = steps_for(recipe)
-        self._first = max((i for i, kind in enumerate(self._kinds) if kind.key == first), default=0)
+        self._steps = steps_for(recipe)
+        self._first = max((i for i, step in enumerate(self._steps) if step.key == first), default=0)
         Auto.intense_cleaning = recipe.lengthening > 1.0
         Auto.intense_factor = recipe.lengthening
         for electrolyte, view in BATH_VIEWS.items():
@@ -197,15 +197,15 @@ class AutomaticRun(Job):
         show_progress(0, "0 %")
         Auto.active = True
 
-    def steps(self) -> Step:
-        progress = Progress(self.control, self._kinds)
-        for index, kind in enumerate(self._kinds[self._first :], start=self._first):
-            Gui.status = f"Schritt {index + 1} von {len(self._kinds)}: {kind.title}"
+    def procedure(self) -> Procedure:
+        progress = Progress(self.control, self._steps)
+        for index, step in enumerate(self._steps[self._first :], start=self._first):
+            Gui.status = f"Schritt {index + 1} von {len(self._steps)}: {step.title}"
             Logger.info(Gui.status)
-            self._on_step(kind)
+            self._on_step(step)
             progress.start_step()
-            with closing(kind.run(self.control)) as step:
-                for _ in step:
+            with closing(step.run(self.control)) as procedure:
+                for _ in procedure:
                     percent = progress.percent(index)
                     show_progress(percent, f"{percent} %")
                     yield
@@ -257,7 +257,7 @@ class BathTest(Job):
         """Ends the circulation and brings the electrolyte back."""
         self._finish = True
 
-    def steps(self) -> Step:
+    def procedure(self) -> Procedure:
         self._show_step("Dichtheitsprobe")
         yield from steps.leak_test(self.control)
         self._show_step("Umwälzen und messen")

@@ -14,12 +14,12 @@ from . import hand
 from .board import Board
 from .dialogs import DialogId, Questions
 from .interrupted import NO_RUN, RunNote
-from .jobs import BATH_VIEWS, PROGRAM_FAULT, AutomaticRun, BathTest, Job
+from .jobs import BATH_VIEWS, PROGRAM_ERROR, AutomaticRun, BathTest, Job
 from .process import heating, interlocks
 from .process.outputs import Output
 from .process.plant import Plant
 from .process.recipe import Electrolyte, Equipment, Limits, Recipe
-from .process.sequence import StepKind, steps_for
+from .process.sequence import Step, steps_for
 from .recording import Recorder
 from .storage import StorageWriter
 
@@ -72,12 +72,12 @@ class Operation:
         Gui.status2 = f"Laugebecken {self._plant.lye_temperature:.0f} °C{heater}\nFüllstand {level}"
 
     def halt(self) -> None:
-        """Switches everything off and ends the job, because of a fault that the operator has been shown."""
+        """Switches everything off and ends the job, because of an error that the operator has been shown."""
         self._board.all_off()
         Actuator.manual_heating_enabled = False
         if self._job is not None:
             try:
-                self._job.fail(PROGRAM_FAULT)
+                self._job.fail(PROGRAM_ERROR)
             finally:
                 self._end_job()
 
@@ -120,15 +120,15 @@ class Operation:
         if self._job is not None:
             # Started at the machine's own button before the screens were up. A run has its own note by now.
             return
-        kinds = {kind.key: kind for kind in steps_for(self._recipe(note.lengthening, note.steam))}
-        if note.step not in kinds:
+        steps = {step.key: step for step in steps_for(self._recipe(note.lengthening, note.steam))}
+        if note.step not in steps:
             Logger.warning(f"Unterbrochener Schritt {note.step!r} lässt sich nicht fortsetzen")
             self._writer.submit(NO_RUN)
             return
         self.questions.ask(
             DialogId.CONTINUE_RUN,
             "Automatikbetrieb unterbrochen",
-            f"Ein Lauf wurde im Schritt „{kinds[note.step].title}“ unterbrochen. Fortsetzen?",
+            f"Ein Lauf wurde im Schritt „{steps[note.step].title}“ unterbrochen. Fortsetzen?",
             "Fortsetzen",
             "Verwerfen",
             lambda yes: self._continue(note) if yes else self._writer.submit(NO_RUN),
@@ -164,17 +164,17 @@ class Operation:
 
     def _start_run(self, note: RunNote) -> None:
         recipe = self._recipe(note.lengthening, note.steam)
-        kinds = steps_for(recipe)
+        steps = steps_for(recipe)
 
-        def remember(kind: StepKind | None) -> None:
-            if kind is None:
+        def remember(step: Step | None) -> None:
+            if step is None:
                 self._writer.submit(NO_RUN)
             else:
-                self._writer.submit(RunNote(kind.key, note.lengthening, note.steam).change())
-                self._recorder.step(kinds.index(kind) + 1)
+                self._writer.submit(RunNote(step.key, note.lengthening, note.steam).change())
+                self._recorder.step(steps.index(step) + 1)
 
         self._prepare()
-        self._recorder.start(AutomaticRun.title, [kind.title for kind in kinds])
+        self._recorder.start(AutomaticRun.title, [step.title for step in steps])
         self._job = AutomaticRun(self._board, recipe, remember, note.step)
 
     def _toggle_bath_test(self, electrolyte: Electrolyte) -> None:

@@ -7,7 +7,7 @@ from concurrent.futures import Future
 from contextlib import suppress
 from typing import Any, TypeAlias, TypeVar
 
-from .faults import PRESS_QUIET_SECS, FaultReporter
+from .program_errors import PRESS_QUIET_SECS, ErrorReporter
 from .machine_thread import Command
 
 Task: TypeAlias = asyncio.Task[None]
@@ -24,7 +24,7 @@ class ServiceThread:
     def __init__(self, time_factor: float) -> None:
         """`time_factor` is the speed of the machine's time against real time."""
         self._time_factor = time_factor
-        self._faults = FaultReporter(PRESS_QUIET_SECS)
+        self._errors = ErrorReporter(PRESS_QUIET_SECS)
         self._loop = asyncio.new_event_loop()
         self._loop.set_exception_handler(self._report_context)
         self._thread = threading.Thread(target=self._run, name="demo-services", daemon=True)
@@ -80,11 +80,11 @@ class ServiceThread:
         self._loop.run_until_complete(_cancel_the_others())
 
     def _guarded(self, command: Command) -> None:
-        """A fault in one command is the operator's to see, and no other command's."""
+        """An error in one command is the operator's to see, and no other command's."""
         try:
             command()
         except Exception:  # pylint: disable=broad-exception-caught
-            self._faults.report()
+            self._errors.report()
 
     def _report(self, task: Task) -> None:
         if not task.cancelled():

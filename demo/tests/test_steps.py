@@ -3,7 +3,7 @@
 import unittest
 
 from controller.process import steps
-from controller.process.control import Medium, Step, StepFailed
+from controller.process.control import Medium, Procedure, StepFailed
 from controller.process.outputs import Output
 from controller.process.plant import Fault, Liquid
 from controller.process.recipe import Electrolyte, Equipment
@@ -23,10 +23,10 @@ class StepCase(unittest.TestCase):
         self.rig = rig
         return rig
 
-    def assert_fails(self, step: Step, text: str) -> None:
+    def assert_fails(self, procedure: Procedure, text: str) -> None:
         """The step ends with this text."""
         with self.assertRaisesRegex(StepFailed, text):
-            self.rig.run(step)
+            self.rig.run(procedure)
 
 
 class LeakTestTest(StepCase):
@@ -219,8 +219,8 @@ class CleaningTest(StepCase):
         for electrolyte, _, _, switch in self.CASES:
             with self.subTest(electrolyte):
                 self._fill_with_water()
-                step = steps.clean(self.rig.control, electrolyte)
-                self.assert_fails(step, f"Wasser statt {electrolyte.value}")
+                procedure = steps.clean(self.rig.control, electrolyte)
+                self.assert_fails(procedure, f"Wasser statt {electrolyte.value}")
                 self._fill_with_water()
                 setattr(self.rig.settings, switch, False)
                 self.rig.run(steps.clean(self.rig.control, electrolyte))
@@ -292,9 +292,9 @@ class LastStepsTest(StepCase):
         """Ten seconds through the channel, the rest under pressure."""
         rig = self.use(Rig(equipment=Equipment(steam_pressure=True)))
         rig.settings.steam_sterilization_secs = 30
-        step = steps.steam(rig.control)
+        procedure = steps.steam(rig.control)
         highest = 0.0
-        for _ in step:
+        for _ in procedure:
             rig.advance()
             highest = max(highest, rig.pressure)
         self.assertAlmostEqual(rig.secs_on(Output.MV_STEAM), 30.0, delta=0.3)
@@ -312,12 +312,12 @@ class LastStepsTest(StepCase):
 
     def test_prestress(self) -> None:
         """Up to the pressure, which may change meanwhile, and closed afterwards."""
-        step = steps.prestress(self.rig.control)
+        procedure = steps.prestress(self.rig.control)
         for _ in range(30):
-            next(step)
+            next(procedure)
             self.rig.advance()
         self.rig.settings.vorspannen_p = 1.2
-        self.rig.run(step)
+        self.rig.run(procedure)
         self.assertAlmostEqual(self.rig.pressure, 1.2, delta=0.01)
 
     def test_prestress_without_gas(self) -> None:
@@ -333,19 +333,19 @@ class RefreshTest(StepCase):
         """Reached is what has been held, and told once."""
         rig = self.rig
         rig.plant.lye.refresh_to = 61.0
-        step = steps.refresh(rig.control, Electrolyte.LYE, lambda: False)
+        procedure = steps.refresh(rig.control, Electrolyte.LYE, lambda: False)
         above_since = 0.0
         while not rig.reached:
-            next(step)
+            next(procedure)
             rig.advance()
             if rig.conductivity < 60.0:
                 above_since = rig.control.now
             self.assertLess(rig.control.now, 300.0)
         self.assertAlmostEqual(rig.control.now - above_since, 20.0, delta=0.3)
         for _ in range(600):
-            next(step)
+            next(procedure)
             rig.advance()
-        step.close()
+        procedure.close()
         self.assertEqual(rig.reached, 1)
         self.assertEqual(rig.on, set())
 
@@ -353,41 +353,41 @@ class RefreshTest(StepCase):
         """The seconds count without a break."""
         rig = self.rig
         rig.plant.lye.conductivity = 61.0
-        step = steps.refresh(rig.control, Electrolyte.LYE, lambda: False)
+        procedure = steps.refresh(rig.control, Electrolyte.LYE, lambda: False)
         for second in range(400):
-            next(step)
+            next(procedure)
             rig.advance()
             if second == 200:
                 rig.plant.conductivity = 10.0
         self.assertEqual(rig.reached, 0)
-        step.close()
+        procedure.close()
 
     def test_ends_when_finished(self) -> None:
         """On the operator's word."""
         finished: list[bool] = []
-        step = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: bool(finished))
+        procedure = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: bool(finished))
         for _ in range(200):
-            next(step)
+            next(procedure)
             self.rig.advance()
         finished.append(True)
-        self.assertRaises(StopIteration, next, step)
+        self.assertRaises(StopIteration, next, procedure)
 
     def test_low_bath(self) -> None:
         """Below the minimum to the end."""
         self.use(Rig(Fault.WEAK_BATH))
-        step = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: False)
+        procedure = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: False)
         for _ in range(200):
-            next(step)
+            next(procedure)
             self.rig.advance()
-        step.close()
+        procedure.close()
         self.assertEqual(self.rig.low, [Electrolyte.ACID])
 
     def test_closed_before_the_bath_was_seen(self) -> None:
         """Nothing is said of a bath that has not reached the sensor."""
-        step = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: False)
-        next(step)
+        procedure = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: False)
+        next(procedure)
         self.rig.advance()
-        step.close()
+        procedure.close()
         self.assertEqual(self.rig.low, [])
 
 
