@@ -29,9 +29,7 @@ class Board:
 
     def __init__(self, with_steam: bool) -> None:
         """Numbers the inputs and outputs and shows those that the machine has."""
-        self._douts: dict[Output, DOut] = {
-            output: getattr(Actuator, output.name.lower()) for output in Output
-        }
+        self._douts = {Output(int(dout.enum)): dout for dout in Actuator.all_douts}
         self._blocked: Set[Output] | None = None
         self._simulated = (Simulator.a_in_0, Simulator.a_in_1)
         for number, dout in enumerate(Actuator.all_douts, start=1):

@@ -11,14 +11,17 @@ from brovik.settings import SettingsValues
 from brovik.shell import Shell
 
 from . import hand
+from .automatic_run import AutomaticRun
+from .bath_test import BathTest
+from .bath_views import BATH_VIEWS
 from .board import Board
 from .dialogs import DialogId, Questions
 from .interrupted import NO_RUN, RunNote
-from .jobs import BATH_VIEWS, PROGRAM_ERROR, AutomaticRun, BathTest, Job
+from .jobs import PROGRAM_ERROR, Job
 from .process import heating, interlocks
 from .process.outputs import Output
 from .process.plant import Plant
-from .process.recipe import Electrolyte, Equipment, Limits, Recipe
+from .process.recipe import Electrolyte, Equipment, Recipe
 from .process.sequence import Step, steps_for
 from .recording import Recorder
 from .storage import StorageWriter
@@ -175,7 +178,7 @@ class Operation:
 
         self._prepare()
         self._recorder.start(AutomaticRun.title, [step.title for step in steps])
-        self._job = AutomaticRun(self._board, recipe, remember, note.step)
+        self._begin(AutomaticRun(self._board, recipe, remember, note.step))
 
     def _toggle_bath_test(self, electrolyte: Electrolyte) -> None:
         job = self._job
@@ -194,7 +197,11 @@ class Operation:
             recipe = self._recipe(1.0, steam=False)
             bath = self._plant.baths[electrolyte]
             bath.refresh_to = recipe.limits[electrolyte].set_point + DOSING_MARGIN
-            self._job = BathTest(self._board, recipe, electrolyte)
+            self._begin(BathTest(self._board, recipe, electrolyte))
+
+    def _begin(self, job: Job) -> None:
+        job.start()
+        self._job = job
 
     def _may_start(self) -> bool:
         reason = ""
@@ -226,12 +233,7 @@ class Operation:
         self._update_blocking()
 
     def _recipe(self, lengthening: float, steam: bool) -> Recipe:
-        limits = {
-            electrolyte: Limits(
-                getattr(SettingsValues, view.minimum), getattr(SettingsValues, view.set_point)
-            )
-            for electrolyte, view in BATH_VIEWS.items()
-        }
+        limits = {electrolyte: view.wished_limits for electrolyte, view in BATH_VIEWS.items()}
         # A note may be from before the valve was taken out.
         return Recipe(self._equipment, steam and self._equipment.steam_valve, lengthening, limits)
 

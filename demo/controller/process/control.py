@@ -8,13 +8,11 @@ import math
 from collections.abc import Callable, Generator, Iterator
 from contextlib import contextmanager
 from enum import Enum
-from typing import TYPE_CHECKING, Final, Protocol, TypeAlias
+from typing import Final, Protocol, TypeAlias
 
 from .outputs import Output
 from .recipe import Electrolyte, Recipe
-
-if TYPE_CHECKING:
-    from brovik.settings import SettingsClass
+from .settings import ProcessSettings
 
 # Sums of time steps may be off by this much, seconds.
 ROUNDING: Final = 1e-6
@@ -77,7 +75,7 @@ class Watcher(Protocol):
 class Control:
     """The process as a step sees it. Belongs to the thread that advances the steps."""
 
-    def __init__(self, io: ProcessIO, watcher: Watcher, settings: "SettingsClass", recipe: Recipe) -> None:
+    def __init__(self, io: ProcessIO, watcher: Watcher, settings: ProcessSettings, recipe: Recipe) -> None:
         self.io = io
         self.watcher = watcher
         self.settings = settings
