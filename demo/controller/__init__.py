@@ -22,7 +22,6 @@ from brovik.shell import ShellActionEnum
 from brovik.simulator import SimuEnum
 from brovik.wifi import WifiActionEnum
 
-from . import simulator
 from .backend import Backend
 from .entry import entry
 from .program_errors import report_dead_threads, write_stacks_on_request
@@ -93,7 +92,7 @@ def shell_action_from_cpp(enum: ShellActionEnum, value: object) -> None:
 @entry
 def simulator_value_from_cpp(enum: SimuEnum, value: object) -> None:
     """A value of the simulated hardware is to change."""
-    simulator.wish(enum, value)
+    backend().set_simulated(enum, value)
 
 
 @entry

@@ -33,7 +33,7 @@ class Driven(Protocol):
 
 
 class MachineThread:
-    """The thread "demo-machine". It alone touches plant and process, so neither needs a lock.
+    """The thread "demo-machine". It alone touches hardware and process, so neither needs a lock.
 
     Everybody else hands it commands through a queue, which `post` may do from any thread.
     """

@@ -5,7 +5,9 @@ from typing import Any
 
 from controller.process.control import Control, Procedure
 from controller.process.outputs import Output
-from controller.process.plant import Fault, Plant
+from controller.simulation.dosing import Dosing
+from controller.simulation.faults import PlantFault
+from controller.simulation.plant import Plant
 from controller.process.recipe import Electrolyte, Equipment, Limits, Recipe
 
 STEP_SECS = 0.1
@@ -53,12 +55,13 @@ class Rig:  # pylint: disable=too-many-instance-attributes
 
     def __init__(
         self,
-        *faults: Fault,
+        *faults: PlantFault,
         equipment: Equipment = Equipment(),
         steam: bool = False,
         lengthening: float = 1.0,
     ) -> None:
         self.plant = Plant(frozenset(faults))
+        self.dosing = Dosing()
         self.on: set[Output] = set()
         self.settings: Any = SimpleNamespace(**PARAMETERS)
         self.recipe = Recipe(equipment, steam, lengthening, LIMITS)
@@ -108,6 +111,7 @@ class Rig:  # pylint: disable=too-many-instance-attributes
     def advance(self) -> None:
         """Lets one period pass for the plant."""
         self.plant.advance(STEP_SECS, self.on)
+        self.dosing.advance(STEP_SECS)
         self.control.now += STEP_SECS
         for output in self.on:
             self.used[output] = self.used.get(output, 0.0) + STEP_SECS

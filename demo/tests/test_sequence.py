@@ -4,7 +4,7 @@ import unittest
 
 from controller.process.control import StepFailed
 from controller.process.outputs import Output
-from controller.process.plant import Fault
+from controller.simulation.faults import PlantFault
 from controller.process.recipe import Equipment
 from controller.process.sequence import Progress, Step, steps_for
 
@@ -144,10 +144,10 @@ class RunTest(unittest.TestCase):
     def test_failing_leaves_nothing_on(self) -> None:
         """A failed check, too."""
         for fault, key in (
-            (Fault.LEAK, "leak_test"),
-            (Fault.NO_WATER, "rinse_hot"),
-            (Fault.WRONG_MEDIUM, "lye"),
-            (Fault.LEVEL, "lye"),
+            (PlantFault.LEAK, "leak_test"),
+            (PlantFault.NO_WATER, "rinse_hot"),
+            (PlantFault.WRONG_MEDIUM, "lye"),
+            (PlantFault.LEVEL, "lye"),
         ):
             with self.subTest(fault):
                 rig = Rig(fault)

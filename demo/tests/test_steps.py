@@ -5,7 +5,8 @@ import unittest
 from controller.process import steps
 from controller.process.control import Medium, Procedure, StepFailed
 from controller.process.outputs import Output
-from controller.process.plant import Fault, Liquid
+from controller.simulation.faults import PlantFault
+from controller.simulation.plant import Liquid
 from controller.process.recipe import Electrolyte, Equipment
 
 from .rig import Rig
@@ -54,12 +55,12 @@ class LeakTestTest(StepCase):
 
     def test_leak(self) -> None:
         """Too great a loss while holding."""
-        self.use(Rig(Fault.LEAK))
+        self.use(Rig(PlantFault.LEAK))
         self.assert_fails(steps.leak_test(self.rig.control), "mehr als 0.07 bar gefallen")
 
     def test_leak_within_the_allowed_loss(self) -> None:
         """What is allowed passes."""
-        self.use(Rig(Fault.LEAK)).plant.rates.fall = 0.02
+        self.use(Rig(PlantFault.LEAK)).plant.rates.fall = 0.02
         self.rig.run(steps.leak_test(self.rig.control))
 
     def test_slow_rise(self) -> None:
@@ -69,7 +70,7 @@ class LeakTestTest(StepCase):
 
     def test_no_gas(self) -> None:
         """No gas is no rise."""
-        self.use(Rig(Fault.NO_GAS))
+        self.use(Rig(PlantFault.NO_GAS))
         self.assert_fails(steps.leak_test(self.rig.control), "langsamer als")
 
     def test_switched_off(self) -> None:
@@ -164,7 +165,7 @@ class RinsingTest(StepCase):
             (Output.MV_KALT, "Kaltwasser", "test_lw_water_cold"),
         ):
             with self.subTest(name):
-                self.use(Rig(Fault.NO_WATER))
+                self.use(Rig(PlantFault.NO_WATER))
                 self.assert_fails(steps.rinse(self.rig.control, water, 1), f"Luft statt {name}")
                 setattr(self.rig.settings, switch, False)
                 self.rig.run(steps.rinse(self.rig.control, water, 1))
@@ -234,18 +235,18 @@ class CleaningTest(StepCase):
         """A bath below its minimum is told, and cleaned with all the same."""
         for electrolyte, *_ in self.CASES:
             with self.subTest(electrolyte):
-                self.use(Rig(Fault.WEAK_BATH))
+                self.use(Rig(PlantFault.WEAK_BATH))
                 self.rig.run(steps.clean(self.rig.control, electrolyte))
                 self.assertEqual(self.rig.low, [electrolyte])
 
     def test_level(self) -> None:
         """Too little lye, unless there is no switch or the check is off. Acid has none."""
-        self.use(Rig(Fault.LEVEL))
+        self.use(Rig(PlantFault.LEVEL))
         self.assert_fails(steps.clean(self.rig.control, Electrolyte.LYE), "Füllstand")
         self.rig.run(steps.clean(self.rig.control, Electrolyte.ACID))
         self.rig.settings.test_lauge_level = False
         self.rig.run(steps.clean(self.rig.control, Electrolyte.LYE))
-        self.use(Rig(Fault.LEVEL, equipment=Equipment(level_switch=False)))
+        self.use(Rig(PlantFault.LEVEL, equipment=Equipment(level_switch=False)))
         self.rig.run(steps.clean(self.rig.control, Electrolyte.LYE))
 
     def test_give_back(self) -> None:
@@ -322,7 +323,7 @@ class LastStepsTest(StepCase):
 
     def test_prestress_without_gas(self) -> None:
         """Fails rather than waits for ever."""
-        self.use(Rig(Fault.NO_GAS))
+        self.use(Rig(PlantFault.NO_GAS))
         self.assert_fails(steps.prestress(self.rig.control), "Vorspanndruck nicht")
 
 
@@ -332,7 +333,7 @@ class RefreshTest(StepCase):
     def test_holds_the_set_point(self) -> None:
         """Reached is what has been held, and told once."""
         rig = self.rig
-        rig.plant.lye.refresh_to = 61.0
+        rig.dosing.begin(rig.plant.lye, 60.0)
         procedure = steps.refresh(rig.control, Electrolyte.LYE, lambda: False)
         above_since = 0.0
         while not rig.reached:
@@ -374,7 +375,7 @@ class RefreshTest(StepCase):
 
     def test_low_bath(self) -> None:
         """Below the minimum to the end."""
-        self.use(Rig(Fault.WEAK_BATH))
+        self.use(Rig(PlantFault.WEAK_BATH))
         procedure = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: False)
         for _ in range(200):
             next(procedure)
