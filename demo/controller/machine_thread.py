@@ -42,6 +42,7 @@ class MachineThread:
         """`time_factor` is the speed of the machine's time against real time."""
         self._driven = driven
         self._time_factor = time_factor
+        #: The machine's time that has not been worked off yet, seconds.
         self._due = 0.0
         self._commands: SimpleQueue[Command | None] = SimpleQueue()
         self._thread = threading.Thread(target=self._run, name="demo-machine", daemon=True)

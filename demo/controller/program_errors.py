@@ -26,7 +26,7 @@ Kind: TypeAlias = tuple[type[BaseException], str, int]
 
 @dataclass
 class _Known:
-    """An error that has been shown."""
+    """An error that has been shown: how often it has come, and when last, in seconds."""
 
     count: int
     last: float

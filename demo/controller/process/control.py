@@ -14,7 +14,7 @@ from .outputs import Output
 from .recipe import Electrolyte, Recipe
 from .settings import ProcessSettings
 
-# Sums of time steps may be off by this much, seconds.
+#: Sums of time steps may be off by this much, seconds.
 ROUNDING: Final = 1e-6
 
 Procedure: TypeAlias = Generator[None, None, None]
@@ -80,6 +80,7 @@ class Control:
         self.watcher = watcher
         self.settings = settings
         self.recipe = recipe
+        #: Time since the start of the job, seconds.
         self.now = 0.0
 
     @property
@@ -104,14 +105,14 @@ class Control:
                 self.io.switch(output, False)
 
     def wait(self, secs: float, text: str) -> Procedure:
-        """Waits, and tells the seconds that are left."""
+        """Waits for `secs` seconds, and tells how many are left."""
         end = self.now + secs
         while self.now < end - ROUNDING:
             self.watcher.detail(f"{text}, noch {math.ceil(end - self.now - ROUNDING)} s")
             yield
 
     def until(self, reached: Callable[[], bool], limit_secs: float, failure: str) -> Procedure:
-        """Waits for a condition, and fails if it does not come about in time."""
+        """Waits for a condition, and fails if it has not come about after `limit_secs` seconds."""
         end = self.now + limit_secs
         while not reached():
             if self.now >= end - ROUNDING:

@@ -11,6 +11,14 @@ from .outputs import Output
 from .recipe import Electrolyte, Recipe
 
 
+#: Rise of the pressure that the weights reckon with, bar/s.
+EXPECTED_RISE: Final = 0.05
+#: What a step takes besides what its parameters say, about.
+MARGIN_SECS: Final = 2.0
+#: A step that is switched off still counts for something, so that the total is never 0.
+LEAST_SECS: Final = 0.1
+
+
 @dataclass(frozen=True)
 class Step:
     """One line of the sequence. The key is what a stored run is found again by."""
@@ -34,11 +42,11 @@ def _leak_secs(control: Control) -> float:
     settings = control.settings
     if not settings.test_leakage_p:
         return 0.0
-    return 2.0 + settings.leakage_p_fill / EXPECTED_RISE + settings.leakage_p_hold_secs
+    return MARGIN_SECS + settings.leakage_p_fill / EXPECTED_RISE + settings.leakage_p_hold_secs
 
 
 def _blow_secs(control: Control) -> float:
-    return control.settings.secs_blow_min + 2.0
+    return control.settings.secs_blow_min + MARGIN_SECS
 
 
 def _rinse_secs(control: Control, passes: int) -> float:
@@ -85,9 +93,6 @@ def _giving_back(key: str, title: str, electrolyte: Electrolyte) -> Step:
     return Step(key, title, partial(steps.give_back, electrolyte=electrolyte), _blow_secs)
 
 
-#: Rise of the pressure that the weights reckon with, bar/s.
-EXPECTED_RISE: Final = 0.05
-
 SEQUENCE: Final = (
     Step("leak_test", "Dichtheitsprobe", steps.leak_test, _leak_secs),
     Step(
@@ -133,8 +138,7 @@ class Progress:
 
     def __init__(self, control: Control, sequence: tuple[Step, ...]) -> None:
         self._control = control
-        # A step that is switched off still counts for something, so that the total is never 0.
-        self._weights = [max(step.secs(control), 0.1) for step in sequence]
+        self._weights = [max(step.secs(control), LEAST_SECS) for step in sequence]
         self._started = control.now
 
     def start_step(self) -> None:

@@ -111,7 +111,7 @@ def gas_after_acid(control: Control) -> Output:
 
 
 def rinse_circuit(control: Control, water: Output, fill_secs: float, clean_secs: float) -> Procedure:
-    """Fills the circuit with water and pumps it round."""
+    """Fills the circuit with water for `fill_secs` seconds and pumps it round for `clean_secs`."""
     with control.outputs(Output.PUMPE, Output.MV_KREIS):
         with control.outputs(water):
             yield from control.wait(fill_secs, "Kreislauf wird gefüllt")
@@ -167,7 +167,7 @@ def clean(control: Control, electrolyte: Electrolyte) -> Procedure:
 
 
 def circuit_secs(control: Control, electrolyte: Electrolyte) -> float:
-    """Length of the circuit, longer for intensive cleaning."""
+    """Length of the circuit, seconds; longer for intensive cleaning."""
     settings = control.settings
     lye = electrolyte is Electrolyte.LYE
     secs = settings.lauge_kreis_secs if lye else settings.saure_kreis_secs

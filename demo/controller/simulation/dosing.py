@@ -15,6 +15,7 @@ class Dosing:
 
     def __init__(self) -> None:
         self._bath: Liquid | None = None
+        #: Conductivity, mS/cm.
         self._aim = 0.0
 
     def begin(self, bath: Liquid, set_point: float) -> None:

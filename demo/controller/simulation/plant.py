@@ -28,7 +28,7 @@ class Liquid:
         return Liquid(taken, self.conductivity)
 
     def add(self, other: "Liquid") -> None:
-        """Mixes another liquid in."""
+        """Mixes another liquid in: conductivities by the volumes, in litres."""
         total = self.volume + other.volume
         if total > 0:
             mixed = self.volume * self.conductivity + other.volume * other.conductivity
@@ -44,30 +44,30 @@ class GasRates:
     fall: float = 0.1
 
 
-MAINS_CONDUCTIVITY: Final = {Output.MV_KALT: 0.5, Output.MV_HEISS: 0.6}
-WEAK_CONDUCTIVITY: Final = 5.0
+MAINS_CONDUCTIVITY: Final = {Output.MV_KALT: 0.5, Output.MV_HEISS: 0.6}  # mS/cm
+WEAK_CONDUCTIVITY: Final = 5.0  # mS/cm
 PUMP_FLOW: Final = 1.0  # litres per second
 BLOW_FLOW: Final = 1.0  # litres per second that a gas drives out
 DRAIN_SECS: Final = 3.0  # time constant of a barrel that runs empty by itself
-BARREL_VOLUME: Final = 50.0
-GAS_PRESSURE: Final = {Output.MV_LUFT: 3.0, Output.MV_CO2: 2.5, Output.MV_STEAM: 1.2}
+BARREL_VOLUME: Final = 50.0  # litres
+GAS_PRESSURE: Final = {Output.MV_LUFT: 3.0, Output.MV_CO2: 2.5, Output.MV_STEAM: 1.2}  # bar
 DRIVING_PRESSURE: Final = 0.3  # a gas that pushes liquid before it, bar
 FREE_PRESSURE: Final = 0.002  # a gas that finds the way clear, bar
 OUTLETS: Final = frozenset({Output.MV_KANAL, Output.MV_LAUGE_OUT, Output.MV_SAURE_OUT})
 LEVEL_VOLUME: Final = 60.0  # litres at the level switch of the lye bath
-ROOM_TEMPERATURE: Final = 20.0
+ROOM_TEMPERATURE: Final = 20.0  # °C
 HEATING_RATE: Final = 0.08  # kelvin per second
-COOLING_SECS: Final = 7200.0
+COOLING_SECS: Final = 7200.0  # time constant of a lye bath that nobody heats
 
 
 def _approach(value: float, target: float, dt: float, secs: float) -> float:
-    """First-order lag with the time constant `secs`."""
+    """First-order lag over `dt` seconds, with the time constant `secs`."""
     return target + (value - target) * math.exp(-dt / secs)
 
 
 @dataclass
 class Plant:  # pylint: disable=too-many-instance-attributes
-    """The machine's state. Pressure in bar over ambient, conductivity at the sensor in mS/cm."""
+    """The machine's state: pressure in bar over ambient, conductivity at the sensor in mS/cm, °C."""
 
     faults: Set[PlantFault] = frozenset()
     rates: GasRates = field(default_factory=GasRates)
@@ -138,7 +138,7 @@ class Plant:  # pylint: disable=too-many-instance-attributes
         return True
 
     def _gas(self, on: Set[Output]) -> float:
-        """Pressure of the strongest gas that is let in; 0 if none is."""
+        """Pressure of the strongest gas that is let in, bar; 0 if none is."""
         if PlantFault.NO_GAS in self.faults:
             return 0.0
         return max((pressure for valve, pressure in GAS_PRESSURE.items() if valve in on), default=0)
