@@ -22,13 +22,14 @@ from brovik.shell import ShellActionEnum
 from brovik.simulator import SimuEnum
 from brovik.wifi import WifiActionEnum
 
-from . import simulator
 from .backend import Backend
 from .entry import entry
-from .faults import report_dead_threads, write_stacks_on_request
-from .stubs import write_stubs
+from .program_errors import report_dead_threads, write_stacks_on_request
 
 if os.environ.get("BROVIK_MAKE_PY_STUBS") == "1":
+    # They lie beside this package and do not go along with a copy of it.
+    from tools.stubs import write_stubs
+
     write_stubs(brovik)
 
 
@@ -91,7 +92,7 @@ def shell_action_from_cpp(enum: ShellActionEnum, value: object) -> None:
 @entry
 def simulator_value_from_cpp(enum: SimuEnum, value: object) -> None:
     """A value of the simulated hardware is to change."""
-    simulator.wish(enum, value)
+    backend().set_simulated(enum, value)
 
 
 @entry

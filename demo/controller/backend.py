@@ -2,7 +2,7 @@
 
 import os
 import sys
-from collections.abc import Set
+from collections.abc import Callable
 from contextlib import ExitStack
 from functools import partial
 from pathlib import Path
@@ -10,27 +10,25 @@ from typing import Final, Self
 
 from brovik import Logger
 from brovik.gui import Gui
-from brovik.sensor import Sensor
-from brovik.simulator import Simulator
+from brovik.simulator import SimuEnum
 
 from . import configuration, settings
 from .board import Board
 from .charts import Charts
-from .faults import PRESS_QUIET_SECS, FaultReporter
+from .program_errors import PRESS_QUIET_SECS, ErrorReporter
+from .hardware_choice import HardwareChoice, choose_hardware
 from .interrupted import RunNote
+from .job_control import JobControl
 from .jobs import READY_STATUS
 from .machine_thread import MachineThread
 from .maintenance import Maintenance, read_stored
 from .operation import Operation
-from .process.plant import Fault, Plant
 from .recording import Recorder
 from .service_thread import ServiceThread
 from .storage import MACHINE, RUN, SETTINGS, Change, StorageWriter, open_storage
 
 CONFIG_DIR: Final = "BROVIK_CONFIG_DIR"
 TIME_FACTOR: Final = "BROVIK_DEMO_TIME_FACTOR"
-FAULT: Final = "BROVIK_DEMO_FAULT"
-SIMULATOR: Final = "BROVIK_DEMO_SIMULATOR"
 
 
 class Backend:  # pylint: disable=too-many-instance-attributes
@@ -41,23 +39,29 @@ class Backend:  # pylint: disable=too-many-instance-attributes
     to the thread of its writer.
     """
 
-    def __init__(self, directory: Path | None, time_factor: float, faults: Set[Fault]) -> None:
+    def __init__(
+        self, directory: Path | None, time_factor: float, choose: Callable[[], HardwareChoice]
+    ) -> None:
+        """`directory` is that of the file; `choose` makes the hardware, once the host knows the equipment."""
         storage = open_storage(directory, lambda text: Gui.message("Einstellungen", text, "error"))
         stored = storage.read(MACHINE)
         saved_charts = storage.charts.infos()
         equipment = configuration.apply(stored)
+        # Nothing is running yet: a machine that cannot be reached leaves nothing behind.
+        choice = choose()
+        self._window = choice.window
+        self._board = Board(choice.hardware, equipment.steam_valve)
         settings.load(storage.read(SETTINGS), equipment)
         self._note = RunNote.read(storage.read(RUN))
         maintained = read_stored(storage)
 
-        self._writer = StorageWriter(storage, FaultReporter(PRESS_QUIET_SECS).report)
+        self._writer = StorageWriter(storage, ErrorReporter(PRESS_QUIET_SECS).report)
         self._writer.submit(Change(MACHINE, configuration.missing(stored)))
         self.settings = settings.SettingsKeeper(self._writer, equipment)
 
-        Sensor.lw_sensor_defective = Fault.SENSOR in faults
-        self._board = Board(equipment.steam_valve)
         recorder = Recorder(self._board)
-        self.operation = Operation(self._board, Plant(faults), equipment, self._writer, recorder)
+        jobs = JobControl(self._board, choice.hardware, equipment, self._writer, recorder)
+        self.operation = Operation(self._board, jobs, equipment, choice.window)
         self.machine = MachineThread(self.operation, time_factor)
         self.charts = Charts(recorder, self._writer, saved_charts, self.machine.post)
         services = ServiceThread(time_factor)
@@ -75,14 +79,16 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         # A press must not wait long for a machine thread that has much to do, as at a high time factor.
         sys.setswitchinterval(0.001)
         directory = os.environ.get(CONFIG_DIR)
-        backend = cls(Path(directory) if directory else None, _time_factor(), _faults())
-        Simulator.enabled = os.environ.get(SIMULATOR) == "1" or Simulator.enabled
-        return backend
+        return cls(Path(directory) if directory else None, _time_factor(), choose_hardware)
 
     def start(self) -> None:
         """Starts the threads."""
         self.machine.start()
         self.maintenance.start()
+
+    def set_simulated(self, enum: SimuEnum, value: object) -> None:
+        """A slider of the simulator's window has been moved."""
+        self._window.set_value(enum, value)
 
     def screens_ready(self) -> None:
         """The screens can take questions now."""
@@ -95,13 +101,13 @@ class Backend:  # pylint: disable=too-many-instance-attributes
 
         What cannot be ended keeps nothing else from its end.
         """
-        self._board.all_off()
         with ExitStack() as stack:  # The last one comes first.
             stack.callback(self._writer.stop)
             stack.callback(self.maintenance.stop)
-            stack.callback(self._board.all_off)
+            stack.callback(self._board.shut_down)
             stack.callback(self.operation.stop)
             stack.callback(self.machine.stop)
+            self._board.shut_down()
 
 
 def _time_factor() -> float:
@@ -114,12 +120,3 @@ def _time_factor() -> float:
         pass
     Logger.warning(f"{TIME_FACTOR}={text} ist kein Zeitfaktor")
     return 1.0
-
-
-def _faults() -> Set[Fault]:
-    known = {fault.value: fault for fault in Fault}
-    names = [name.strip() for name in os.environ.get(FAULT, "").split(",") if name.strip()]
-    for name in names:
-        if name not in known:
-            Logger.warning(f"{FAULT}: {name!r} ist keines von {', '.join(known)}")
-    return {known[name] for name in names if name in known}

@@ -1,39 +1,30 @@
-"""The machine's outputs and inputs, as the host shows them.
+"""Outputs and readings of the machine, as the host shows them, and the way to the hardware.
 
-The host's objects hold the state; this class only gives it the names of the process.
+The host's objects hold the state. Outputs are switched here and nowhere else.
 """
 
 from collections.abc import Set
-from typing import Final
 
 from brovik.actuator import Actuator, ActuatorEnum, DOut
-from brovik.sensor import Sensor, SensorPEnum
-from brovik.simulator import Simulator
+from brovik.gui import Gui
+from brovik.sensor import DIn, Sensor
 
-from .process import scaling
+from .process import interlocks
+from .process.hardware import Hardware, Readings
 from .process.outputs import Output
-from .process.plant import Plant
-
-PRESSURE_SCALES = {
-    SensorPEnum.SMC_PSE564_02: scaling.SMC_PSE564_02,
-    SensorPEnum.Gems_3500R0006G01B000: scaling.GEMS_3500,
-}
-
-#: No sensor stands at zero by itself, bar and mS/cm. It gives the calibration something to do.
-PRESSURE_ZERO_ERROR: Final = 0.004
-CONDUCTIVITY_ZERO_ERROR: Final = 0.005
 
 
 class Board:
-    """Stands between process and host. Belongs to the machine thread after its construction."""
+    """Stands between process, hardware and host. Belongs to the machine thread after its construction.
 
-    def __init__(self, with_steam: bool) -> None:
+    What is switched reaches the hardware with the next exchange. `shut_down` is for any thread.
+    """
+
+    def __init__(self, hardware: Hardware, with_steam: bool) -> None:
         """Numbers the inputs and outputs and shows those that the machine has."""
-        self._douts: dict[Output, DOut] = {
-            output: getattr(Actuator, output.name.lower()) for output in Output
-        }
+        self._hardware = hardware
+        self._douts: dict[Output, DOut] = {Output(int(dout.enum)): dout for dout in Actuator.all_douts}
         self._blocked: Set[Output] | None = None
-        self._simulated = (Simulator.a_in_0, Simulator.a_in_1)
         for number, dout in enumerate(Actuator.all_douts, start=1):
             dout.num = number
         for number, din in enumerate(Sensor.all_dins, start=1):
@@ -41,15 +32,19 @@ class Board:
         #: The outputs that the machine has.
         self.shown = tuple(o for o in Output if with_steam or o is not Output.MV_STEAM)
         Actuator.set_dout_model(self._douts[output] for output in self.shown)
+        #: Those of the last exchange.
+        self.readings = hardware.exchange(0.0, frozenset())
+
+    # Inputs.
 
     @property
     def pressure(self) -> float:
-        """Pressure in the barrel, bar."""
+        """Pressure in the barrel, bar over ambient, after the offset."""
         return Sensor.druck
 
     @property
     def conductivity(self) -> float:
-        """Conductivity past the sensor, mS/cm."""
+        """Conductivity past the sensor, mS/cm, after the offset."""
         return Sensor.leitwert
 
     @property
@@ -62,17 +57,48 @@ class Board:
         """The conductivity sensor gives no signal."""
         return Sensor.lw_sensor_defective
 
+    def exchange(self, dt: float) -> Readings:
+        """Lets `dt` seconds pass: hands the outputs to the hardware, and shows what it reads."""
+        self.readings = self._hardware.exchange(dt, self.on)
+        Sensor.set_p_and_apply_offset(self.readings.pressure)
+        Sensor.set_lw_and_apply_offset(self.readings.conductivity)
+        Sensor.level.state = self.readings.level_reached
+        return self.readings
+
+    def show_button(self, din: DIn, pressed: bool) -> bool:
+        """Shows a push button. True if it has just gone down."""
+        gone_down = pressed and not din.state
+        din.state = pressed
+        return gone_down
+
+    def publish(self) -> None:
+        """Shows what changes slowly."""
+        self._hardware.tick_ended()
+        heater = ", Heizung ein" if self.is_on(Output.HEAT_1) else ""
+        level = "erreicht" if self.level_reached else "unterschritten"
+        Gui.status2 = f"Laugebecken {self.readings.lye_temperature:.0f} °C{heater}\nFüllstand {level}"
+
+    # Outputs.
+
     @property
     def on(self) -> Set[Output]:
         """The outputs that are on."""
         return {output for output, dout in self._douts.items() if dout.state}
 
-    def dout(self, output: Output) -> DOut:
-        """The host's object for an output."""
-        return self._douts[output]
+    def is_on(self, output: Output) -> bool:
+        """Whether this output is on."""
+        return self._douts[output].state
+
+    def is_blocked(self, output: Output) -> bool:
+        """Whether this output is locked against the operator."""
+        return self._douts[output].blocked
+
+    def name(self, output: Output) -> str:
+        """The name of this output on the screens."""
+        return self._douts[output].name
 
     def switch(self, output: Output, on: bool) -> None:
-        """Switches one output."""
+        """Switches one output, whether or not it is locked against the operator."""
         self._douts[output].state = on
 
     def all_off(self) -> None:
@@ -80,33 +106,14 @@ class Board:
         for dout in self._douts.values():
             dout.state = False
 
-    def block(self, outputs: Set[Output]) -> None:
-        """Locks these outputs against the operator and frees all others."""
-        if outputs != self._blocked:
-            self._blocked = outputs
-            Actuator.unblock_all_except_of({ActuatorEnum(output.value) for output in outputs})
+    def shut_down(self) -> None:
+        """Switches everything off, at the hardware too, without waiting for an exchange."""
+        self.all_off()
+        self._hardware.all_off()
 
-    def take_over_simulated_inputs(self, plant: Plant) -> None:
-        """Lets whoever has moved a simulated input since it was last shown move the plant."""
-        plant.rates.rise, plant.rates.fall = Simulator.p_inc_rate, Simulator.p_dec_rate
-        moved = (Simulator.a_in_0, Simulator.a_in_1)
-        pressure_moved, conductivity_moved = (m != s for m, s in zip(moved, self._simulated))
-        self._simulated = moved
-        if pressure_moved:
-            plant.pressure = max(0.0, PRESSURE_SCALES[Sensor.p_type].value(moved[0]))
-        if conductivity_moved:
-            plant.conductivity = max(0.0, scaling.SELI_SLI_03.value(moved[1]))
-
-    def measure(self, plant: Plant) -> None:
-        """Reads the plant's sensors."""
-        Sensor.set_p_and_apply_offset(plant.pressure + PRESSURE_ZERO_ERROR)
-        Sensor.set_lw_and_apply_offset(plant.conductivity + CONDUCTIVITY_ZERO_ERROR)
-        Sensor.level.state = plant.level
-
-    def show_analogue_inputs(self, plant: Plant) -> None:
-        """Keeps the analogue inputs at what the sensors would give."""
-        Sensor.ain1.value = PRESSURE_SCALES[Sensor.p_type].percent(plant.pressure)
-        Sensor.ain2.value = scaling.SELI_SLI_03.percent(plant.conductivity)
-        Simulator.a_in_0 = round(Sensor.ain1.value)
-        Simulator.a_in_1 = round(Sensor.ain2.value)
-        self._simulated = (Simulator.a_in_0, Simulator.a_in_1)
+    def lock(self, running: bool) -> None:
+        """Locks against the operator what the outputs that are on exclude; everything while a job runs."""
+        blocked = interlocks.blocked(self.on, running)
+        if blocked != self._blocked:
+            self._blocked = blocked
+            Actuator.unblock_all_except_of({ActuatorEnum(output.value) for output in blocked})

@@ -13,7 +13,7 @@ from brovik.simulator import Simulator
 from .process.recipe import Equipment
 from .values import fitting
 
-#: Sizes of the controls against the standard display.
+#: Sizes of the controls against the standard display, factors.
 DISPLAY_SCALES: Final = {
     DisplayType._8_WSSKU_23741: 1.0,  # pylint: disable=protected-access
     DisplayType._7_WSSKU_14628: 0.9,  # pylint: disable=protected-access

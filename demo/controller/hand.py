@@ -1,32 +1,36 @@
 """Operation by hand: the operator switches single outputs."""
 
-from brovik.actuator import Actuator, ActuatorEnum, DOut
+from brovik.actuator import Actuator, ActuatorEnum
 from brovik.gui import Gui
 
+from .board import Board
+from .process.outputs import Output
 
-def toggle(enum: ActuatorEnum, running: bool) -> None:
+
+def toggle(board: Board, enum: ActuatorEnum, running: bool) -> None:
     """Switches an output over, or manual heating, unless something stands against it."""
-    dout = Actuator.dout_from_enum(enum)
-    if dout is None:
-        _toggle_manual_heating(running)
-    elif refusal := _refusal(dout):
+    if enum == ActuatorEnum.ToggleManualHeating:
+        _toggle_manual_heating(board, running)
+        return
+    output = Output(int(enum))
+    if refusal := _refusal(board, output):
         Gui.toast_warn(refusal)
     else:
-        dout.state = not dout.state
+        board.switch(output, not board.is_on(output))
 
 
-def _toggle_manual_heating(running: bool) -> None:
+def _toggle_manual_heating(board: Board, running: bool) -> None:
     if running:
         Gui.toast_warn("Die Heizung wird gerade automatisch geregelt")
         return
     Actuator.manual_heating_enabled = not Actuator.manual_heating_enabled
-    Actuator.heat_1.state = False
+    board.switch(Output.HEAT_1, False)
 
 
-def _refusal(dout: DOut) -> str:
+def _refusal(board: Board, output: Output) -> str:
     """Why the operator may not switch this output; empty if he may."""
-    if dout.blocked:
-        return f"{dout.name} ist gesperrt"
-    if dout.enum == ActuatorEnum.Heat1 and not Actuator.manual_heating_enabled:
+    if board.is_blocked(output):
+        return f"{board.name(output)} ist gesperrt"
+    if output is Output.HEAT_1 and not Actuator.manual_heating_enabled:
         return "Der Heizungs-Handbetrieb ist nicht eingeschaltet"
     return ""

@@ -2,7 +2,6 @@
 
 from abc import ABC, abstractmethod
 from collections.abc import Callable
-from contextlib import closing
 from dataclasses import dataclass
 from typing import Final
 
@@ -11,14 +10,13 @@ from brovik.auto import Auto, ProgressColor
 from brovik.gui import Gui
 from brovik.settings import SettingsValues
 
+from .bath_views import BATH_VIEWS
 from .board import Board
-from .process import steps
-from .process.control import Control, Step, StepFailed
+from .process.control import Control, Procedure, StepFailed
 from .process.recipe import Electrolyte, Recipe
-from .process.sequence import Progress, StepKind, steps_for
 
 READY_STATUS: Final = "Bereit"
-PROGRAM_FAULT: Final = "Programmfehler, siehe Meldung."
+PROGRAM_ERROR: Final = "Programmfehler, siehe Meldung."
 
 
 @dataclass(frozen=True)
@@ -32,30 +30,9 @@ class Outcome:
 ABORTED: Final = Outcome("neutral", "abgebrochen")
 
 
-@dataclass(frozen=True)
-class BathView:
-    """The attributes of `Auto` that show one bath. The settings have two of the same names."""
-
-    active: str
-    maximum: str
-    minimum: str
-    set_point: str
-    too_low: str
-
-
-BATH_VIEWS: Final = {
-    Electrolyte.ACID: BathView(
-        "lw_saure_active", "lw_saure_max", "lw_saure_min", "lw_saure_sp", "lw_saure_too_low"
-    ),
-    Electrolyte.LYE: BathView(
-        "lw_lauge_active", "lw_lauge_max", "lw_lauge_min", "lw_lauge_sp", "lw_lauge_too_low"
-    ),
-}
-
-
 def job_running() -> bool:
     """Whether a job is running. For any thread; only on the machine's it stays true for a while."""
-    return Auto.active or any(getattr(Auto, view.active) for view in BATH_VIEWS.values())
+    return Auto.active or any(view.active for view in BATH_VIEWS.values())
 
 
 def show_progress(percent: int, text: str, color: ProgressColor = ProgressColor.Normal) -> None:
@@ -66,7 +43,7 @@ def show_progress(percent: int, text: str, color: ProgressColor = ProgressColor.
 
 
 class Job(ABC):
-    """Advances its steps and keeps `Auto` and `Gui` current. Belongs to the machine thread.
+    """Advances its procedure and keeps `Auto` and `Gui` current. Belongs to the machine thread.
 
     A job is its own watcher: what the steps tell goes straight to the screens.
     """
@@ -74,15 +51,22 @@ class Job(ABC):
     #: What the job is called in messages.
     title: str
 
+    #: From `start` on.
+    _procedure: Procedure
+
     def __init__(self, board: Board, recipe: Recipe) -> None:
+        """Nothing happens before `start`."""
         self._board = board
         self.control = Control(board, self, SettingsValues, recipe)
         self.too_low_baths: list[Electrolyte] = []
         self.outcome = ABORTED
+
+    def start(self) -> None:
+        """Shows that the job is running. To be called once, before everything else."""
         for electrolyte, view in BATH_VIEWS.items():
-            setattr(Auto, view.minimum, recipe.limits[electrolyte].minimum)
-            setattr(Auto, view.set_point, recipe.limits[electrolyte].set_point)
-        self._steps = self.steps()
+            view.show_limits(self.control.recipe.limits[electrolyte])
+        self.started()
+        self._procedure = self.procedure()
 
     def advance(self, dt: float) -> bool:
         """Lets `dt` seconds pass. False once the job has ended, in whatever way."""
@@ -90,7 +74,7 @@ class Job(ABC):
         try:
             if self._board.sensor_defective:
                 raise StepFailed("Es wird kein Signal vom Leitwertsensor erkannt.")
-            next(self._steps)
+            next(self._procedure)
             return True
         except StopIteration:
             self._end(self.finished)
@@ -99,7 +83,7 @@ class Job(ABC):
             Gui.message(self.title, str(failure), "error")
         except Exception:  # pylint: disable=broad-exception-caught
             forward_exception()
-            self.fail(PROGRAM_FAULT)
+            self.fail(PROGRAM_ERROR)
         return False
 
     def abort(self) -> None:
@@ -109,7 +93,7 @@ class Job(ABC):
 
     def break_off(self) -> None:
         """Switches off what the step under way has switched on, and shows nothing of it."""
-        self._steps.close()
+        self._procedure.close()
 
     def fail(self, reason: str) -> None:
         """Ends the job where it stands, for a reason that stays on the page."""
@@ -119,7 +103,7 @@ class Job(ABC):
 
     def _end(self, show_ending: Callable[[], None]) -> None:
         try:
-            self._steps.close()
+            self._procedure.close()
         finally:
             self._board.all_off()
             self.clear()
@@ -131,13 +115,13 @@ class Job(ABC):
         Gui.status3 = text
 
     def peak(self, electrolyte: Electrolyte, conductivity: float) -> None:
-        """Highest conductivity of this electrolyte so far."""
-        setattr(Auto, BATH_VIEWS[electrolyte].maximum, conductivity)
+        """Highest conductivity of this electrolyte so far, mS/cm."""
+        BATH_VIEWS[electrolyte].show_peak(conductivity)
 
     def too_low(self, electrolyte: Electrolyte) -> None:
         """The electrolyte stays below its minimum."""
         self.too_low_baths.append(electrolyte)
-        setattr(Auto, BATH_VIEWS[electrolyte].too_low, True)
+        BATH_VIEWS[electrolyte].show_too_low(True)
 
     def set_point_reached(self) -> None:
         """The set point has been held long enough."""
@@ -149,8 +133,12 @@ class Job(ABC):
         return f"Leitwert zu niedrig: {names}. Bitte auffrischen." if names else ""
 
     @abstractmethod
-    def steps(self) -> Step:
-        """All steps of the job as one."""
+    def procedure(self) -> Procedure:
+        """All steps of the job, one after the other."""
+
+    @abstractmethod
+    def started(self) -> None:
+        """Shows that the job is running, and nothing any more of an earlier one."""
 
     @abstractmethod
     def clear(self) -> None:
@@ -162,125 +150,8 @@ class Job(ABC):
 
     @abstractmethod
     def failed(self, reason: str) -> None:
-        """Shows that a check, or a fault of the program, has ended the job."""
+        """Shows that a check, or an error of the program, has ended the job."""
 
     @abstractmethod
     def aborted(self) -> None:
         """Shows that the operator has ended the job."""
-
-
-class AutomaticRun(Job):
-    """A cleaning of one barrel."""
-
-    title = "Automatikbetrieb"
-
-    def __init__(
-        self,
-        board: Board,
-        recipe: Recipe,
-        on_step: Callable[[StepKind | None], None],
-        first: str | None = None,
-    ) -> None:
-        """`on_step` hears of each step at its start, and None at the end of the run.
-
-        With `first`, the key of a step, the run begins there.
-        """
-        super().__init__(board, recipe)
-        self._on_step = on_step
-        self._kinds = steps_for(recipe)
-        self._first = max((i for i, kind in enumerate(self._kinds) if kind.key == first), default=0)
-        Auto.intense_cleaning = recipe.lengthening > 1.0
-        Auto.intense_factor = recipe.lengthening
-        for electrolyte, view in BATH_VIEWS.items():
-            setattr(Auto, view.too_low, False)
-            self.peak(electrolyte, 0.0)
-        show_progress(0, "0 %")
-        Auto.active = True
-
-    def steps(self) -> Step:
-        progress = Progress(self.control, self._kinds)
-        for index, kind in enumerate(self._kinds[self._first :], start=self._first):
-            Gui.status = f"Schritt {index + 1} von {len(self._kinds)}: {kind.title}"
-            Logger.info(Gui.status)
-            self._on_step(kind)
-            progress.start_step()
-            with closing(kind.run(self.control)) as step:
-                for _ in step:
-                    percent = progress.percent(index)
-                    show_progress(percent, f"{percent} %")
-                    yield
-
-    def clear(self) -> None:
-        Auto.active = False
-        self._on_step(None)
-
-    def finished(self) -> None:
-        warning = self.too_low_text()
-        color = ProgressColor.Warning if warning else ProgressColor.Success
-        show_progress(100, "100 %", color)
-        Gui.status3 = warning or "Das Fass ist gereinigt und vorgespannt."
-        self.outcome = Outcome("warning" if warning else "success", Gui.status3)
-        if warning:
-            Gui.message(self.title, warning, "warning")
-
-    def failed(self, reason: str) -> None:
-        Auto.progress_color = ProgressColor.Error
-        Gui.status3 = reason
-
-    def aborted(self) -> None:
-        show_progress(0, "0 %", ProgressColor.Warning)
-        Gui.status3 = "Der Automatikbetrieb wurde abgebrochen."
-
-
-class BathTest(Job):
-    """A test of one bath, which someone refreshes meanwhile."""
-
-    title = "Leitwertprüfung"
-
-    def __init__(self, board: Board, recipe: Recipe, electrolyte: Electrolyte) -> None:
-        super().__init__(board, recipe)
-        self.electrolyte = electrolyte
-        self._finish = False
-        self._view = BATH_VIEWS[electrolyte]
-        setattr(Auto, self._view.too_low, False)
-        self.peak(electrolyte, 0.0)
-        Auto.lw_sp_reached = False
-        show_progress(-1, "Prüfung")
-        setattr(Auto, self._view.active, True)
-
-    @property
-    def can_finish(self) -> bool:
-        """Whether a press finishes the test rather than aborting it."""
-        return Auto.lw_sp_reached and not self._finish
-
-    def finish(self) -> None:
-        """Ends the circulation and brings the electrolyte back."""
-        self._finish = True
-
-    def steps(self) -> Step:
-        self._show_step("Dichtheitsprobe")
-        yield from steps.leak_test(self.control)
-        self._show_step("Umwälzen und messen")
-        yield from steps.refresh(self.control, self.electrolyte, lambda: self._finish)
-        self._show_step(f"{self.electrolyte.value} zurückfördern")
-        yield from steps.give_back(self.control, self.electrolyte)
-
-    def _show_step(self, text: str) -> None:
-        Gui.status = f"{self.title} {self.electrolyte.value}: {text}"
-
-    def clear(self) -> None:
-        setattr(Auto, self._view.active, False)
-        Auto.lw_sp_reached = False
-
-    def finished(self) -> None:
-        show_progress(100, "100 %", ProgressColor.Success)
-        maximum = getattr(Auto, self._view.maximum)
-        Gui.status3 = f"{self.title} abgeschlossen, Höchstwert {maximum:.2f} mS/cm."
-
-    def failed(self, reason: str) -> None:
-        show_progress(0, "0 %", ProgressColor.Error)
-        Gui.status3 = reason
-
-    def aborted(self) -> None:
-        show_progress(0, "0 %", ProgressColor.Warning)
-        Gui.status3 = self.too_low_text() or "Die Leitwertprüfung wurde abgebrochen."

@@ -8,7 +8,7 @@ from typing import Final, Protocol, TypeAlias
 
 from brovik import forward_exception
 
-from .faults import FaultReporter
+from .program_errors import ErrorReporter
 
 Command: TypeAlias = Callable[[], None]
 
@@ -16,7 +16,7 @@ STEP_SECS: Final = 0.1  # of the machine's time
 TICK_SECS: Final = 0.1  # of real time
 STOP_SECS: Final = 5.0  # of real time
 #: So many ticks that fail in a row end whatever runs.
-FAULTS_TO_HALT: Final = 20
+ERRORS_TO_HALT: Final = 20
 
 
 class Driven(Protocol):
@@ -29,11 +29,11 @@ class Driven(Protocol):
         """Shows the present state. Once per tick, however much time has passed in it."""
 
     def halt(self) -> None:
-        """Switches everything off and ends what runs: a fault of the program does not let it go on."""
+        """Switches everything off and ends what runs: an error of the program does not let it go on."""
 
 
 class MachineThread:
-    """The thread "demo-machine". It alone touches plant and process, so neither needs a lock.
+    """The thread "demo-machine". It alone touches hardware and process, so neither needs a lock.
 
     Everybody else hands it commands through a queue, which `post` may do from any thread.
     """
@@ -42,11 +42,12 @@ class MachineThread:
         """`time_factor` is the speed of the machine's time against real time."""
         self._driven = driven
         self._time_factor = time_factor
+        #: The machine's time that has not been worked off yet, seconds.
         self._due = 0.0
         self._commands: SimpleQueue[Command | None] = SimpleQueue()
         self._thread = threading.Thread(target=self._run, name="demo-machine", daemon=True)
         self._stopping = False
-        self._faults = FaultReporter()
+        self._errors = ErrorReporter()
 
     def start(self) -> None:
         """Starts the thread."""
@@ -84,14 +85,14 @@ class MachineThread:
                 failed_in_a_row = 0
             else:
                 failed_in_a_row += 1
-                self._after_fault(failed_in_a_row)
+                self._after_error(failed_in_a_row)
             self._wait_until(next_tick)
 
-    def _after_fault(self, failed_in_a_row: int) -> None:
+    def _after_error(self, failed_in_a_row: int) -> None:
         """One tick that fails may be bad luck. Many in a row leave a machine that nobody drives."""
-        # The time that the fault has taken is not made up for.
+        # The time that the error has taken is not made up for.
         self._due = 0.0
-        if failed_in_a_row % FAULTS_TO_HALT == 0:
+        if failed_in_a_row % ERRORS_TO_HALT == 0:
             self._guarded(self._driven.halt)
 
     def _tick(self) -> None:
@@ -116,7 +117,7 @@ class MachineThread:
 
     @staticmethod
     def _run_command(command: Command | None) -> None:
-        """A command is somebody's press, so each fault of it is shown."""
+        """A command is somebody's press, so each error of it is shown."""
         try:
             if command is not None:
                 command()
@@ -124,10 +125,10 @@ class MachineThread:
             forward_exception()
 
     def _guarded(self, action: Command) -> bool:
-        """A fault in the tick must not end the thread, and the machine with it. False if there was one."""
+        """An error in the tick must not end the thread, and the machine with it. False if there was one."""
         try:
             action()
         except Exception:  # pylint: disable=broad-exception-caught
-            self._faults.report()
+            self._errors.report()
             return False
         return True

@@ -52,7 +52,7 @@ class Recorder:
         Chart.clear()
         Chart.savable = False
         Chart.step_names = list(step_names)
-        Chart.actuator_names = [self._board.dout(output).name for output, _ in self._lines]
+        Chart.actuator_names = [self._board.name(output) for output, _ in self._lines]
         Chart.current_name = f"{title} {self._now.started:%d.%m.%Y %H:%M:%S}"
         Chart.active = True
 

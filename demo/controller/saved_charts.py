@@ -9,6 +9,7 @@ from dataclasses import dataclass
 from itertools import chain
 from typing import Final, TypeAlias
 
+#: Seconds from the start, and what the line shows: bar, mS/cm, or the height of a label.
 Point: TypeAlias = tuple[float, float]
 
 SCHEMA: Final = """
@@ -31,7 +32,7 @@ CREATE TABLE IF NOT EXISTS chart_line (
 
 @dataclass(frozen=True)
 class ChartInfo:
-    """What the list of saved charts shows of one."""
+    """What the list of saved charts shows of one; its duration is in seconds."""
 
     name: str
     result: str

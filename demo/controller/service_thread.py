@@ -1,32 +1,43 @@
 """The thread of the maintenance services: updates and network."""
 
-import asyncio
 import threading
 from collections.abc import Callable, Coroutine
-from concurrent.futures import Future
-from contextlib import suppress
-from typing import Any, TypeAlias, TypeVar
+from time import monotonic
+from typing import TYPE_CHECKING, Any, Protocol, TypeVar
 
-from .faults import PRESS_QUIET_SECS, FaultReporter
 from .machine_thread import Command
+from .program_errors import PRESS_QUIET_SECS, ErrorReporter
 
-Task: TypeAlias = asyncio.Task[None]
+if TYPE_CHECKING:
+    from .service_loop import ServiceLoop
+
 T = TypeVar("T")
+
+
+class Task(Protocol):
+    """Work that goes on beside all other."""
+
+    def cancel(self) -> bool:
+        """Makes it tidy up and end. False if it has ended."""
+
+    def done(self) -> bool:
+        """Whether it has ended."""
 
 
 class ServiceThread:
     """The thread "demo-services", with an asyncio loop for what takes long and must not hold up the machine.
 
-    `post` may be called from any thread, `spawn` and `sleep` on this one only. What belongs to it
-    needs no lock.
+    `post` may be called from any thread, `spawn`, `sleep` and `done_by` on this one only. What belongs to it
+    needs no lock; the lock here is for the loop and for what waits until there is one.
     """
 
     def __init__(self, time_factor: float) -> None:
         """`time_factor` is the speed of the machine's time against real time."""
         self._time_factor = time_factor
-        self._faults = FaultReporter(PRESS_QUIET_SECS)
-        self._loop = asyncio.new_event_loop()
-        self._loop.set_exception_handler(self._report_context)
+        self._errors = ErrorReporter(PRESS_QUIET_SECS)
+        self._lock = threading.Lock()
+        self._early: list[Command] = []
+        self._made: "ServiceLoop | None" = None
         self._thread = threading.Thread(target=self._run, name="demo-services", daemon=True)
 
     def start(self) -> None:
@@ -35,73 +46,57 @@ class ServiceThread:
 
     def post(self, command: Command) -> None:
         """Has a command run on the thread, soon and after all earlier ones."""
-        with suppress(RuntimeError):  # The thread has ended: nobody waits for this any more.
-            self._loop.call_soon_threadsafe(self._guarded, command)
+        with self._lock:
+            if self._made is None:
+                self._early.append(command)
+            else:
+                self._made.post(command)
 
     def spawn(self, work: Coroutine[Any, Any, None]) -> Task:
         """Has work done beside all other. Cancelling it makes it tidy up and end; `stop` does that, too."""
-        task = self._loop.create_task(work)
-        task.add_done_callback(self._report)
-        return task
+        return self._loop.spawn(work)
 
     @property
     def now(self) -> float:
-        """Seconds of the machine's time, from an arbitrary beginning."""
-        return self._loop.time() * self._time_factor
+        """Seconds of the machine's time, from an arbitrary beginning. For any thread."""
+        return monotonic() * self._time_factor
 
     async def sleep(self, secs: float) -> None:
         """Waits for `secs` seconds of the machine's time."""
-        await asyncio.sleep(secs / self._time_factor)
+        await self._loop.sleep(secs / self._time_factor)
 
-    @staticmethod
-    async def done_by(post: Callable[[Command], None], function: Callable[[], T]) -> T:
+    async def done_by(self, post: Callable[[Command], None], function: Callable[[], T]) -> T:
         """Has another thread call a function, and waits for the result. `post` hands commands to it."""
-        answer: Future[T] = Future()
-
-        def call() -> None:
-            if answer.set_running_or_notify_cancel():
-                try:
-                    answer.set_result(function())
-                except Exception as error:  # pylint: disable=broad-exception-caught
-                    answer.set_exception(error)
-
-        post(call)
-        return await asyncio.wrap_future(answer)
+        return await self._loop.done_by(post, function)
 
     def stop(self) -> None:
         """Cancels all work, waits until it has tidied up, and ends the thread."""
         if self._thread.is_alive():
-            self._loop.call_soon_threadsafe(self._loop.stop)
+            self.post(self._stop_loop)
             self._thread.join()
-        self._loop.close()
+
+    def _stop_loop(self) -> None:
+        self._loop.stop()
+
+    @property
+    def _loop(self) -> "ServiceLoop":
+        """On the thread, where there always is one."""
+        assert self._made is not None
+        return self._made
 
     def _run(self) -> None:
-        self._loop.run_forever()
-        self._loop.run_until_complete(_cancel_the_others())
+        from .service_loop import ServiceLoop  # pylint: disable=import-outside-toplevel
+
+        loop = ServiceLoop(self._guarded)
+        with self._lock:
+            self._made = loop
+            for command in self._early:
+                loop.post(command)
+        loop.run()
 
     def _guarded(self, command: Command) -> None:
-        """A fault in one command is the operator's to see, and no other command's."""
+        """An error in one command is the operator's to see, and no other command's."""
         try:
             command()
         except Exception:  # pylint: disable=broad-exception-caught
-            self._faults.report()
-
-    def _report(self, task: Task) -> None:
-        if not task.cancelled():
-            self._guarded(task.result)
-
-    def _report_context(self, _loop: asyncio.AbstractEventLoop, context: dict[str, Any]) -> None:
-        """What asyncio finds out by itself, and would only log: a callback that failed, a task that nobody
-        awaited."""
-
-        def fail() -> None:
-            raise context.get("exception") or RuntimeError(context["message"])
-
-        self._guarded(fail)
-
-
-async def _cancel_the_others() -> None:
-    others = asyncio.all_tasks() - {asyncio.current_task()}
-    for task in others:
-        task.cancel()
-    await asyncio.gather(*others, return_exceptions=True)
+            self._errors.report()

@@ -1,7 +1,7 @@
 """The process parameters: what the operator wishes, what is stored, what holds."""
 
 from collections.abc import Mapping
-from typing import Any, Final
+from typing import Final
 
 from brovik import Logger
 from brovik.gui import Gui, IconEnum
@@ -11,6 +11,7 @@ from brovik.settings import SettingsEnum, SettingsKeys, SettingsValues
 from . import storage
 from .jobs import job_running
 from .process.recipe import Equipment
+from .settings_table import HOST_SETTINGS
 from .storage import Change, StorageWriter
 from .values import Value, fitting
 
@@ -26,27 +27,19 @@ def load(stored: Mapping[str, object], equipment: Equipment) -> None:
     """Writes stored parameters to the host. What is unknown or out of range stays in the file."""
     defaults = SettingsValues.get_default_values()
     for key, value in stored.items():
-        if key not in defaults:
+        if key not in HOST_SETTINGS:
             Logger.warning(f"Gespeicherte Einstellung {key!r} ist unbekannt und wird ignoriert")
             continue
         try:
             wanted = fitting(value, defaults[key])
-            _check_bounds(key, wanted)
+            HOST_SETTINGS[key].check(wanted)
         except ValueError as error:
             Logger.warning(f"Gespeicherte Einstellung {key!r} wird ignoriert: {error}")
         else:
-            setattr(SettingsValues, key, wanted)
+            HOST_SETTINGS[key].write(wanted)
     if not equipment.steam_valve:
         # The settings number the steps by this parameter alone. What the operator wished stays in the file.
         SettingsValues.do_steam_step = False
-
-
-def _check_bounds(key: str, value: Value) -> None:
-    """Raises ValueError outside the bounds; names and switches have none."""
-    lowest: Any = getattr(SettingsValues, f"{key}_min", value)
-    highest: Any = getattr(SettingsValues, f"{key}_max", value)
-    if not lowest <= value <= highest:
-        raise ValueError(f"{value!r} liegt nicht zwischen {lowest!r} und {highest!r}")
 
 
 class SettingsKeeper:  # pylint: disable=too-few-public-methods
@@ -68,7 +61,7 @@ class SettingsKeeper:  # pylint: disable=too-few-public-methods
 
     def _set(self, key: str, value: object) -> None:
         defaults = SettingsValues.get_default_values()
-        if key not in defaults:
+        if key not in HOST_SETTINGS:
             Logger.warning(f"Es gibt keine Einstellung {key!r}")
             return
         if key == SettingsEnum.do_steam_step.name and not self._equipment.steam_valve:
@@ -94,6 +87,5 @@ class SettingsKeeper:  # pylint: disable=too-few-public-methods
         Gui.toast_notify("Offset gespeichert", IconEnum.Saved)
 
     def _store(self, key: str, value: Value) -> None:
-        setattr(SettingsValues, key, value)
-        stored = getattr(SettingsValues, key)
-        self._writer.submit(Change(storage.SETTINGS, {key: stored}))
+        HOST_SETTINGS[key].write(value)
+        self._writer.submit(Change(storage.SETTINGS, {key: HOST_SETTINGS[key].read()}))

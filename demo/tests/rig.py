@@ -3,9 +3,11 @@
 from types import SimpleNamespace
 from typing import Any
 
-from controller.process.control import Control, Step
+from controller.process.control import Control, Procedure
 from controller.process.outputs import Output
-from controller.process.plant import Fault, Plant
+from controller.simulation.dosing import Dosing
+from controller.simulation.faults import PlantFault
+from controller.simulation.plant import Plant
 from controller.process.recipe import Electrolyte, Equipment, Limits, Recipe
 
 STEP_SECS = 0.1
@@ -49,16 +51,17 @@ LIMITS = {Electrolyte.LYE: Limits(30, 60), Electrolyte.ACID: Limits(10, 20)}
 
 
 class Rig:  # pylint: disable=too-many-instance-attributes
-    """Board and watcher in one: outputs that act on a plant, and a record of what was told."""
+    """Inputs, outputs and watcher in one: outputs that act on a plant, and a record of what was told."""
 
     def __init__(
         self,
-        *faults: Fault,
+        *faults: PlantFault,
         equipment: Equipment = Equipment(),
         steam: bool = False,
         lengthening: float = 1.0,
     ) -> None:
         self.plant = Plant(frozenset(faults))
+        self.dosing = Dosing()
         self.on: set[Output] = set()
         self.settings: Any = SimpleNamespace(**PARAMETERS)
         self.recipe = Recipe(equipment, steam, lengthening, LIMITS)
@@ -108,16 +111,17 @@ class Rig:  # pylint: disable=too-many-instance-attributes
     def advance(self) -> None:
         """Lets one period pass for the plant."""
         self.plant.advance(STEP_SECS, self.on)
+        self.dosing.advance(STEP_SECS)
         self.control.now += STEP_SECS
         for output in self.on:
             self.used[output] = self.used.get(output, 0.0) + STEP_SECS
 
-    def run(self, step: Step) -> float:
-        """Runs a step to its end. Returns the seconds that it took."""
+    def run(self, procedure: Procedure) -> float:
+        """Runs a procedure to its end. Returns the seconds that it took."""
         start = self.control.now
-        for _ in step:
+        for _ in procedure:
             self.advance()
-            assert self.control.now - start < LIMIT_SECS, "the step does not end"
+            assert self.control.now - start < LIMIT_SECS, "the procedure does not end"
         return self.control.now - start
 
     def secs_on(self, output: Output) -> float:

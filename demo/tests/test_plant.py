@@ -3,7 +3,8 @@
 import unittest
 
 from controller.process.outputs import Output
-from controller.process.plant import Bath, Fault, Liquid, Plant
+from controller.simulation.faults import PlantFault
+from controller.simulation.plant import Liquid, Plant
 
 
 def advance(plant: Plant, secs: float, *on: Output) -> None:
@@ -17,7 +18,7 @@ class LiquidTest(unittest.TestCase):
 
     def test_takes_no_more_than_there_is(self) -> None:
         """What is taken is missing afterwards."""
-        bath = Bath(2.0, 50.0)
+        bath = Liquid(2.0, 50.0)
         self.assertEqual(bath.take(3.0), Liquid(2.0, 50.0))
         self.assertEqual(bath.volume, 0.0)
 
@@ -32,13 +33,6 @@ class LiquidTest(unittest.TestCase):
         liquid = Liquid(0.0, 7.0)
         liquid.add(Liquid(0.0, 3.0))
         self.assertEqual(liquid, Liquid(0.0, 7.0))
-
-    def test_refreshing_stops_at_its_aim(self) -> None:
-        """A bath is dosed up to the aim and not beyond."""
-        bath = Bath(80.0, 20.0, refresh_to=21.0)
-        for _ in range(100):
-            bath.dose(0.1)
-        self.assertEqual(bath.conductivity, 21.0)
 
 
 class PressureTest(unittest.TestCase):
@@ -58,7 +52,7 @@ class PressureTest(unittest.TestCase):
 
     def test_leak(self) -> None:
         """A leaking one loses it, and never more than it has."""
-        plant = Plant(frozenset({Fault.LEAK}), pressure=0.5)
+        plant = Plant(frozenset({PlantFault.LEAK}), pressure=0.5)
         advance(plant, 2.0)
         self.assertAlmostEqual(plant.pressure, 0.3)
         advance(plant, 60.0)
@@ -72,7 +66,7 @@ class PressureTest(unittest.TestCase):
 
     def test_no_gas(self) -> None:
         """Without a supply nothing rises."""
-        plant = Plant(frozenset({Fault.NO_GAS}))
+        plant = Plant(frozenset({PlantFault.NO_GAS}))
         advance(plant, 10.0, Output.MV_LUFT, Output.MV_CO2, Output.MV_STEAM)
         self.assertEqual(plant.pressure, 0.0)
 
@@ -127,7 +121,7 @@ class LiquidsTest(unittest.TestCase):
 
     def test_no_water(self) -> None:
         """Without the mains the pump brings nothing."""
-        plant = Plant(frozenset({Fault.NO_WATER}))
+        plant = Plant(frozenset({PlantFault.NO_WATER}))
         advance(plant, 5.0, Output.MV_HEISS, Output.PUMPE)
         self.assertEqual(plant.barrel.volume, 0.0)
 
@@ -163,9 +157,9 @@ class BathsTest(unittest.TestCase):
 
     def test_faults_of_the_baths(self) -> None:
         """Wrong medium, weak baths, low level."""
-        self.assertLess(Plant(frozenset({Fault.WRONG_MEDIUM})).lye.conductivity, 1.0)
-        self.assertEqual(Plant(frozenset({Fault.WEAK_BATH})).acid.conductivity, 5.0)
-        self.assertFalse(Plant(frozenset({Fault.LEVEL})).level)
+        self.assertLess(Plant(frozenset({PlantFault.WRONG_MEDIUM})).lye.conductivity, 1.0)
+        self.assertEqual(Plant(frozenset({PlantFault.WEAK_BATH})).acid.conductivity, 5.0)
+        self.assertFalse(Plant(frozenset({PlantFault.LEVEL})).level)
 
 
 if __name__ == "__main__":

@@ -4,9 +4,9 @@ import unittest
 
 from controller.process.control import StepFailed
 from controller.process.outputs import Output
-from controller.process.plant import Fault
+from controller.simulation.faults import PlantFault
 from controller.process.recipe import Equipment
-from controller.process.sequence import Progress, StepKind, steps_for
+from controller.process.sequence import Progress, Step, steps_for
 
 from .rig import Rig
 
@@ -67,7 +67,7 @@ HIGHEST = {
 
 def keys(rig: Rig) -> list[str]:
     """Keys of the rig's run."""
-    return [kind.key for kind in steps_for(rig.recipe)]
+    return [step.key for step in steps_for(rig.recipe)]
 
 
 class OrderTest(unittest.TestCase):
@@ -90,9 +90,9 @@ class RunTest(unittest.TestCase):
         """Seconds of each step."""
         rig.plant.connect_new_barrel()
         secs = {}
-        for kind in steps_for(rig.recipe):
-            secs[kind.key] = rig.run(kind.run(rig.control))
-            self.assertEqual(rig.on, set(), kind.key)
+        for step in steps_for(rig.recipe):
+            secs[step.key] = rig.run(step.run(rig.control))
+            self.assertEqual(rig.on, set(), step.key)
         return secs
 
     def test_every_machine_at_every_end_of_the_bounds(self) -> None:
@@ -113,48 +113,48 @@ class RunTest(unittest.TestCase):
         rig = Rig(equipment=Equipment(legacy=True))
         lye = {Output.MV_LAUGE_IN, Output.MV_LAUGE_OUT}
         acid = {Output.MV_SAURE_IN, Output.MV_SAURE_OUT}
-        for kind in steps_for(rig.recipe):
-            for _ in kind.run(rig.control):
+        for step in steps_for(rig.recipe):
+            for _ in step.run(rig.control):
                 rig.advance()
                 self.assertFalse(rig.on & lye and rig.on & acid)
 
     def test_expected_lengths(self) -> None:
         """The lengths that weigh the steps are about those that they have."""
         rig = Rig(equipment=Equipment(legacy=True, steam_valve=True), steam=True)
-        expected = {kind.key: kind.secs(rig.control) for kind in steps_for(rig.recipe)}
+        expected = {step.key: step.secs(rig.control) for step in steps_for(rig.recipe)}
         for key, secs in self.run_all(rig).items():
             self.assertAlmostEqual(secs, expected[key], delta=3.0, msg=key)
 
     def test_closing_anywhere_leaves_nothing_on(self) -> None:
         """Every step, closed at its first yield and in its middle."""
-        for kind in steps_for(Rig(equipment=Equipment(legacy=True), steam=True).recipe):
+        for step in steps_for(Rig(equipment=Equipment(legacy=True), steam=True).recipe):
             for periods in (1, 5, 35, 48):
-                with self.subTest(kind.key, periods=periods):
+                with self.subTest(step.key, periods=periods):
                     rig = Rig(equipment=Equipment(legacy=True), steam=True)
-                    self._close_after(rig, kind, periods)
+                    self._close_after(rig, step, periods)
                     self.assertEqual(rig.on, set())
 
-    def _close_after(self, rig: Rig, kind: StepKind, periods: int) -> None:
-        step = kind.run(rig.control)
+    def _close_after(self, rig: Rig, step: Step, periods: int) -> None:
+        procedure = step.run(rig.control)
         for _ in range(periods):
-            next(step)
+            next(procedure)
             rig.advance()
-        step.close()
+        procedure.close()
 
     def test_failing_leaves_nothing_on(self) -> None:
         """A failed check, too."""
         for fault, key in (
-            (Fault.LEAK, "leak_test"),
-            (Fault.NO_WATER, "rinse_hot"),
-            (Fault.WRONG_MEDIUM, "lye"),
-            (Fault.LEVEL, "lye"),
+            (PlantFault.LEAK, "leak_test"),
+            (PlantFault.NO_WATER, "rinse_hot"),
+            (PlantFault.WRONG_MEDIUM, "lye"),
+            (PlantFault.LEVEL, "lye"),
         ):
             with self.subTest(fault):
                 rig = Rig(fault)
                 with self.assertRaises(StepFailed):
-                    for kind in steps_for(rig.recipe):
-                        last = kind.key
-                        rig.run(kind.run(rig.control))
+                    for step in steps_for(rig.recipe):
+                        last = step.key
+                        rig.run(step.run(rig.control))
                 self.assertEqual((last, rig.on), (key, set()))
 
 
@@ -164,12 +164,12 @@ class ProgressTest(unittest.TestCase):
     def test_rises_steadily(self) -> None:
         """From 0 to at most 99, never back."""
         rig = Rig()
-        kinds = steps_for(rig.recipe)
-        progress = Progress(rig.control, kinds)
+        steps = steps_for(rig.recipe)
+        progress = Progress(rig.control, steps)
         shown = []
-        for index, kind in enumerate(kinds):
+        for index, step in enumerate(steps):
             progress.start_step()
-            for _ in kind.run(rig.control):
+            for _ in step.run(rig.control):
                 shown.append(progress.percent(index))
                 rig.advance()
         self.assertEqual(shown, sorted(shown))
@@ -179,10 +179,10 @@ class ProgressTest(unittest.TestCase):
     def test_follows_the_lengths(self) -> None:
         """Half the run's time is half of the bar."""
         rig = Rig()
-        kinds = steps_for(rig.recipe)
-        total = sum(kind.secs(rig.control) for kind in kinds)
-        until_lye = sum(kind.secs(rig.control) for kind in kinds[:3])
-        progress = Progress(rig.control, kinds)
+        steps = steps_for(rig.recipe)
+        total = sum(step.secs(rig.control) for step in steps)
+        until_lye = sum(step.secs(rig.control) for step in steps[:3])
+        progress = Progress(rig.control, steps)
         progress.start_step()
         rig.control.now += 50.0
         self.assertEqual(progress.percent(3), int(100 * (until_lye + 50) / total))

@@ -3,9 +3,10 @@
 import unittest
 
 from controller.process import steps
-from controller.process.control import Medium, Step, StepFailed
+from controller.process.control import Medium, Procedure, StepFailed
 from controller.process.outputs import Output
-from controller.process.plant import Fault, Liquid
+from controller.simulation.faults import PlantFault
+from controller.simulation.plant import Liquid
 from controller.process.recipe import Electrolyte, Equipment
 
 from .rig import Rig
@@ -23,10 +24,10 @@ class StepCase(unittest.TestCase):
         self.rig = rig
         return rig
 
-    def assert_fails(self, step: Step, text: str) -> None:
+    def assert_fails(self, procedure: Procedure, text: str) -> None:
         """The step ends with this text."""
         with self.assertRaisesRegex(StepFailed, text):
-            self.rig.run(step)
+            self.rig.run(procedure)
 
 
 class LeakTestTest(StepCase):
@@ -54,12 +55,12 @@ class LeakTestTest(StepCase):
 
     def test_leak(self) -> None:
         """Too great a loss while holding."""
-        self.use(Rig(Fault.LEAK))
+        self.use(Rig(PlantFault.LEAK))
         self.assert_fails(steps.leak_test(self.rig.control), "mehr als 0.07 bar gefallen")
 
     def test_leak_within_the_allowed_loss(self) -> None:
         """What is allowed passes."""
-        self.use(Rig(Fault.LEAK)).plant.rates.fall = 0.02
+        self.use(Rig(PlantFault.LEAK)).plant.rates.fall = 0.02
         self.rig.run(steps.leak_test(self.rig.control))
 
     def test_slow_rise(self) -> None:
@@ -69,7 +70,7 @@ class LeakTestTest(StepCase):
 
     def test_no_gas(self) -> None:
         """No gas is no rise."""
-        self.use(Rig(Fault.NO_GAS))
+        self.use(Rig(PlantFault.NO_GAS))
         self.assert_fails(steps.leak_test(self.rig.control), "langsamer als")
 
     def test_switched_off(self) -> None:
@@ -164,7 +165,7 @@ class RinsingTest(StepCase):
             (Output.MV_KALT, "Kaltwasser", "test_lw_water_cold"),
         ):
             with self.subTest(name):
-                self.use(Rig(Fault.NO_WATER))
+                self.use(Rig(PlantFault.NO_WATER))
                 self.assert_fails(steps.rinse(self.rig.control, water, 1), f"Luft statt {name}")
                 setattr(self.rig.settings, switch, False)
                 self.rig.run(steps.rinse(self.rig.control, water, 1))
@@ -219,8 +220,8 @@ class CleaningTest(StepCase):
         for electrolyte, _, _, switch in self.CASES:
             with self.subTest(electrolyte):
                 self._fill_with_water()
-                step = steps.clean(self.rig.control, electrolyte)
-                self.assert_fails(step, f"Wasser statt {electrolyte.value}")
+                procedure = steps.clean(self.rig.control, electrolyte)
+                self.assert_fails(procedure, f"Wasser statt {electrolyte.value}")
                 self._fill_with_water()
                 setattr(self.rig.settings, switch, False)
                 self.rig.run(steps.clean(self.rig.control, electrolyte))
@@ -234,18 +235,18 @@ class CleaningTest(StepCase):
         """A bath below its minimum is told, and cleaned with all the same."""
         for electrolyte, *_ in self.CASES:
             with self.subTest(electrolyte):
-                self.use(Rig(Fault.WEAK_BATH))
+                self.use(Rig(PlantFault.WEAK_BATH))
                 self.rig.run(steps.clean(self.rig.control, electrolyte))
                 self.assertEqual(self.rig.low, [electrolyte])
 
     def test_level(self) -> None:
         """Too little lye, unless there is no switch or the check is off. Acid has none."""
-        self.use(Rig(Fault.LEVEL))
+        self.use(Rig(PlantFault.LEVEL))
         self.assert_fails(steps.clean(self.rig.control, Electrolyte.LYE), "Füllstand")
         self.rig.run(steps.clean(self.rig.control, Electrolyte.ACID))
         self.rig.settings.test_lauge_level = False
         self.rig.run(steps.clean(self.rig.control, Electrolyte.LYE))
-        self.use(Rig(Fault.LEVEL, equipment=Equipment(level_switch=False)))
+        self.use(Rig(PlantFault.LEVEL, equipment=Equipment(level_switch=False)))
         self.rig.run(steps.clean(self.rig.control, Electrolyte.LYE))
 
     def test_give_back(self) -> None:
@@ -292,9 +293,9 @@ class LastStepsTest(StepCase):
         """Ten seconds through the channel, the rest under pressure."""
         rig = self.use(Rig(equipment=Equipment(steam_pressure=True)))
         rig.settings.steam_sterilization_secs = 30
-        step = steps.steam(rig.control)
+        procedure = steps.steam(rig.control)
         highest = 0.0
-        for _ in step:
+        for _ in procedure:
             rig.advance()
             highest = max(highest, rig.pressure)
         self.assertAlmostEqual(rig.secs_on(Output.MV_STEAM), 30.0, delta=0.3)
@@ -312,17 +313,17 @@ class LastStepsTest(StepCase):
 
     def test_prestress(self) -> None:
         """Up to the pressure, which may change meanwhile, and closed afterwards."""
-        step = steps.prestress(self.rig.control)
+        procedure = steps.prestress(self.rig.control)
         for _ in range(30):
-            next(step)
+            next(procedure)
             self.rig.advance()
         self.rig.settings.vorspannen_p = 1.2
-        self.rig.run(step)
+        self.rig.run(procedure)
         self.assertAlmostEqual(self.rig.pressure, 1.2, delta=0.01)
 
     def test_prestress_without_gas(self) -> None:
         """Fails rather than waits for ever."""
-        self.use(Rig(Fault.NO_GAS))
+        self.use(Rig(PlantFault.NO_GAS))
         self.assert_fails(steps.prestress(self.rig.control), "Vorspanndruck nicht")
 
 
@@ -332,20 +333,20 @@ class RefreshTest(StepCase):
     def test_holds_the_set_point(self) -> None:
         """Reached is what has been held, and told once."""
         rig = self.rig
-        rig.plant.lye.refresh_to = 61.0
-        step = steps.refresh(rig.control, Electrolyte.LYE, lambda: False)
+        rig.dosing.begin(rig.plant.lye, 60.0)
+        procedure = steps.refresh(rig.control, Electrolyte.LYE, lambda: False)
         above_since = 0.0
         while not rig.reached:
-            next(step)
+            next(procedure)
             rig.advance()
             if rig.conductivity < 60.0:
                 above_since = rig.control.now
             self.assertLess(rig.control.now, 300.0)
         self.assertAlmostEqual(rig.control.now - above_since, 20.0, delta=0.3)
         for _ in range(600):
-            next(step)
+            next(procedure)
             rig.advance()
-        step.close()
+        procedure.close()
         self.assertEqual(rig.reached, 1)
         self.assertEqual(rig.on, set())
 
@@ -353,41 +354,41 @@ class RefreshTest(StepCase):
         """The seconds count without a break."""
         rig = self.rig
         rig.plant.lye.conductivity = 61.0
-        step = steps.refresh(rig.control, Electrolyte.LYE, lambda: False)
+        procedure = steps.refresh(rig.control, Electrolyte.LYE, lambda: False)
         for second in range(400):
-            next(step)
+            next(procedure)
             rig.advance()
             if second == 200:
                 rig.plant.conductivity = 10.0
         self.assertEqual(rig.reached, 0)
-        step.close()
+        procedure.close()
 
     def test_ends_when_finished(self) -> None:
         """On the operator's word."""
         finished: list[bool] = []
-        step = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: bool(finished))
+        procedure = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: bool(finished))
         for _ in range(200):
-            next(step)
+            next(procedure)
             self.rig.advance()
         finished.append(True)
-        self.assertRaises(StopIteration, next, step)
+        self.assertRaises(StopIteration, next, procedure)
 
     def test_low_bath(self) -> None:
         """Below the minimum to the end."""
-        self.use(Rig(Fault.WEAK_BATH))
-        step = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: False)
+        self.use(Rig(PlantFault.WEAK_BATH))
+        procedure = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: False)
         for _ in range(200):
-            next(step)
+            next(procedure)
             self.rig.advance()
-        step.close()
+        procedure.close()
         self.assertEqual(self.rig.low, [Electrolyte.ACID])
 
     def test_closed_before_the_bath_was_seen(self) -> None:
         """Nothing is said of a bath that has not reached the sensor."""
-        step = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: False)
-        next(step)
+        procedure = steps.refresh(self.rig.control, Electrolyte.ACID, lambda: False)
+        next(procedure)
         self.rig.advance()
-        step.close()
+        procedure.close()
         self.assertEqual(self.rig.low, [])
 
 

@@ -24,8 +24,10 @@ from brovik.shell import ChangelogEntryVector, Shell
 from brovik.simulator import Simulator
 from brovik.wifi import Wifi, WifiStateEnum
 from controller.backend import Backend
+from controller.hardware_choice import HardwareChoice
 from controller.operation import Operation
-from controller.process.plant import Fault
+from controller.simulation.faults import PlantFault
+from controller.simulation.hardware import SimulatedHardware
 from controller.storage import FILE_NAME, MACHINE, Change, Storage
 
 DEADLINE_SECS = 60.0
@@ -105,10 +107,16 @@ class SteppedCase(DemoCase):
 
     backend: Backend
     operation: Operation
+    simulated: SimulatedHardware
 
-    def make(self, *faults: Fault) -> Backend:
-        """Makes the backend. It is stopped at the end of the test."""
-        backend = Backend(self.directory, 1.0, frozenset(faults))
+    def make(self, *faults: PlantFault) -> Backend:
+        """Makes the backend of a simulated machine. It is stopped at the end of the test."""
+
+        def choose() -> HardwareChoice:
+            self.simulated = SimulatedHardware(frozenset(faults))
+            return HardwareChoice(self.simulated, self.simulated)
+
+        backend = Backend(self.directory, 1.0, choose)
         self.addCleanup(backend.stop)
         self.backend = backend
         self.operation = backend.operation

@@ -9,7 +9,7 @@ from brovik.sensor import Sensor
 from brovik.settings import SettingsValues
 
 from demo_support import SteppedCase, outputs_on
-from controller.process.plant import Fault
+from controller.simulation.faults import PlantFault
 
 BATHS = (
     (AutoEnum.ToggleLwTestSaure, "lw_saure", "Säure", {"MvSaureIn", "MvSaureOut", "Pumpe"}),
@@ -127,7 +127,7 @@ class EndTest(BathTestCase):
 
     def test_leak(self) -> None:
         """The leak test counts here, too."""
-        self.make(Fault.LEAK)
+        self.make(PlantFault.LEAK)
         self.press(AutoEnum.ToggleLwTestLauge)
         self.run_until(lambda: not Auto.lw_lauge_active)
         self.assert_ended(ProgressColor.Error)
@@ -135,7 +135,7 @@ class EndTest(BathTestCase):
 
     def test_bath_below_its_minimum(self) -> None:
         """An aborted test of a bath that is too low marks its box; the next test clears it."""
-        self.make(Fault.WEAK_BATH)
+        self.make(PlantFault.WEAK_BATH)
         SettingsValues.lw_saure_min, SettingsValues.lw_saure_sp = 40, 90
         self.press(AutoEnum.ToggleLwTestSaure)
         self.run_until(lambda: Gui.status.endswith("messen"))

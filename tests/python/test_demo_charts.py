@@ -14,7 +14,7 @@ from brovik.gui import Gui
 from demo_support import RunningCase, SteppedCase
 import controller
 from controller.charts import all_lines
-from controller.process.plant import Fault
+from controller.simulation.faults import PlantFault
 from controller.recording import SAMPLE_SECS
 from controller.saved_charts import ChartInfo, SavedChart
 from controller.storage import FILE_NAME, Storage
@@ -102,7 +102,11 @@ class RecordingTest(SteppedCase):
 
     def test_outcomes(self) -> None:
         """Each kind of ending has its word and its text."""
-        for faults, result in (((), "success"), ((Fault.WEAK_BATH,), "warning"), ((Fault.LEAK,), "error")):
+        for faults, result in (
+            ((), "success"),
+            ((PlantFault.WEAK_BATH,), "warning"),
+            ((PlantFault.LEAK,), "error"),
+        ):
             with self.subTest(result=result):
                 backend = self.make(*faults)
                 self.run_to_the_end()

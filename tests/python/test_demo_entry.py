@@ -23,6 +23,7 @@ from brovik.wifi import WifiActionEnum
 from demo_support import RunningCase, outputs_on
 import controller
 from controller.backend import Backend
+from controller.hardware_choice import choose_hardware
 
 VALUES: tuple[Any, ...] = (None, True, 5.0, -1e300, "Text", [], ["a", "b"], {}, {"1": {"a": True}})
 LIMIT_SECS = 0.005
@@ -170,7 +171,7 @@ class EndTest(RunningCase):
 
     def test_stop_without_start(self) -> None:
         """A backend that never ran ends, too."""
-        Backend(self.directory, 1.0, frozenset()).stop()
+        Backend(self.directory, 1.0, choose_hardware).stop()
 
 
 def controller_threads() -> list[Any]:

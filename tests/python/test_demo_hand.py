@@ -13,7 +13,7 @@ from brovik.simulator import SimuEnum, Simulator
 
 from demo_support import RunningCase, SteppedCase, outputs_on
 import controller
-from controller.process.plant import Fault
+from controller.simulation.faults import PlantFault
 
 
 class OutputsTest(SteppedCase):
@@ -113,7 +113,7 @@ class HeatingTest(SteppedCase):
         ):
             with self.subTest(**configuration, setting=setting):
                 self.configure(**configuration)
-                backend = self.make(Fault.LEVEL)
+                backend = self.make(PlantFault.LEVEL)
                 backend.settings.wish(SettingsEnum.test_lauge_level, setting)
                 self.operation.toggle_output(ActuatorEnum.ToggleManualHeating)
                 self.operation.toggle_output(ActuatorEnum.Heat1)
@@ -172,7 +172,7 @@ class InputsTest(SteppedCase):
             with self.subTest(p_type):
                 self.configure(p_type=p_type)
                 backend = self.make()
-                self.operation._plant.pressure = 1.0  # pylint: disable=protected-access
+                self.simulated.plant.pressure = 1.0
                 self.operation.advance(0.1)
                 self.operation.publish()
                 self.assertAlmostEqual(Sensor.ain1.value, percent)
@@ -184,16 +184,16 @@ class InputsTest(SteppedCase):
         """Whether moved by way of the backend or by the host itself."""
         self.make()
         self.operation.publish()
-        controller.simulator.wish(SimuEnum.AIn0, 36.0)
+        self.backend.set_simulated(SimuEnum.AIn0, 36.0)
         self.operation.advance(0.1)
         self.assertAlmostEqual(Sensor.raw_druck, 1.0, delta=0.01)
         Sensor.p_change_from_simulator(2.0)
         self.operation.advance(0.1)
         self.assertAlmostEqual(Sensor.raw_druck, 2.0, delta=0.04)
-        controller.simulator.wish(SimuEnum.AIn1, 60.0)
+        self.backend.set_simulated(SimuEnum.AIn1, 60.0)
         self.operation.advance(0.1)
         self.assertAlmostEqual(Sensor.raw_leitwert, 50.0, delta=0.1)
-        controller.simulator.wish(SimuEnum.Lw, 25.0)
+        self.backend.set_simulated(SimuEnum.Lw, 25.0)
         self.operation.advance(0.1)
         self.assertAlmostEqual(Sensor.raw_leitwert, 25.0, delta=0.1)
 

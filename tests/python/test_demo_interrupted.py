@@ -56,7 +56,7 @@ class NoteTest(NotedCase):
             self.assertEqual(self.noted(), {})
 
     def _fail(self) -> None:
-        self.operation._plant.level_override = False  # pylint: disable=protected-access
+        self.simulated.plant.level_override = False
         self.run_until(lambda: not Auto.active)
         self.assertEqual(Auto.progress_color, ProgressColor.Error)
 

@@ -13,7 +13,7 @@ from brovik.settings import SettingsEnum, SettingsValues
 
 from demo_support import RunningCase, SteppedCase, outputs_on, reset_host
 import controller
-from controller.process.plant import Fault
+from controller.simulation.faults import PlantFault
 
 LEGACY = {"machine_version": "Legacy"}
 STEAM = {"has_steam_valve": True}
@@ -148,7 +148,7 @@ class WholeRunTest(SteppedCase):
 
     def test_weak_baths(self) -> None:
         """The run ends, in the warning colour, with both boxes marked."""
-        self.make(Fault.WEAK_BATH)
+        self.make(PlantFault.WEAK_BATH)
         self.run_whole()
         self.assert_clean()
         self.assertEqual((Auto.progress, Auto.progress_color), (100, ProgressColor.Warning))
@@ -159,7 +159,7 @@ class WholeRunTest(SteppedCase):
 
     def test_second_run_starts_afresh(self) -> None:
         """Nothing of an earlier run's warnings is left."""
-        self.make(Fault.WEAK_BATH)
+        self.make(PlantFault.WEAK_BATH)
         self.run_whole()
         self.start()
         self.assertFalse(Auto.lw_lauge_too_low or Auto.lw_saure_too_low)
@@ -233,12 +233,12 @@ class FaultTest(SteppedCase):
     """Failed checks."""
 
     CASES = (
-        (Fault.LEAK, "Dichtheitsprobe", "Undicht: Der Druck ist um mehr als 0.07 bar gefallen."),
-        (Fault.NO_GAS, "Dichtheitsprobe", "Undicht: Der Druck steigt langsamer als 0.03 bar/s."),
-        (Fault.NO_WATER, "Spülen mit Heißwasser", "Falsches Medium: .* statt Heißwasser .*"),
-        (Fault.WRONG_MEDIUM, "Reinigen mit Lauge", "Falsches Medium: Wasser statt Lauge .*"),
+        (PlantFault.LEAK, "Dichtheitsprobe", "Undicht: Der Druck ist um mehr als 0.07 bar gefallen."),
+        (PlantFault.NO_GAS, "Dichtheitsprobe", "Undicht: Der Druck steigt langsamer als 0.03 bar/s."),
+        (PlantFault.NO_WATER, "Spülen mit Heißwasser", "Falsches Medium: .* statt Heißwasser .*"),
+        (PlantFault.WRONG_MEDIUM, "Reinigen mit Lauge", "Falsches Medium: Wasser statt Lauge .*"),
         # The lye step fails at its very start.
-        (Fault.LEVEL, "Spülen mit Heißwasser", "Der Füllstand im Laugebecken ist unterschritten."),
+        (PlantFault.LEVEL, "Spülen mit Heißwasser", "Der Füllstand im Laugebecken ist unterschritten."),
     )
 
     def test_each_fault_ends_the_run(self) -> None:
@@ -275,7 +275,7 @@ class FaultTest(SteppedCase):
 
     def test_defective_sensor_refuses_the_start(self) -> None:
         """A word to the operator, and nothing else."""
-        self.make(Fault.SENSOR)
+        self.make(PlantFault.SENSOR)
         for enum in (AutoEnum.Toggle, AutoEnum.ToggleLwTestSaure, AutoEnum.ToggleLwTestLauge):
             self.operation.toggle(enum)
         self.assert_clean()

@@ -12,9 +12,10 @@ from contextlib import closing
 import _probe
 from brovik.auto import Auto, AutoEnum
 from brovik.sensor import Sensor
-from brovik.settings import SettingsEnum, SettingsValues
+from brovik.settings import SettingsClass, SettingsEnum, SettingsValues
 
 from demo_support import RunningCase, SteppedCase, reset_host
+from controller.settings_table import HOST_SETTINGS
 from controller.storage import FILE_NAME, SETTINGS, Change, Storage
 from tests.rig import PARAMETERS
 
@@ -178,6 +179,20 @@ class SteamTest(StoredCase):
         self.assertEqual(len(log.messages), 1)
         self.backend.stop()
         self.assertEqual(self.stored(), {"do_steam_step": False})
+
+
+class TableTest(StoredCase):
+    """The backend's table of the host's parameters."""
+
+    def test_complete(self) -> None:
+        """Each parameter, under its own name, with the bounds that it has."""
+        self.assertEqual(HOST_SETTINGS.keys(), SettingsValues.get_default_values().keys())
+        for name, setting in HOST_SETTINGS.items():
+            with self.subTest(name):
+                host = vars(SettingsClass)
+                self.assertIs(setting.holder, host[name])
+                self.assertIs(setting.lowest, host.get(f"{name}_min"))
+                self.assertIs(setting.highest, host.get(f"{name}_max"))
 
 
 class RigTest(unittest.TestCase):

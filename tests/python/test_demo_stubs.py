@@ -10,7 +10,7 @@ from unittest.mock import patch
 import demo_path  # pylint: disable=unused-import
 import brovik
 import controller
-from controller.stubs import write_stubs
+from tools.stubs import write_stubs
 
 DEMO = Path(controller.__file__).resolve().parents[1]
 
@@ -83,7 +83,7 @@ class StubsTest(unittest.TestCase):
             with (
                 self.subTest(value),
                 patch.dict(os.environ, {"BROVIK_MAKE_PY_STUBS": value}),
-                patch("controller.stubs.write_stubs") as write,
+                patch("tools.stubs.write_stubs") as write,
             ):
                 importlib.reload(controller)
                 self.assertEqual([call.args for call in write.call_args_list], [(brovik,)] * times)

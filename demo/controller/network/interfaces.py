@@ -9,6 +9,7 @@ from .radio import AccessPoint
 NO_ADDRESS: Final = "keine Adresse"
 #: How long an address of the wireless network holds.
 LEASE_SECS: Final = 30.0
+#: The last number of the first address, and how many there are.
 FIRST_LEASE: Final = 20
 LEASES: Final = 200
 
@@ -28,6 +29,7 @@ class Link:
     """The connection to a wireless network."""
 
     sender: AccessPoint
+    #: Seconds of the machine's time.
     since: float
 
 

@@ -3,7 +3,6 @@
 It stands where a real machine asks its network service.
 """
 
-import asyncio
 import json
 import math
 from collections.abc import Awaitable, Callable, Iterable
@@ -19,6 +18,8 @@ FILE: Final = Path(__file__).resolve().parents[2] / "networks.json"
 
 SCAN_SECS: Final = 3.0
 SEARCH_SECS: Final = 1.0
+#: From one attempt to the next at a network that does not answer.
+RETRY_SECS: Final = 60.0
 LOGIN_SECS: Final = 1.5
 ADDRESS_SECS: Final = 0.5
 
@@ -101,8 +102,8 @@ class Radio:
         sender = self.find(ssid)
         if sender is None:
             raise ConnectError(f"Das Netz „{ssid}“ ist nicht in Reichweite.")
-        if not sender.answers:
-            await asyncio.Event().wait()
+        while not sender.answers:
+            await self._sleep(RETRY_SECS)
         await self._sleep(LOGIN_SECS)
         if sender.password and password != sender.password:
             raise ConnectError(f"Das Passwort für „{ssid}“ ist falsch.")

@@ -10,6 +10,7 @@ from .manager import PackageManager
 from .server import PackageError, Server
 from .source import Package
 
+#: Of a changelog, kB.
 SIZE: Final = 40
 READ_SECS: Final = 0.4
 

@@ -17,6 +17,7 @@ from .source import Package, Source
 STABLE: Final = "stable"
 TESTING: Final = "testing"
 
+#: Of the list of a component, kB.
 LIST_SIZE: Final = 1500
 READ_SECS: Final = 0.4
 UNPACK_SECS: Final = 0.8

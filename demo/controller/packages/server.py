@@ -15,7 +15,7 @@ class PackageError(Exception):
     """Something has not succeeded. The message is for the operator."""
 
 
-class Console(Protocol):
+class Printer(Protocol):
     """Where lines get printed."""
 
     def out(self, text: str) -> None:
@@ -28,7 +28,7 @@ class Console(Protocol):
 class Server:
     """Downloads from it take time, and fail without a network."""
 
-    def __init__(self, console: Console, sleep: Sleep, online: Callable[[], bool]) -> None:
+    def __init__(self, console: Printer, sleep: Sleep, online: Callable[[], bool]) -> None:
         """`sleep` lets time pass, `online` tells whether there is a network."""
         self.console = console
         self.sleep = sleep

@@ -25,8 +25,9 @@ TITLE: Final = "Updates"
 UPGRADED: Final = "Das Upgrade ist abgeschlossen. Bitte die Maschine neu starten."
 WRONG_PASSWORD: Final = "Das Passwort ist falsch."
 
-INSTALLED: Final = "installed"
-TESTING: Final = "testing"
+#: Keys of what is stored.
+INSTALLED_KEY: Final = "installed"
+TESTING_KEY: Final = "testing"
 
 
 class Updates:
@@ -129,7 +130,7 @@ class Updates:
             await self._manager.upgrade()
         finally:
             # Also what was installed before a failure.
-            self._store(INSTALLED, dict(self._manager.installed))
+            self._store(INSTALLED_KEY, dict(self._manager.installed))
             self._show_installed()
             self._show_upgradables()
         Gui.message(TITLE, UPGRADED, "success")
@@ -139,7 +140,7 @@ class Updates:
             raise PackageError(WRONG_PASSWORD)
         if self._may_search():
             self._switch_testing(not Shell.testing_repo_enabled)
-            self._store(TESTING, Shell.testing_repo_enabled)
+            self._store(TESTING_KEY, Shell.testing_repo_enabled)
             await self._fetch_lists()
 
     def _switch_testing(self, on: bool) -> None:
@@ -159,8 +160,8 @@ class Updates:
     # The host's state and the file.
 
     def _restore(self, stored: Mapping[str, object]) -> None:
-        self._switch_testing(stored.get(TESTING) is True)
-        installed = stored.get(INSTALLED)
+        self._switch_testing(stored.get(TESTING_KEY) is True)
+        installed = stored.get(INSTALLED_KEY)
         if isinstance(installed, Mapping):
             self._manager.restore(installed)
 

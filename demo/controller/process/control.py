@@ -1,25 +1,23 @@
 """What a step works with: time, outputs, measured values, and the operator who watches.
 
-A step is a generator. It yields whenever it is content to wait for the next period, and closing it
-at any yield leaves the outputs off that it has switched on.
+A step is done by a procedure, a generator. It yields whenever it is content to wait for the next period,
+and closing it at any yield leaves the outputs off that it has switched on.
 """
 
 import math
 from collections.abc import Callable, Generator, Iterator
 from contextlib import contextmanager
 from enum import Enum
-from typing import TYPE_CHECKING, Final, Protocol, TypeAlias
+from typing import Final, Protocol, TypeAlias
 
 from .outputs import Output
 from .recipe import Electrolyte, Recipe
+from .settings import ProcessSettings
 
-if TYPE_CHECKING:
-    from brovik.settings import SettingsClass
-
-# Sums of time steps may be off by this much, seconds.
+#: Sums of time steps may be off by this much, seconds.
 ROUNDING: Final = 1e-6
 
-Step: TypeAlias = Generator[None, None, None]
+Procedure: TypeAlias = Generator[None, None, None]
 
 
 class StepFailed(Exception):
@@ -35,16 +33,16 @@ class Medium(Enum):
     ELECTROLYTE = "Lauge oder Säure"
 
 
-class Board(Protocol):
-    """Outputs and inputs. Pressure in bar, conductivity in mS/cm, both after the offset."""
+class ProcessIO(Protocol):
+    """Outputs and inputs, as the process sees them."""
 
     @property
     def pressure(self) -> float:
-        """Pressure in the barrel."""
+        """Pressure in the barrel, bar over ambient, after the offset."""
 
     @property
     def conductivity(self) -> float:
-        """Conductivity of what flows past the sensor."""
+        """Conductivity of what flows past the sensor, mS/cm, after the offset."""
 
     @property
     def level_reached(self) -> bool:
@@ -65,7 +63,7 @@ class Watcher(Protocol):
         """What the step is doing just now."""
 
     def peak(self, electrolyte: Electrolyte, conductivity: float) -> None:
-        """Highest conductivity of this electrolyte so far."""
+        """Highest conductivity of this electrolyte so far, mS/cm."""
 
     def too_low(self, electrolyte: Electrolyte) -> None:
         """The electrolyte stays below its minimum. The process goes on."""
@@ -77,17 +75,18 @@ class Watcher(Protocol):
 class Control:
     """The process as a step sees it. Belongs to the thread that advances the steps."""
 
-    def __init__(self, board: Board, watcher: Watcher, settings: "SettingsClass", recipe: Recipe) -> None:
-        self.board = board
+    def __init__(self, io: ProcessIO, watcher: Watcher, settings: ProcessSettings, recipe: Recipe) -> None:
+        self.io = io
         self.watcher = watcher
         self.settings = settings
         self.recipe = recipe
+        #: Time since the start of the job, seconds.
         self.now = 0.0
 
     @property
     def medium(self) -> Medium:
         """What the sensor stands in."""
-        conductivity = self.board.conductivity
+        conductivity = self.io.conductivity
         if conductivity >= self.settings.threshold_lw_electrolyte:
             return Medium.ELECTROLYTE
         if conductivity >= self.settings.threshold_lw_water:
@@ -99,21 +98,21 @@ class Control:
         """Has these outputs on, and off again however the block is left."""
         try:
             for output in outputs:
-                self.board.switch(output, True)
+                self.io.switch(output, True)
             yield
         finally:
             for output in reversed(outputs):
-                self.board.switch(output, False)
+                self.io.switch(output, False)
 
-    def wait(self, secs: float, text: str) -> Step:
-        """Waits, and tells the seconds that are left."""
+    def wait(self, secs: float, text: str) -> Procedure:
+        """Waits for `secs` seconds, and tells how many are left."""
         end = self.now + secs
         while self.now < end - ROUNDING:
             self.watcher.detail(f"{text}, noch {math.ceil(end - self.now - ROUNDING)} s")
             yield
 
-    def until(self, reached: Callable[[], bool], limit_secs: float, failure: str) -> Step:
-        """Waits for a condition, and fails if it does not come about in time."""
+    def until(self, reached: Callable[[], bool], limit_secs: float, failure: str) -> Procedure:
+        """Waits for a condition, and fails if it has not come about after `limit_secs` seconds."""
         end = self.now + limit_secs
         while not reached():
             if self.now >= end - ROUNDING:
@@ -124,6 +123,5 @@ class Control:
         """Fails if another medium flows than the one wanted."""
         if self.medium is not medium:
             raise StepFailed(
-                f"Falsches Medium: {self.medium.value} statt {wanted} "
-                f"({self.board.conductivity:.2f} mS/cm)."
+                f"Falsches Medium: {self.medium.value} statt {wanted} " f"({self.io.conductivity:.2f} mS/cm)."
             )

@@ -2,6 +2,7 @@
 
 from typing import Final
 
+#: Temperatures of the lye, °C.
 ON_BELOW: Final = 58.0
 OFF_ABOVE: Final = 62.0
 

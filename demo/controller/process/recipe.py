@@ -34,7 +34,7 @@ class Equipment:
 
 @dataclass(frozen=True)
 class Recipe:
-    """The choices for one run. `lengthening` is 1.0 unless the run cleans intensively."""
+    """The choices for one run. `lengthening` is a factor: 1.0 unless the run cleans intensively."""
 
     equipment: Equipment
     steam: bool

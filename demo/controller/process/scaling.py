@@ -6,17 +6,17 @@ from typing import Final
 
 @dataclass(frozen=True)
 class Scale:
-    """A straight line: percent at a value of 0, and percent per unit."""
+    """A straight line: percent at a value of 0, and percent per bar or mS/cm."""
 
     zero: float
     slope: float
 
     def percent(self, value: float) -> float:
-        """The input that belongs to a value, kept within its range."""
+        """The input that belongs to a value, percent, kept within its range."""
         return min(100.0, max(0.0, self.zero + self.slope * value))
 
     def value(self, percent: float) -> float:
-        """The value that belongs to an input."""
+        """The value that belongs to an input in percent: bar or mS/cm."""
         return (percent - self.zero) / self.slope
 
 

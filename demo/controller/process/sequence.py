@@ -6,18 +6,26 @@ from functools import partial
 from typing import Final
 
 from . import steps
-from .control import Control, Step
+from .control import Control, Procedure
 from .outputs import Output
 from .recipe import Electrolyte, Recipe
 
 
+#: Rise of the pressure that the weights reckon with, bar/s.
+EXPECTED_RISE: Final = 0.05
+#: What a step takes besides what its parameters say, about.
+MARGIN_SECS: Final = 2.0
+#: A step that is switched off still counts for something, so that the total is never 0.
+LEAST_SECS: Final = 0.1
+
+
 @dataclass(frozen=True)
-class StepKind:
+class Step:
     """One line of the sequence. The key is what a stored run is found again by."""
 
     key: str
     title: str
-    run: Callable[[Control], Step]
+    run: Callable[[Control], Procedure]
     #: Expected length in seconds; weighs the step in the progress.
     secs: Callable[[Control], float]
     legacy_only: bool = False
@@ -34,11 +42,11 @@ def _leak_secs(control: Control) -> float:
     settings = control.settings
     if not settings.test_leakage_p:
         return 0.0
-    return 2.0 + settings.leakage_p_fill / EXPECTED_RISE + settings.leakage_p_hold_secs
+    return MARGIN_SECS + settings.leakage_p_fill / EXPECTED_RISE + settings.leakage_p_hold_secs
 
 
 def _blow_secs(control: Control) -> float:
-    return control.settings.secs_blow_min + 2.0
+    return control.settings.secs_blow_min + MARGIN_SECS
 
 
 def _rinse_secs(control: Control, passes: int) -> float:
@@ -59,40 +67,35 @@ def _cold_circuit_secs(control: Control) -> tuple[int, int]:
     return settings.cold_kreis_fill_secs_legacy, settings.cold_kreis_clean_secs_legacy
 
 
-def _rinsing(key: str, title: str, water: Output, passes: int, *, legacy_only: bool = False) -> StepKind:
+def _rinsing(key: str, title: str, water: Output, passes: int, *, legacy_only: bool = False) -> Step:
     """Water through the barrel, some times over."""
     run = partial(steps.rinse, water=water, passes=passes)
-    return StepKind(key, title, run, partial(_rinse_secs, passes=passes), legacy_only)
+    return Step(key, title, run, partial(_rinse_secs, passes=passes), legacy_only)
 
 
-def _circuit_rinsing(
-    key: str, title: str, water: Output, secs: Callable[[Control], tuple[int, int]]
-) -> StepKind:
+def _circuit_rinsing(key: str, title: str, water: Output, secs: Callable[[Control], tuple[int, int]]) -> Step:
     """Water through the circuit; `secs` are those to fill it and those to pump the water round."""
 
-    def run(control: Control) -> Step:
+    def run(control: Control) -> Procedure:
         return steps.rinse_circuit(control, water, *secs(control))
 
-    return StepKind(key, title, run, lambda control: float(sum(secs(control))), legacy_only=True)
+    return Step(key, title, run, lambda control: float(sum(secs(control))), legacy_only=True)
 
 
-def _cleaning(key: str, title: str, electrolyte: Electrolyte) -> StepKind:
+def _cleaning(key: str, title: str, electrolyte: Electrolyte) -> Step:
     """Lye or acid through the barrel."""
     run = partial(steps.clean, electrolyte=electrolyte)
-    return StepKind(key, title, run, partial(steps.circuit_secs, electrolyte=electrolyte))
+    return Step(key, title, run, partial(steps.circuit_secs, electrolyte=electrolyte))
 
 
-def _giving_back(key: str, title: str, electrolyte: Electrolyte) -> StepKind:
+def _giving_back(key: str, title: str, electrolyte: Electrolyte) -> Step:
     """Lye or acid back into its bath."""
-    return StepKind(key, title, partial(steps.give_back, electrolyte=electrolyte), _blow_secs)
+    return Step(key, title, partial(steps.give_back, electrolyte=electrolyte), _blow_secs)
 
-
-#: Rise of the pressure that the weights reckon with, bar/s.
-EXPECTED_RISE: Final = 0.05
 
 SEQUENCE: Final = (
-    StepKind("leak_test", "Dichtheitsprobe", steps.leak_test, _leak_secs),
-    StepKind(
+    Step("leak_test", "Dichtheitsprobe", steps.leak_test, _leak_secs),
+    Step(
         "empty",
         "Fass in den Kanal entleeren",
         steps.empty_into_channel,
@@ -109,14 +112,14 @@ SEQUENCE: Final = (
     _rinsing("rinse_cold", "Spülen mit Kaltwasser", Output.MV_KALT, 3),
     _circuit_rinsing("circuit_cold", "Kreislauf mit Kaltwasser spülen", Output.MV_KALT, _cold_circuit_secs),
     _rinsing("rinse_cold_again", "Nachspülen mit Kaltwasser", Output.MV_KALT, 1, legacy_only=True),
-    StepKind("steam", "Sterilisieren mit Dampf", steps.steam, _steam_secs, steam_only=True),
-    StepKind(
+    Step("steam", "Sterilisieren mit Dampf", steps.steam, _steam_secs, steam_only=True),
+    Step(
         "air_out",
         "Luft mit CO2 austreiben",
         steps.drive_air_out,
         lambda c: _blow_secs(c) + c.settings.co2_blow_after_empty_secs,
     ),
-    StepKind(
+    Step(
         "prestress",
         "Vorspannen mit CO2",
         steps.prestress,
@@ -125,18 +128,17 @@ SEQUENCE: Final = (
 )
 
 
-def steps_for(recipe: Recipe) -> tuple[StepKind, ...]:
+def steps_for(recipe: Recipe) -> tuple[Step, ...]:
     """The steps of a run, in order. Their place, counted from 1, is the number on the screens."""
-    return tuple(kind for kind in SEQUENCE if kind.applies(recipe))
+    return tuple(step for step in SEQUENCE if step.applies(recipe))
 
 
 class Progress:
     """How far a run is, by the expected length of its steps."""
 
-    def __init__(self, control: Control, kinds: tuple[StepKind, ...]) -> None:
+    def __init__(self, control: Control, sequence: tuple[Step, ...]) -> None:
         self._control = control
-        # A step that is switched off still counts for something, so that the total is never 0.
-        self._weights = [max(kind.secs(control), 0.1) for kind in kinds]
+        self._weights = [max(step.secs(control), LEAST_SECS) for step in sequence]
         self._started = control.now
 
     def start_step(self) -> None:

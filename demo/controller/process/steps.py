@@ -1,6 +1,6 @@
 """The steps of the cleaning process, one function each.
 
-Every function takes the `Control` and is a generator as told there. `sequence` puts the steps in
+Every function takes the `Control` and is a procedure as told there. `sequence` puts the steps in
 order.
 """
 
@@ -8,7 +8,7 @@ from collections.abc import Callable, Iterator
 from contextlib import contextmanager
 from typing import Final
 
-from .control import Control, Medium, Step, StepFailed
+from .control import Control, Medium, Procedure, StepFailed
 from .outputs import Output
 from .recipe import CIRCUITS, Electrolyte
 
@@ -20,7 +20,7 @@ STEAM_FLUSH_SECS: Final = 10.0  # of steaming under pressure
 PRESTRESS_LIMIT_SECS: Final = 120.0
 
 
-def leak_test(control: Control) -> Step:
+def leak_test(control: Control) -> Procedure:
     """Puts the barrel under air, sees whether it holds, and lets the air out."""
     if not control.settings.test_leakage_p:
         return
@@ -29,59 +29,59 @@ def leak_test(control: Control) -> Step:
     yield from vent(control)
 
 
-def _fill_for_leak_test(control: Control) -> Step:
+def _fill_for_leak_test(control: Control) -> Procedure:
     settings = control.settings
     target, rate = settings.leakage_p_fill, settings.leakage_p_inc_rate
-    limit = max(0.0, target - control.board.pressure) / rate + RATE_GRACE_SECS
+    limit = max(0.0, target - control.io.pressure) / rate + RATE_GRACE_SECS
     control.watcher.detail(f"Fass wird auf {target:.1f} bar gespannt")
     with control.outputs(Output.MV_LUFT):
         yield from control.until(
-            lambda: control.board.pressure >= target,
+            lambda: control.io.pressure >= target,
             limit,
             f"Undicht: Der Druck steigt langsamer als {rate:.2f} bar/s.",
         )
 
 
-def _hold_for_leak_test(control: Control) -> Step:
-    start, max_loss = control.board.pressure, control.settings.leakage_p_max_loss
+def _hold_for_leak_test(control: Control) -> Procedure:
+    start, max_loss = control.io.pressure, control.settings.leakage_p_max_loss
     for _ in control.wait(control.settings.leakage_p_hold_secs, "Druck wird gehalten"):
-        if start - control.board.pressure > max_loss:
+        if start - control.io.pressure > max_loss:
             raise StepFailed(f"Undicht: Der Druck ist um mehr als {max_loss:.2f} bar gefallen.")
         yield
 
 
-def vent(control: Control) -> Step:
+def vent(control: Control) -> Procedure:
     """Lets the pressure out into the channel."""
     control.watcher.detail("Druck wird abgelassen")
     with control.outputs(Output.MV_KANAL):
         yield from control.until(
-            lambda: control.board.pressure < control.settings.threshold_p_blow,
+            lambda: control.io.pressure < control.settings.threshold_p_blow,
             VENT_LIMIT_SECS,
             "Der Druck lässt sich nicht ablassen.",
         )
 
 
-def _blow_out(control: Control, gas: Output, outlet: Output, gone: Callable[[], bool]) -> Step:
+def _blow_out(control: Control, gas: Output, outlet: Output, gone: Callable[[], bool]) -> Procedure:
     """Blows until the sensor says that the medium is gone and nothing stands against the gas."""
     settings = control.settings
     with control.outputs(gas, outlet):
         yield from control.wait(settings.secs_blow_min, "Fass wird ausgeblasen")
         control.watcher.detail("Fass wird ausgeblasen, bis es leer ist")
         yield from control.until(
-            lambda: gone() and control.board.pressure < settings.threshold_p_blow,
+            lambda: gone() and control.io.pressure < settings.threshold_p_blow,
             BLOW_LIMIT_SECS,
-            f"Das Fass wird nicht leer ({control.board.conductivity:.2f} mS/cm).",
+            f"Das Fass wird nicht leer ({control.io.conductivity:.2f} mS/cm).",
         )
 
 
-def empty_into_channel(control: Control) -> Step:
+def empty_into_channel(control: Control) -> Procedure:
     """Empties the barrel and drives the gas that was in it out with air."""
     yield from _blow_out(control, Output.MV_LUFT, Output.MV_KANAL, lambda: control.medium is Medium.AIR)
     with control.outputs(Output.MV_LUFT, Output.MV_KANAL):
         yield from control.wait(control.settings.blow_after_empty_secs, "Gas wird ausgeblasen")
 
 
-def rinse(control: Control, water: Output, passes: int) -> Step:
+def rinse(control: Control, water: Output, passes: int) -> Procedure:
     """Rinses with water and blows out, some times over."""
     for number in range(1, passes + 1):
         prefix = f"Durchgang {number} von {passes}: " if passes > 1 else ""
@@ -110,8 +110,8 @@ def gas_after_acid(control: Control) -> Output:
     return Output.MV_CO2 if control.settings.use_co2_after_saure else Output.MV_LUFT
 
 
-def rinse_circuit(control: Control, water: Output, fill_secs: float, clean_secs: float) -> Step:
-    """Fills the circuit with water and pumps it round."""
+def rinse_circuit(control: Control, water: Output, fill_secs: float, clean_secs: float) -> Procedure:
+    """Fills the circuit with water for `fill_secs` seconds and pumps it round for `clean_secs`."""
     with control.outputs(Output.PUMPE, Output.MV_KREIS):
         with control.outputs(water):
             yield from control.wait(fill_secs, "Kreislauf wird gefüllt")
@@ -129,7 +129,7 @@ class Flow:
 
     def check(self) -> None:
         """Takes the conductivity in, and fails if another medium flows. Once per period."""
-        self._peak = max(self._peak, self._control.board.conductivity)
+        self._peak = max(self._peak, self._control.io.conductivity)
         self._control.watcher.peak(self._electrolyte, self._peak)
         if self._flooded and _medium_is_checked(self._control, self._electrolyte):
             self._control.require(Medium.ELECTROLYTE, self._electrolyte.value)
@@ -155,7 +155,7 @@ def _flowing(control: Control, electrolyte: Electrolyte) -> Iterator[Flow]:
             flow.judge()
 
 
-def clean(control: Control, electrolyte: Electrolyte) -> Step:
+def clean(control: Control, electrolyte: Electrolyte) -> Procedure:
     """Pumps an electrolyte through the barrel for the time that the settings give."""
     if electrolyte is Electrolyte.LYE:
         check_level(control)
@@ -167,7 +167,7 @@ def clean(control: Control, electrolyte: Electrolyte) -> Step:
 
 
 def circuit_secs(control: Control, electrolyte: Electrolyte) -> float:
-    """Length of the circuit, longer for intensive cleaning."""
+    """Length of the circuit, seconds; longer for intensive cleaning."""
     settings = control.settings
     lye = electrolyte is Electrolyte.LYE
     secs = settings.lauge_kreis_secs if lye else settings.saure_kreis_secs
@@ -177,7 +177,7 @@ def circuit_secs(control: Control, electrolyte: Electrolyte) -> float:
 def check_level(control: Control) -> None:
     """Fails if there is too little lye to circulate and to cover the heater."""
     checked = control.recipe.equipment.level_switch and control.settings.test_lauge_level
-    if checked and not control.board.level_reached:
+    if checked and not control.io.level_reached:
         raise StepFailed("Der Füllstand im Laugebecken ist unterschritten.")
 
 
@@ -187,7 +187,7 @@ def _medium_is_checked(control: Control, electrolyte: Electrolyte) -> bool:
     return settings.test_lw_kreis_lauge if lye else settings.test_lw_kreis_saure
 
 
-def give_back(control: Control, electrolyte: Electrolyte) -> Step:
+def give_back(control: Control, electrolyte: Electrolyte) -> Procedure:
     """Drives the electrolyte back into its bath, and nothing but the electrolyte."""
     gas = Output.MV_LUFT if electrolyte is Electrolyte.LYE else gas_after_acid(control)
     yield from _blow_out(
@@ -198,7 +198,7 @@ def give_back(control: Control, electrolyte: Electrolyte) -> Step:
     )
 
 
-def steam(control: Control) -> Step:
+def steam(control: Control) -> Procedure:
     """Sterilises with steam, on some machines under pressure, and blows the steam out."""
     secs: float = control.settings.steam_sterilization_secs
     pressurised = control.recipe.equipment.steam_pressure
@@ -212,7 +212,7 @@ def steam(control: Control) -> Step:
         yield from control.wait(control.settings.steam_co2_blow_secs, "Dampf wird ausgeblasen")
 
 
-def drive_air_out(control: Control) -> Step:
+def drive_air_out(control: Control) -> Procedure:
     """Empties the barrel with CO2 and goes on in pulses, which takes more of the air along."""
     yield from _blow_out(control, Output.MV_CO2, Output.MV_KANAL, lambda: control.medium is Medium.AIR)
     with control.outputs(Output.MV_KANAL):
@@ -222,18 +222,18 @@ def drive_air_out(control: Control) -> Step:
                 yield from control.wait(1.0, f"CO2-Takt {second + 1}")
 
 
-def prestress(control: Control) -> Step:
+def prestress(control: Control) -> Procedure:
     """Leaves the barrel under CO2. The pressure may still be changed while it rises."""
     control.watcher.detail("Fass wird vorgespannt")
     with control.outputs(Output.MV_CO2):
         yield from control.until(
-            lambda: control.board.pressure >= control.settings.vorspannen_p,
+            lambda: control.io.pressure >= control.settings.vorspannen_p,
             PRESTRESS_LIMIT_SECS,
             "Das Fass erreicht den Vorspanndruck nicht.",
         )
 
 
-def refresh(control: Control, electrolyte: Electrolyte, finished: Callable[[], bool]) -> Step:
+def refresh(control: Control, electrolyte: Electrolyte, finished: Callable[[], bool]) -> Procedure:
     """Circulates a bath while it is refreshed, until the operator has seen enough.
 
     The set point counts as reached once the conductivity has stayed at it for long enough.
@@ -244,7 +244,7 @@ def refresh(control: Control, electrolyte: Electrolyte, finished: Callable[[], b
     with _flowing(control, electrolyte) as flow:
         while not finished():
             flow.check()
-            if control.board.conductivity < set_point:
+            if control.io.conductivity < set_point:
                 held_since = control.now
             held = control.now - held_since
             if not reached and held >= control.settings.lw_test_hold_secs:

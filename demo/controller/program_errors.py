@@ -1,4 +1,4 @@
-"""Faults of the program, which the operator is to see, but not over and over; and what helps to find them."""
+"""Errors of the program, which the operator is to see, but not over and over; and what helps to find them."""
 
 import faulthandler
 import signal
@@ -13,11 +13,11 @@ from typing import Final, TypeAlias
 
 from brovik import Logger, forward_exception
 
-#: After this time without a fault, seconds, the same one is news again.
+#: After this time without an error, seconds, the same one is news again.
 QUIET_SECS: Final = 10.0
 #: The same where a press may be the cause: nobody closes the dialog and presses again in less.
 PRESS_QUIET_SECS: Final = 3.0
-#: A fault that does not end is logged so many times, and after that once for as many more.
+#: An error that does not end is logged so many times, and after that once for as many more.
 LOGGED: Final = 20
 
 #: The type of an exception, and the place that it comes from. Its text may hold a value that changes.
@@ -26,15 +26,15 @@ Kind: TypeAlias = tuple[type[BaseException], str, int]
 
 @dataclass
 class _Known:
-    """A fault that has been shown."""
+    """An error that has been shown: how often it has come, and when last, in seconds."""
 
     count: int
     last: float
 
 
 # To report is all that it is there for.
-class FaultReporter:  # pylint: disable=too-few-public-methods
-    """Shows a fault once and counts its repetitions in the log. Belongs to one thread.
+class ErrorReporter:  # pylint: disable=too-few-public-methods
+    """Shows an error once and counts its repetitions in the log. Belongs to one thread.
 
     What fails ten times a second would else pile up dialogs over the power button.
     """

@@ -1,4 +1,4 @@
-"""Faults of the backend itself: shown once, counted, and no reason to leave the machine on."""
+"""Errors of the backend itself: shown once, counted, and no reason to leave the machine on."""
 
 import asyncio
 import threading
@@ -17,12 +17,12 @@ from demo_support import DemoCase, RunningCase, SteppedCase, outputs_on
 import controller
 from controller import machine_thread
 from controller.backend import Backend
-from controller.faults import QUIET_SECS, FaultReporter
-from controller.jobs import PROGRAM_FAULT
-from controller.machine_thread import FAULTS_TO_HALT, MachineThread
+from controller.program_errors import QUIET_SECS, ErrorReporter
+from controller.jobs import PROGRAM_ERROR
+from controller.machine_thread import ERRORS_TO_HALT, MachineThread
 
 
-class FaultCase(RunningCase):
+class ErrorCase(RunningCase):
     """A run in real time, in whose ticks something fails."""
 
     def setUp(self) -> None:
@@ -49,11 +49,11 @@ class FaultCase(RunningCase):
         return [record["type"] for (record,) in self.signals("exception")]
 
 
-class TickTest(FaultCase):
+class TickTest(ErrorCase):
     """Ten times a second."""
 
     def test_one_dialog_and_the_end(self) -> None:
-        """A fault that does not end is shown once; after twenty in a row nothing is on and nothing runs."""
+        """An error that does not end is shown once; after twenty in a row nothing is on and nothing runs."""
 
         def fail(number: int) -> None:
             raise ValueError(f"Fehler {number}")
@@ -62,11 +62,11 @@ class TickTest(FaultCase):
         next(ticks)
         self.until(lambda: not Auto.active, "end of the run")
         self.handled()
-        self.assertGreaterEqual(next(ticks), FAULTS_TO_HALT)
+        self.assertGreaterEqual(next(ticks), ERRORS_TO_HALT)
         self.assertEqual(outputs_on(), set())
-        self.assertEqual((Gui.status, Gui.status3), ("Bereit", PROGRAM_FAULT))
+        self.assertEqual((Gui.status, Gui.status3), ("Bereit", PROGRAM_ERROR))
         self.assertEqual(Auto.progress_color, ProgressColor.Error)
-        self.until(lambda: next(ticks) > FAULTS_TO_HALT + 5)
+        self.until(lambda: next(ticks) > ERRORS_TO_HALT + 5)
         self.assertEqual(self.types(), ["ValueError"])
         self.assertEqual(self.signals("message"), [])
         self.assertTrue(any("zum 20. Mal: ValueError: Fehler 20" in text for _, text in self.log.messages))
@@ -75,15 +75,15 @@ class TickTest(FaultCase):
         """A tick that succeeds begins the count anew."""
 
         def fail(number: int) -> None:
-            if number % FAULTS_TO_HALT:
+            if number % ERRORS_TO_HALT:
                 raise ValueError("Fehler")
 
         ticks = self.failing(fail)
-        self.until(lambda: next(ticks) > 2 * FAULTS_TO_HALT)
+        self.until(lambda: next(ticks) > 2 * ERRORS_TO_HALT)
         self.assertTrue(Auto.active)
         self.assertEqual(self.types(), ["ValueError"])
 
-    def test_each_fault_has_its_dialog(self) -> None:
+    def test_each_error_has_its_dialog(self) -> None:
         """Of another type, or from another place."""
 
         def fail(number: int) -> None:
@@ -108,7 +108,7 @@ class TickTest(FaultCase):
         self.handled()
         self.assertEqual(self.types(), ["ValueError"] * 2)
 
-    def test_new_run_during_the_fault(self) -> None:
+    def test_new_run_during_the_error(self) -> None:
         """Ends as well."""
 
         def fail(_number: int) -> None:
@@ -122,7 +122,7 @@ class TickTest(FaultCase):
         self.assertEqual(outputs_on(), set())
         self.assertEqual(self.types(), ["ValueError"])
 
-    def test_end_of_the_fault(self) -> None:
+    def test_end_of_the_error(self) -> None:
         """The thread has gone on, and the machine runs again."""
         with patch.object(controller.backend().operation, "publish", side_effect=ValueError("Fehler")):
             self.until(lambda: not Auto.active, "end of the run")
@@ -152,14 +152,14 @@ class HaltTest(SteppedCase):
             self.assertRaises(OSError, self.operation.halt)
         self.operation.advance(0.1)
         self.assert_clean()
-        self.assertEqual(Gui.status3, PROGRAM_FAULT)
+        self.assertEqual(Gui.status3, PROGRAM_ERROR)
 
 
 class CatchingUpTest(unittest.TestCase):
     """The machine's time."""
 
     def test_is_not_made_up_for(self) -> None:
-        """After a fault the machine goes on at its speed, and does not hurry after what it has missed."""
+        """After an error the machine goes on at its speed, and does not hurry after what it has missed."""
         calls: list[str] = []
         steps: list[int] = []
         done = threading.Event()
@@ -193,12 +193,12 @@ class CatchingUpTest(unittest.TestCase):
 
 
 class ReporterTest(DemoCase):
-    """The same fault, and how long it is remembered."""
+    """The same error, and how long it is remembered."""
 
     def test_news_after_a_while(self) -> None:
-        """A fault that has not come for some time is shown again."""
+        """An error that has not come for some time is shown again."""
         clock = [0.0]
-        reporter = FaultReporter(now=lambda: clock[0])
+        reporter = ErrorReporter(now=lambda: clock[0])
         for moment, shown in ((0.0, 1), (1.0, 1), (QUIET_SECS, 1), (2 * QUIET_SECS + 1.0, 2)):
             clock[0] = moment
             try:
@@ -207,10 +207,10 @@ class ReporterTest(DemoCase):
                 reporter.report()
             self.assertEqual(len(self.signals("exception")), shown)
 
-    def test_log_of_an_endless_fault(self) -> None:
+    def test_log_of_an_endless_error(self) -> None:
         """The first twenty times, then one of twenty."""
         log = _probe.LogCapture()
-        reporter = FaultReporter(now=lambda: 0.0)
+        reporter = ErrorReporter(now=lambda: 0.0)
         for _ in range(100):
             try:
                 raise ValueError("Fehler")
@@ -219,7 +219,7 @@ class ReporterTest(DemoCase):
         repeated = [text for _, text in log.messages if text.startswith("Derselbe Fehler")]
         self.assertEqual(len(repeated), 19 + 4)
 
-    def test_fault_that_cannot_tell_its_text(self) -> None:
+    def test_error_that_cannot_tell_its_text(self) -> None:
         """Does not get out."""
 
         class Mute(Exception):
@@ -228,7 +228,7 @@ class ReporterTest(DemoCase):
             def __str__(self) -> str:
                 raise ValueError("stumm")
 
-        reporter = FaultReporter()
+        reporter = ErrorReporter()
         for _ in range(3):
             try:
                 raise Mute
@@ -236,7 +236,7 @@ class ReporterTest(DemoCase):
                 reporter.report()
 
 
-class ThreadTest(FaultCase):
+class ThreadTest(ErrorCase):
     """Threads that die, and what asyncio would keep to itself."""
 
     def test_dead_thread(self) -> None:
@@ -271,7 +271,7 @@ class ThreadTest(FaultCase):
         self.assertEqual(outputs_on(), set())
 
     def test_callback_of_the_loop(self) -> None:
-        """A fault that asyncio hands to nobody is the operator's to see."""
+        """An error that asyncio hands to nobody is the operator's to see."""
         services = controller.backend().maintenance.services
 
         def fail() -> None:
@@ -283,7 +283,7 @@ class ThreadTest(FaultCase):
         services.post(pass_on)
         self.until(lambda: self.types() == ["ValueError"], "report")
 
-    def test_polled_fault(self) -> None:
+    def test_polled_error(self) -> None:
         """What a page asks for every second fails every second, in one dialog."""
         services = controller.backend().maintenance.services
         failed = count(1)

@@ -7,23 +7,11 @@ thread nor clock. Not safe across threads: it belongs to whoever advances it.
 import math
 from collections.abc import Set
 from dataclasses import dataclass, field
-from enum import Enum
 from typing import Final
 
-from .outputs import Output
-from .recipe import Electrolyte
-
-
-class Fault(Enum):
-    """What can be made to go wrong, by the name that the environment variable uses."""
-
-    LEAK = "leak"
-    NO_GAS = "no_gas"
-    NO_WATER = "no_water"
-    WRONG_MEDIUM = "wrong_medium"
-    WEAK_BATH = "weak_bath"
-    LEVEL = "level"
-    SENSOR = "sensor"
+from ..process.outputs import Output
+from ..process.recipe import Electrolyte
+from .faults import PlantFault
 
 
 @dataclass
@@ -40,24 +28,12 @@ class Liquid:
         return Liquid(taken, self.conductivity)
 
     def add(self, other: "Liquid") -> None:
-        """Mixes another liquid in."""
+        """Mixes another liquid in: conductivities by the volumes, in litres."""
         total = self.volume + other.volume
         if total > 0:
             mixed = self.volume * self.conductivity + other.volume * other.conductivity
             self.conductivity = mixed / total
         self.volume = total
-
-
-@dataclass
-class Bath(Liquid):
-    """A tank of lye or acid. `refresh_to` is what someone at the tank is dosing it up to."""
-
-    refresh_to: float = 0.0
-
-    def dose(self, dt: float) -> None:
-        """Adds concentrate as long as the bath is to be refreshed."""
-        if self.conductivity < self.refresh_to:
-            self.conductivity = min(self.refresh_to, self.conductivity + DOSING_RATE * dt)
 
 
 @dataclass
@@ -68,36 +44,35 @@ class GasRates:
     fall: float = 0.1
 
 
-MAINS_CONDUCTIVITY: Final = {Output.MV_KALT: 0.5, Output.MV_HEISS: 0.6}
-WEAK_CONDUCTIVITY: Final = 5.0
-DOSING_RATE: Final = 0.5  # mS/cm per second
+MAINS_CONDUCTIVITY: Final = {Output.MV_KALT: 0.5, Output.MV_HEISS: 0.6}  # mS/cm
+WEAK_CONDUCTIVITY: Final = 5.0  # mS/cm
 PUMP_FLOW: Final = 1.0  # litres per second
 BLOW_FLOW: Final = 1.0  # litres per second that a gas drives out
 DRAIN_SECS: Final = 3.0  # time constant of a barrel that runs empty by itself
-BARREL_VOLUME: Final = 50.0
-GAS_PRESSURE: Final = {Output.MV_LUFT: 3.0, Output.MV_CO2: 2.5, Output.MV_STEAM: 1.2}
+BARREL_VOLUME: Final = 50.0  # litres
+GAS_PRESSURE: Final = {Output.MV_LUFT: 3.0, Output.MV_CO2: 2.5, Output.MV_STEAM: 1.2}  # bar
 DRIVING_PRESSURE: Final = 0.3  # a gas that pushes liquid before it, bar
 FREE_PRESSURE: Final = 0.002  # a gas that finds the way clear, bar
 OUTLETS: Final = frozenset({Output.MV_KANAL, Output.MV_LAUGE_OUT, Output.MV_SAURE_OUT})
 LEVEL_VOLUME: Final = 60.0  # litres at the level switch of the lye bath
-ROOM_TEMPERATURE: Final = 20.0
+ROOM_TEMPERATURE: Final = 20.0  # °C
 HEATING_RATE: Final = 0.08  # kelvin per second
-COOLING_SECS: Final = 7200.0
+COOLING_SECS: Final = 7200.0  # time constant of a lye bath that nobody heats
 
 
 def _approach(value: float, target: float, dt: float, secs: float) -> float:
-    """First-order lag with the time constant `secs`."""
+    """First-order lag over `dt` seconds, with the time constant `secs`."""
     return target + (value - target) * math.exp(-dt / secs)
 
 
 @dataclass
 class Plant:  # pylint: disable=too-many-instance-attributes
-    """The machine's state. Pressure in bar over ambient, conductivity at the sensor in mS/cm."""
+    """The machine's state: pressure in bar over ambient, conductivity at the sensor in mS/cm, °C."""
 
-    faults: Set[Fault] = frozenset()
+    faults: Set[PlantFault] = frozenset()
     rates: GasRates = field(default_factory=GasRates)
-    lye: Bath = field(default_factory=lambda: Bath(80.0, 58.0))
-    acid: Bath = field(default_factory=lambda: Bath(80.0, 19.0))
+    lye: Liquid = field(default_factory=lambda: Liquid(80.0, 58.0))
+    acid: Liquid = field(default_factory=lambda: Liquid(80.0, 19.0))
     barrel: Liquid = field(default_factory=lambda: Liquid(0.0, 0.0))
     pressure: float = 0.0
     conductivity: float = 0.0
@@ -105,15 +80,15 @@ class Plant:  # pylint: disable=too-many-instance-attributes
     level_override: bool | None = None
 
     def __post_init__(self) -> None:
-        if Fault.WRONG_MEDIUM in self.faults:
+        if PlantFault.WRONG_MEDIUM in self.faults:
             self.lye.conductivity = MAINS_CONDUCTIVITY[Output.MV_HEISS]
-        if Fault.WEAK_BATH in self.faults:
+        if PlantFault.WEAK_BATH in self.faults:
             self.lye.conductivity = self.acid.conductivity = WEAK_CONDUCTIVITY
-        if Fault.LEVEL in self.faults:
+        if PlantFault.LEVEL in self.faults:
             self.lye.volume = LEVEL_VOLUME / 2
 
     @property
-    def baths(self) -> dict[Electrolyte, Bath]:
+    def baths(self) -> dict[Electrolyte, Liquid]:
         """Both baths."""
         return {Electrolyte.LYE: self.lye, Electrolyte.ACID: self.acid}
 
@@ -135,8 +110,6 @@ class Plant:  # pylint: disable=too-many-instance-attributes
         self._change_pressure(dt, on)
         self._measure(dt, on, passed)
         self._heat(dt, Output.HEAT_1 in on)
-        self.lye.dose(dt)
-        self.acid.dose(dt)
 
     def _move_liquids(self, dt: float, on: Set[Output]) -> bool:
         """Fills and drains the barrel. True if liquid passed the sensor."""
@@ -148,7 +121,7 @@ class Plant:  # pylint: disable=too-many-instance-attributes
 
     def _pump_in(self, dt: float, on: Set[Output]) -> None:
         volume = min(PUMP_FLOW * dt, BARREL_VOLUME - self.barrel.volume)
-        if Fault.NO_WATER not in self.faults:
+        if PlantFault.NO_WATER not in self.faults:
             for main in MAINS_CONDUCTIVITY.keys() & on:
                 self.barrel.add(Liquid(volume, MAINS_CONDUCTIVITY[main]))
         for valve, bath in ((Output.MV_LAUGE_IN, self.lye), (Output.MV_SAURE_IN, self.acid)):
@@ -165,8 +138,8 @@ class Plant:  # pylint: disable=too-many-instance-attributes
         return True
 
     def _gas(self, on: Set[Output]) -> float:
-        """Pressure of the strongest gas that is let in; 0 if none is."""
-        if Fault.NO_GAS in self.faults:
+        """Pressure of the strongest gas that is let in, bar; 0 if none is."""
+        if PlantFault.NO_GAS in self.faults:
             return 0.0
         return max((pressure for valve, pressure in GAS_PRESSURE.items() if valve in on), default=0)
 
@@ -177,7 +150,7 @@ class Plant:  # pylint: disable=too-many-instance-attributes
             self.pressure = _approach(self.pressure, driven if gas else 0.0, dt, 0.5)
         elif gas > self.pressure:
             self.pressure = min(gas, self.pressure + self.rates.rise * dt)
-        elif Fault.LEAK in self.faults:
+        elif PlantFault.LEAK in self.faults:
             self.pressure = max(0.0, self.pressure - self.rates.fall * dt)
 
     def _measure(self, dt: float, on: Set[Output], passed: bool) -> None:
