@@ -10,7 +10,6 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-set(CMAKE_AUTOMOC ON)
 
 # What ccache has to overlook to work with precompiled headers.
 find_program(KUBELOR_CCACHE ccache)
@@ -36,8 +35,11 @@ set(KUBELOR_QML_DIR "${PROJECT_BINARY_DIR}/qml")
 add_library(kubelor_options INTERFACE)
 target_compile_definitions(kubelor_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII
                                                      QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-target_compile_options(kubelor_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
-                                                 -Woverloaded-virtual -Werror)
+target_compile_options(kubelor_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wduplicated-cond -Wlogical-op -Wnon-virtual-dtor -Woverloaded-virtual -Wshadow)
+# A board stands for years: what overruns its memory ends at once rather than goes on with it.
+add_compile_options(-fstack-protector-strong)
+add_compile_definitions(_GLIBCXX_ASSERTIONS)
 if(KUBELOR_SANITIZE)
   add_compile_options(-fsanitize=${KUBELOR_SANITIZE} -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=${KUBELOR_SANITIZE})
@@ -46,12 +48,12 @@ endif()
 # The headers that take longest, compiled once: of what qmlcachegen writes, of bindings, and of tests. A target takes
 # them with target_precompile_headers(... REUSE_FROM kubelor_precompiled_<for>).
 function(kubelor_precompile for)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;LINK")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;LINK;OPTIONS")
   set(source "${PROJECT_BINARY_DIR}/precompiled_${for}.cpp")
   file(WRITE "${source}" "")
   add_library(kubelor_precompiled_${for} STATIC "${source}")
-  set_target_properties(kubelor_precompiled_${for} PROPERTIES AUTOMOC OFF)
   target_link_libraries(kubelor_precompiled_${for} PRIVATE ${arg_LINK} kubelor_options)
+  target_compile_options(kubelor_precompiled_${for} PRIVATE ${arg_OPTIONS})
   target_precompile_headers(kubelor_precompiled_${for} PRIVATE ${arg_HEADERS})
 endfunction()
 

@@ -17,6 +17,7 @@ function(kubelor_qml_module name)
     set(cache_option NO_CACHEGEN)
   endif()
   qt_add_library(${name}_module STATIC)
+  set_target_properties(${name}_module PROPERTIES AUTOMOC ON)
   qt_add_qml_module(${name}_module
     URI brovik.${name}
     VERSION 1.0
@@ -27,7 +28,7 @@ function(kubelor_qml_module name)
     QML_FILES ${arg_QML}
     RESOURCES ${arg_IMAGES}
     ${cache_option})
-  kubelor_relax_compiled_qml(${name}_module)
+  kubelor_compiled_qml(${name}_module)
   # What Qt generates names the headers without a folder.
   target_include_directories(${name}_module PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${name}_module PUBLIC kubelor_shared Qt6::Qml Qt6::Quick ${arg_LINK}
@@ -41,11 +42,25 @@ function(kubelor_qml_singletons)
   set_source_files_properties(${ARGN} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
 endfunction()
 
-# What qmlcachegen writes shadows its own variables; that must not fail the build.
-function(kubelor_relax_compiled_qml target)
+# Compiles what qmlcachegen writes, several files in one go: most of the time of each is that of the headers. Its
+# carelessness must not fail the build.
+function(kubelor_compiled_qml target)
+  set(files_in_one 8)
   get_target_property(sources ${target} SOURCES)
   list(FILTER sources INCLUDE REGEX "/qmlcache/.*_qml\\.cpp$")
-  set_source_files_properties(${sources} TARGET_DIRECTORY ${target} PROPERTIES COMPILE_OPTIONS -Wno-shadow)
+  set_target_properties(${target} PROPERTIES
+    UNITY_BUILD ON
+    UNITY_BUILD_MODE GROUP
+    UNITY_BUILD_CODE_BEFORE_INCLUDE
+    "#pragma GCC diagnostic ignored \"-Wshadow\"\n#pragma GCC diagnostic ignored \"-Wconversion\"")
+  set(count 0)
+  foreach(source IN LISTS sources)
+    math(EXPR group "${count} / ${files_in_one}")
+    math(EXPR count "${count} + 1")
+    set_source_files_properties(${source} TARGET_DIRECTORY ${target} PROPERTIES
+      SKIP_UNITY_BUILD_INCLUSION OFF
+      UNITY_GROUP qml_${group})
+  endforeach()
 endfunction()
 
 # Debian's Qt5Compat.GraphicalEffects lacks a type file that its qmldir names, and qmllint fails on that. Lint a copy

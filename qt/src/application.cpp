@@ -3,6 +3,7 @@
 #include "shared/log.h"
 #include "shared/screen_engine.h"
 #include "src/end_watch.h"
+#include "src/identity.h"
 #include "src/instance_guard.h"
 #include "src/message_handler.h"
 #include "src/py/bridge.h"
@@ -26,25 +27,19 @@
 
 namespace {
 
-constexpr const char *applicationVersion = "2505211";
 constexpr int exitAlreadyRunning = 100;
 constexpr int exitNoMainScreen = -1;
 
-QString programTitle()
-{
-    return QStringLiteral("Brovik Kubelor");
-}
-
 void setIdentity(const PlatformPaths &paths)
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("BrovikGmbH"));
-    QCoreApplication::setOrganizationDomain(QStringLiteral("brovik.example"));
-    QCoreApplication::setApplicationName(QStringLiteral("Kubelor"));
+    QCoreApplication::setOrganizationName(QLatin1String(identity::organization));
+    QCoreApplication::setOrganizationDomain(QLatin1String(identity::organizationDomain));
+    QCoreApplication::setApplicationName(QLatin1String(identity::name));
     QSettings::setDefaultFormat(QSettings::IniFormat);
     if (!paths.settingsRoot.isEmpty()) {
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, paths.settingsRoot);
     }
-    QCoreApplication::setApplicationVersion(QLatin1String(applicationVersion));
+    QCoreApplication::setApplicationVersion(QLatin1String(identity::version));
 }
 
 /// Moves a settings file that is not one out of the way: its values are not to be trusted either. Tells where
@@ -82,7 +77,7 @@ class CommandLine
 public:
     CommandLine()
     {
-        m_parser.setApplicationDescription(programTitle());
+        m_parser.setApplicationDescription(QLatin1String(identity::title));
         m_help = std::make_unique<QCommandLineOption>(m_parser.addHelpOption());
         m_version = std::make_unique<QCommandLineOption>(m_parser.addVersionOption());
         m_parser.addOptions({m_fullscreen, m_pointingHandCursor, m_makeStubs});
@@ -163,7 +158,7 @@ void hookToStop(Bridge &bridge, EndWatch &endWatch)
 
 int runScreens(QApplication &application, const CommandLine &commandLine, const PlatformPaths &paths)
 {
-    Gui::instance().setTitle(programTitle());
+    Gui::instance().setTitle(QLatin1String(identity::title));
     if (raiseRunningInstance(paths.raiseSocket)) {
         return exitAlreadyRunning;
     }
@@ -223,7 +218,7 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
     exportEnvironment(paths.environmentFile);
     qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
     setIdentity(paths);
-    debugStream() << "BROVIK_VERSION:" << QString::fromLatin1(applicationVersion);
+    debugStream() << "BROVIK_VERSION:" << QString::fromLatin1(identity::version);
     readSettings();
 
     QApplication application(argc, argv);

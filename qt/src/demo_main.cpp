@@ -1,5 +1,7 @@
 #include "src/application.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace {
@@ -10,11 +12,21 @@ QString pathOr(const char *variable, const QString &standard)
     return qEnvironmentVariable(variable, standard);
 }
 
+/// The installed program runs the demo machine that was installed with it, wherever that is; one that was not
+/// installed, that of the source tree.
+QString demoMachine()
+{
+    const QDir programs(QFileInfo(QStringLiteral("/proc/self/exe")).canonicalPath());
+    const QString installed =
+        QDir::cleanPath(programs.filePath(QStringLiteral("../" KUBELOR_DATA_DIR "/demo")));
+    return QFileInfo::exists(installed) ? installed : QStringLiteral(KUBELOR_DEMO_DIR);
+}
+
 PlatformPaths demoPaths()
 {
     const QString configuration = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     return {
-        .backendDir = pathOr("KUBELOR_DEMO_BACKEND", QStringLiteral(KUBELOR_DEMO_DIR)),
+        .backendDir = pathOr("KUBELOR_DEMO_BACKEND", demoMachine()),
         .interpreter = QStringLiteral(KUBELOR_DEMO_PYTHON),
         .environmentFile = pathOr("KUBELOR_DEMO_ENVIRONMENT", QString()),
         .raiseSocket = pathOr("KUBELOR_DEMO_SOCKET", configuration + QStringLiteral("/kubelor-demo.sock")),
@@ -24,7 +36,7 @@ PlatformPaths demoPaths()
 
 } // namespace
 
-/// The program with the demo machine of the source tree as its backend. Needs no root and leaves the system
+/// The program with the demo machine as its backend. Needs no root and leaves the system
 /// alone.
 int main(int argc, char **argv)
 {

@@ -1,5 +1,7 @@
 #include "src/instance_guard.h"
 
+#include "src/identity.h"
+
 #include "shared/log.h"
 
 #include <QLocalSocket>
@@ -12,7 +14,6 @@ constexpr int writeLimitMs = 30000;
 constexpr int listLimitMs = 500;
 constexpr int activateLimitMs = 30000;
 constexpr const char *raiseCommand = "fullscreen 1";
-constexpr const char *windowTitle = "Brovik Kubelor";
 
 QString windowTool()
 {
@@ -64,13 +65,13 @@ bool raiseThroughWindowTool()
     QProcess list;
     list.start(windowTool(), {QStringLiteral("-l")}, QIODevice::ReadWrite);
     list.waitForFinished(listLimitMs);
-    if (!listedWindows(list) || !list.readAllStandardOutput().contains(windowTitle)) {
+    if (!listedWindows(list) || !list.readAllStandardOutput().contains(identity::title)) {
         return false;
     }
     logInfo("Anscheinend läuft das Programm bereits. Es wird versucht das Fenster nach vorne zu bringen "
             "(wmctrl)");
     QProcess activate;
-    activate.start(windowTool(), {QStringLiteral("-a"), QString::fromLatin1(windowTitle)},
+    activate.start(windowTool(), {QStringLiteral("-a"), QString::fromLatin1(identity::title)},
                    QIODevice::ReadWrite);
     activate.waitForFinished(activateLimitMs);
     return true;
