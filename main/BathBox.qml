@@ -7,13 +7,15 @@ SettingsStepBox {
 
     // "Säure" or "Lauge".
     required property string medium
-    // What the names of its settings begin with.
-    required property string key
+    // Its settings, of BrovikSettings.
+    required property int minimumKey
+    required property int setpointKey
+    required property int nameKey
 
     NumberRow {
         id: minimum
 
-        key: `${root.key}Min`
+        key: root.minimumKey
         operatorOnly: true
         description: `Der Leitwert in mS/cm, den die ${root.medium} mindestens haben muss`
     }
@@ -23,7 +25,7 @@ SettingsStepBox {
     }
 
     NumberRow {
-        key: `${root.key}Sp`
+        key: root.setpointKey
         operatorOnly: true
         description: `Der Leitwert-Sollwert in mS/cm, den die ${root.medium} beim Auffrischen erreichen soll`
         from: minimum.value + 1
@@ -34,7 +36,7 @@ SettingsStepBox {
     }
 
     TextRow {
-        key: `${root.key}Name`
+        key: root.nameKey
         text: `Produktname ${root.medium}: `
     }
 }

@@ -5,7 +5,8 @@ import main
 SettingsStepBoxSpinBox {
     id: root
 
-    required property string key
+    // One of BrovikSettings.
+    required property int key
     property alias operatorOnly: number.operatorOnly
     // The range of the setting, in the units of the spin box.
     readonly property alias lowest: number.lowest

@@ -5,6 +5,7 @@ import QtQuick.Layouts
 
 import brovik.base
 import brovik.gui
+import brovik.settings
 import main
 
 RowLayout {
@@ -29,7 +30,7 @@ RowLayout {
         SettingNumber {
             id: number
 
-            key: "vorspannenP"
+            key: BrovikSettings.VorspannenP
             spinBox: spinBox
         }
     }

@@ -10,12 +10,13 @@ import brovik.settings
 Switch {
     id: root
 
-    required property string key
+    // One of BrovikSettings.
+    required property int key
 
     Layout.alignment: Qt.AlignHCenter
     enabled: !Auto_.active
 
-    Setting {
+    SwitchSetting {
         id: setting
 
         key: root.key

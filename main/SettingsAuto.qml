@@ -18,7 +18,7 @@ BrovikFlickable {
         title: "Intensivreinigung"
 
         SwitchRow {
-            key: "intenseCleaning"
+            key: BrovikSettings.IntenseCleaning
             description: "Intensivreinigung durchführen"
             switchWidth: intenseFactor.spinBox.width
         }
@@ -26,7 +26,7 @@ BrovikFlickable {
         NumberRow {
             id: intenseFactor
 
-            key: "intenseFactor"
+            key: BrovikSettings.IntenseFactor
             description: `Faktor, um den der Lauge- bzw. Säure-Kreislauf verlängert wird ${privat.legacy ? "(Schritte 4, 9)" : "(Schritte 4, 7)"}`
             precision: 1
             stepSize: 5
@@ -40,7 +40,7 @@ BrovikFlickable {
         NumberRow {
             id: thresholdLwWater
 
-            key: "thresholdLwWater"
+            key: BrovikSettings.ThresholdLwWater
             description: "Leitwert in mS/cm, ab dem das Medium als Wasser erkannt wird"
             precision: 2
             stepSize: 5
@@ -54,7 +54,7 @@ BrovikFlickable {
         NumberRow {
             id: thresholdLwElectrolyte
 
-            key: "thresholdLwElectrolyte"
+            key: BrovikSettings.ThresholdLwElectrolyte
             description: "Leitwert in mS/cm, ab dem das Medium als Lauge/Säure erkannt wird"
             precision: 2
             stepSize: 5
@@ -66,7 +66,7 @@ BrovikFlickable {
         }
 
         NumberRow {
-            key: "secsBlowMin"
+            key: BrovikSettings.SecsBlowMin
             description: `Sekunden, die das Fass ausgeblasen werden soll, bevor der tatsächliche Leitwert berücksichtigt wird (Schritte 2, 5, ${privat.blowSteps})`
         }
 
@@ -75,7 +75,7 @@ BrovikFlickable {
         }
 
         NumberRow {
-            key: "secsPump"
+            key: BrovikSettings.SecsPump
             description: `Sekunden, die pro Durchgang gespült werden soll. ${privat.pumpSteps}`
         }
 
@@ -84,7 +84,7 @@ BrovikFlickable {
         }
 
         NumberRow {
-            key: "secsBlowAfterPump"
+            key: BrovikSettings.SecsBlowAfterPump
             description: `Sekunden, die pro Durchgang nach dem Spülen ausgeblasen werden soll ${privat.pumpSteps}`
         }
     }
@@ -94,24 +94,24 @@ BrovikFlickable {
         title: "Es wird eine Dichtheitsprobe durchgeführt, bevor der eigentliche Automatikbetrieb gestartet wird (gilt auch für Leitwertprüfung)."
 
         NumberRow {
-            key: "leakagePFill"
+            key: BrovikSettings.LeakagePFill
             description: "Druck in bar, der erreicht werden soll"
             precision: 1
         }
 
         NumberRow {
-            key: "leakagePIncRate"
+            key: BrovikSettings.LeakagePIncRate
             description: "Zumindest erforderliche Drucksteigerung in bar/s"
             precision: 2
         }
 
         NumberRow {
-            key: "leakagePHoldSecs"
+            key: BrovikSettings.LeakagePHoldSecs
             description: "Sekunden, die der Druck nach dem Spannen gehalten werden soll"
         }
 
         NumberRow {
-            key: "leakagePMaxLoss"
+            key: BrovikSettings.LeakagePMaxLoss
             description: "Druck in bar, der während des Haltens maximal abfallen darf"
             precision: 2
         }
@@ -122,7 +122,7 @@ BrovikFlickable {
         title: privat.emptying
 
         NumberRow {
-            key: "blowAfterEmptySecs"
+            key: BrovikSettings.BlowAfterEmptySecs
             description: "Sekunden, die das Fass weiterhin ausgeblasen werden soll, nachdem es fertig ausgeblasen wurde (um das verbleibende CO2 auszublasen)"
         }
 
@@ -141,7 +141,7 @@ BrovikFlickable {
         title: "Das Fass wird mit Lauge gereinigt."
 
         NumberRow {
-            key: "laugeKreisSecs"
+            key: BrovikSettings.LaugeKreisSecs
             description: "Sekunden, die die Lauge durch das Fass im Kreis gepumpt werden soll"
         }
     }
@@ -162,12 +162,12 @@ BrovikFlickable {
         title: "Der Kreislauf wird mit Heißwasser gespült."
 
         NumberRow {
-            key: "hotKreisFillSecsLegacy"
+            key: BrovikSettings.HotKreisFillSecsLegacy
             description: privat.cleanSecs1
         }
 
         NumberRow {
-            key: "hotKreisCleanSecsLegacy"
+            key: BrovikSettings.HotKreisCleanSecsLegacy
             description: privat.cleanSecs2
         }
     }
@@ -183,7 +183,7 @@ BrovikFlickable {
         title: "Das Fass wird mit Säure gereinigt."
 
         NumberRow {
-            key: "saureKreisSecs"
+            key: BrovikSettings.SaureKreisSecs
             description: "Sekunden, die die Säure durch das Fass im Kreis gepumpt werden soll"
         }
     }
@@ -204,12 +204,12 @@ BrovikFlickable {
         title: "Der Kreislauf wird mit Kaltwasser gespült."
 
         NumberRow {
-            key: "coldKreisFillSecsLegacy"
+            key: BrovikSettings.ColdKreisFillSecsLegacy
             description: privat.cleanSecs1
         }
 
         NumberRow {
-            key: "coldKreisCleanSecsLegacy"
+            key: BrovikSettings.ColdKreisCleanSecsLegacy
             description: privat.cleanSecs2
         }
     }
@@ -226,7 +226,7 @@ BrovikFlickable {
         title: "Das Fass wird mit Wasserdampf sterilisiert."
 
         SwitchRow {
-            key: "doSteamStep"
+            key: BrovikSettings.DoSteamStep
             description: "Dampfsterilisation durchführen"
             switchWidth: steamSterilizationSecs.spinBox.width
         }
@@ -234,13 +234,13 @@ BrovikFlickable {
         NumberRow {
             id: steamSterilizationSecs
 
-            key: "steamSterilizationSecs"
+            key: BrovikSettings.SteamSterilizationSecs
             description: "Sekunden, die das Fass sterilisiert werden soll" + privat.pressureHint
             spinBox.enabled: BrovikSettings.doSteamStep
         }
 
         NumberRow {
-            key: "steamCo2BlowSecs"
+            key: BrovikSettings.SteamCo2BlowSecs
             description: "Sekunden, die nach dem Sterilisieren durchgehend mit CO2 ausgeblasen werden soll"
             spinBox.enabled: BrovikSettings.doSteamStep
         }
@@ -251,7 +251,7 @@ BrovikFlickable {
         title: "Das Fass wird noch eine gewisse Zeit mit CO2 (getaktet) ausgeblasen, um die noch enthaltene Luft möglichst gut zu vertreiben."
 
         NumberRow {
-            key: "co2BlowAfterEmptySecs"
+            key: BrovikSettings.Co2BlowAfterEmptySecs
             description: "Sekunden, die das Fass weiterhin mit CO2 ausgeblasen werden soll, nachdem es leer ist (dabei wird das CO2 getaktet)"
         }
 
@@ -265,7 +265,7 @@ BrovikFlickable {
         title: "Das Fass wird mit CO2 auf einen gewissen Druck vorgespannt."
 
         NumberRow {
-            key: "vorspannenP"
+            key: BrovikSettings.VorspannenP
             description: "Druck in Bar, mit dem vorgespannt werden soll"
             precision: 1
         }

@@ -5,6 +5,7 @@ import QtQuick.Layouts
 import brovik.base
 import brovik.components
 import brovik.gui
+import brovik.settings
 import main
 
 BrovikFlickable {
@@ -16,7 +17,7 @@ BrovikFlickable {
         title: "Leitwertprüfung Allgemein"
 
         NumberRow {
-            key: "lwTestHoldSecs"
+            key: BrovikSettings.LwTestHoldSecs
             operatorOnly: true
             description: "Sekunden, die der Sollwert gehalten werden muss, um die Leitwertprüfung abzuschließen"
         }
@@ -25,13 +26,17 @@ BrovikFlickable {
     BathBox {
         title: "Leitwertprüfung Säure (linkes Becken)"
         medium: "Säure"
-        key: "lwSaure"
+        minimumKey: BrovikSettings.LwSaureMin
+        setpointKey: BrovikSettings.LwSaureSp
+        nameKey: BrovikSettings.LwSaureName
     }
 
     BathBox {
         title: "Leitwertprüfung Lauge (rechtes Becken)"
         medium: "Lauge"
-        key: "lwLauge"
+        minimumKey: BrovikSettings.LwLaugeMin
+        setpointKey: BrovikSettings.LwLaugeSp
+        nameKey: BrovikSettings.LwLaugeName
     }
 
     Item {

@@ -6,11 +6,12 @@ import brovik.settings
 SettingsStepBoxSwitch {
     id: root
 
-    required property string key
+    // One of BrovikSettings.
+    required property int key
 
     defaultValue: setting.defaultValue
 
-    Setting {
+    SwitchSetting {
         id: setting
 
         key: root.key

@@ -8,9 +8,10 @@ import brovik.settings
 SettingsStepBoxTextField {
     id: root
 
-    required property string key
+    // One of BrovikSettings.
+    required property int key
 
-    Setting {
+    TextSetting {
         id: setting
 
         key: root.key
