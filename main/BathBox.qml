@@ -1,6 +1,5 @@
 // The limits and the product name of a bath.
 import brovik.components
-import main
 
 SettingsStepBox {
     id: root
@@ -12,7 +11,7 @@ SettingsStepBox {
     required property int setpointKey
     required property int nameKey
 
-    NumberRow {
+    SettingNumberRow {
         id: minimum
 
         key: root.minimumKey
@@ -24,7 +23,7 @@ SettingsStepBox {
         noMargins: true
     }
 
-    NumberRow {
+    SettingNumberRow {
         key: root.setpointKey
         operatorOnly: true
         description: `Der Leitwert-Sollwert in mS/cm, den die ${root.medium} beim Auffrischen erreichen soll`
@@ -35,7 +34,7 @@ SettingsStepBox {
         noMargins: true
     }
 
-    TextRow {
+    SettingTextRow {
         key: root.nameKey
         text: `Produktname ${root.medium}: `
     }

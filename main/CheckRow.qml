@@ -2,7 +2,6 @@
 import QtQuick.Layouts
 
 import brovik.components
-import main
 
 ColumnLayout {
     id: root
@@ -15,7 +14,7 @@ ColumnLayout {
         noMargins: true
     }
 
-    SwitchRow {
+    SettingSwitchRow {
         id: row
     }
 }

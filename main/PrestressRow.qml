@@ -4,9 +4,9 @@ import QtQuick.Controls
 import QtQuick.Layouts
 
 import brovik.base
+import brovik.components
 import brovik.gui
 import brovik.settings
-import main
 
 RowLayout {
     id: root
@@ -27,7 +27,7 @@ RowLayout {
         from: number.lowest
         to: number.highest
 
-        SettingNumber {
+        SettingNumberBinder {
             id: number
 
             key: BrovikSettings.VorspannenP

@@ -4,8 +4,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 
 import brovik.auto
-import brovik.base
-import brovik.settings
+import brovik.components
 
 Switch {
     id: root
@@ -16,17 +15,8 @@ Switch {
     Layout.alignment: Qt.AlignHCenter
     enabled: !Auto_.active
 
-    SwitchSetting {
-        id: setting
-
+    SettingSwitchBinder {
         key: root.key
+        control: root
     }
-
-    MyStoredValue {
-        target: root
-        name: "checked"
-        value: setting.value
-    }
-
-    onToggled: setting.send(root.checked)
 }

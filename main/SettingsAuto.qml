@@ -9,21 +9,21 @@ import brovik.gui
 import brovik.settings
 import main
 
-BrovikFlickable {
+SettingsPage {
     id: root
 
-    spacing: Common.spacing
+    pageEnum: Gui.PageSettingsAuto
 
     SettingsStepBox {
         title: "Intensivreinigung"
 
-        SwitchRow {
+        SettingSwitchRow {
             key: BrovikSettings.IntenseCleaning
             description: "Intensivreinigung durchführen"
             switchWidth: intenseFactor.spinBox.width
         }
 
-        NumberRow {
+        SettingNumberRow {
             id: intenseFactor
 
             key: BrovikSettings.IntenseFactor
@@ -37,7 +37,7 @@ BrovikFlickable {
         title: "Allgemeine Einstellungen, die alle Schritte betreffen:"
 
         // The two thresholds stay at least one step apart.
-        NumberRow {
+        SettingNumberRow {
             id: thresholdLwWater
 
             key: BrovikSettings.ThresholdLwWater
@@ -51,7 +51,7 @@ BrovikFlickable {
             noMargins: true
         }
 
-        NumberRow {
+        SettingNumberRow {
             id: thresholdLwElectrolyte
 
             key: BrovikSettings.ThresholdLwElectrolyte
@@ -65,7 +65,7 @@ BrovikFlickable {
             noMargins: true
         }
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.SecsBlowMin
             description: `Sekunden, die das Fass ausgeblasen werden soll, bevor der tatsächliche Leitwert berücksichtigt wird (Schritte 2, 5, ${privat.blowSteps})`
         }
@@ -74,7 +74,7 @@ BrovikFlickable {
             noMargins: true
         }
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.SecsPump
             description: `Sekunden, die pro Durchgang gespült werden soll. ${privat.pumpSteps}`
         }
@@ -83,7 +83,7 @@ BrovikFlickable {
             noMargins: true
         }
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.SecsBlowAfterPump
             description: `Sekunden, die pro Durchgang nach dem Spülen ausgeblasen werden soll ${privat.pumpSteps}`
         }
@@ -93,24 +93,24 @@ BrovikFlickable {
         num: 1
         title: "Es wird eine Dichtheitsprobe durchgeführt, bevor der eigentliche Automatikbetrieb gestartet wird (gilt auch für Leitwertprüfung)."
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.LeakagePFill
             description: "Druck in bar, der erreicht werden soll"
             precision: 1
         }
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.LeakagePIncRate
             description: "Zumindest erforderliche Drucksteigerung in bar/s"
             precision: 2
         }
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.LeakagePHoldSecs
             description: "Sekunden, die der Druck nach dem Spannen gehalten werden soll"
         }
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.LeakagePMaxLoss
             description: "Druck in bar, der während des Haltens maximal abfallen darf"
             precision: 2
@@ -121,7 +121,7 @@ BrovikFlickable {
         num: 2
         title: privat.emptying
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.BlowAfterEmptySecs
             description: "Sekunden, die das Fass weiterhin ausgeblasen werden soll, nachdem es fertig ausgeblasen wurde (um das verbleibende CO2 auszublasen)"
         }
@@ -140,7 +140,7 @@ BrovikFlickable {
         num: 4
         title: "Das Fass wird mit Lauge gereinigt."
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.LaugeKreisSecs
             description: "Sekunden, die die Lauge durch das Fass im Kreis gepumpt werden soll"
         }
@@ -161,12 +161,12 @@ BrovikFlickable {
         num: 7
         title: "Der Kreislauf wird mit Heißwasser gespült."
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.HotKreisFillSecsLegacy
             description: privat.cleanSecs1
         }
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.HotKreisCleanSecsLegacy
             description: privat.cleanSecs2
         }
@@ -182,7 +182,7 @@ BrovikFlickable {
         num: privat.legacy ? 9 : 7
         title: "Das Fass wird mit Säure gereinigt."
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.SaureKreisSecs
             description: "Sekunden, die die Säure durch das Fass im Kreis gepumpt werden soll"
         }
@@ -203,12 +203,12 @@ BrovikFlickable {
         num: 12
         title: "Der Kreislauf wird mit Kaltwasser gespült."
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.ColdKreisFillSecsLegacy
             description: privat.cleanSecs1
         }
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.ColdKreisCleanSecsLegacy
             description: privat.cleanSecs2
         }
@@ -225,13 +225,13 @@ BrovikFlickable {
         num: privat.steamNum
         title: "Das Fass wird mit Wasserdampf sterilisiert."
 
-        SwitchRow {
+        SettingSwitchRow {
             key: BrovikSettings.DoSteamStep
             description: "Dampfsterilisation durchführen"
             switchWidth: steamSterilizationSecs.spinBox.width
         }
 
-        NumberRow {
+        SettingNumberRow {
             id: steamSterilizationSecs
 
             key: BrovikSettings.SteamSterilizationSecs
@@ -239,7 +239,7 @@ BrovikFlickable {
             spinBox.enabled: BrovikSettings.doSteamStep
         }
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.SteamCo2BlowSecs
             description: "Sekunden, die nach dem Sterilisieren durchgehend mit CO2 ausgeblasen werden soll"
             spinBox.enabled: BrovikSettings.doSteamStep
@@ -250,7 +250,7 @@ BrovikFlickable {
         num: privat.co2Num
         title: "Das Fass wird noch eine gewisse Zeit mit CO2 (getaktet) ausgeblasen, um die noch enthaltene Luft möglichst gut zu vertreiben."
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.Co2BlowAfterEmptySecs
             description: "Sekunden, die das Fass weiterhin mit CO2 ausgeblasen werden soll, nachdem es leer ist (dabei wird das CO2 getaktet)"
         }
@@ -264,20 +264,11 @@ BrovikFlickable {
         num: privat.co2Num + 1
         title: "Das Fass wird mit CO2 auf einen gewissen Druck vorgespannt."
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.VorspannenP
             description: "Druck in Bar, mit dem vorgespannt werden soll"
             precision: 1
         }
-    }
-
-    Item {
-        Layout.preferredHeight: Common.spacing
-    }
-
-    PageReporter {
-        page: root
-        pageEnum: Gui.PageSettingsAuto
     }
 
     QtObject {

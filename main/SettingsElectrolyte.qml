@@ -8,15 +8,15 @@ import brovik.gui
 import brovik.settings
 import main
 
-BrovikFlickable {
+SettingsPage {
     id: root
 
-    spacing: Common.spacing
+    pageEnum: Gui.PageSettingsElectrolyte
 
     SettingsStepBox {
         title: "Leitwertprüfung Allgemein"
 
-        NumberRow {
+        SettingNumberRow {
             key: BrovikSettings.LwTestHoldSecs
             operatorOnly: true
             description: "Sekunden, die der Sollwert gehalten werden muss, um die Leitwertprüfung abzuschließen"
@@ -37,15 +37,6 @@ BrovikFlickable {
         minimumKey: BrovikSettings.LwLaugeMin
         setpointKey: BrovikSettings.LwLaugeSp
         nameKey: BrovikSettings.LwLaugeName
-    }
-
-    Item {
-        Layout.preferredHeight: Common.spacing
-    }
-
-    PageReporter {
-        page: root
-        pageEnum: Gui.PageSettingsElectrolyte
     }
 
     Component.onCompleted: Common.settingsElecrolyteIndex = StackLayout.index

@@ -11,12 +11,12 @@ import brovik.sensor
 import brovik.settings
 import main
 
-BrovikFlickable {
+SettingsPage {
     id: root
 
     readonly property int switchWidth: 100
 
-    spacing: Common.spacing
+    pageEnum: Gui.PageSettingsMisc
 
     SettingsStepBox {
         title: "Verschiedene Prüfungen"
@@ -83,15 +83,6 @@ BrovikFlickable {
 
         onCalibrate: BrovikSettings.toPy(BrovikSettings.LwOffsetSet, null)
         onReset: BrovikSettings.toPy(BrovikSettings.LwOffsetReset, null)
-    }
-
-    Item {
-        Layout.preferredHeight: Common.spacing
-    }
-
-    PageReporter {
-        page: root
-        pageEnum: Gui.PageSettingsMisc
     }
 
     Component.onCompleted: Common.settingsMiscIndex = StackLayout.index

@@ -2,8 +2,8 @@
 import QtQml
 
 import brovik.base
+import brovik.components
 import brovik.settings
-import main
 
 MyStoredNumber {
     id: root

@@ -1,4 +1,4 @@
-// A setting that is a text, on a settings page. It is sent when nobody has typed for a while.
+// A setting that is a text: its control, tied to what is stored. It is sent when nobody has typed for a while.
 import QtQuick
 
 import brovik.base
