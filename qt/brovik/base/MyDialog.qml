@@ -1,7 +1,5 @@
 // Tells the operator something, with details or a traceback to unfold.
 import QtQuick
-import QtQuick.Controls
-import QtQuick.Layouts
 
 import brovik.base
 
@@ -27,78 +25,14 @@ MyDialogFrame {
     text: "Text"
     plainText: ofException
 
-    contentItem: MyDialogLoader {
+    // The id ends the deferring: the style has no content of its own that would be made in vain.
+    contentItem: MyDialogLoader { // qmllint disable deferred-property-id
+        id: loader
+
         dialog: root
-
-        sourceComponent: MyDialogColumn {
-            dialog: root
-
-            RowLayout {
-                Layout.fillWidth: true
-                spacing: Common.spacing
-
-                Label {
-                    Layout.fillWidth: true
-                    text: typeof root.time === "string" ? root.time : ""
-                    textFormat: Text.PlainText
-                    elide: Text.ElideRight
-                }
-
-                Button {
-                    id: tracebackButton
-                    text: "Traceback"
-                    checkable: true
-                    visible: root.traceback && !root.details
-                }
-
-                Button {
-                    id: detailsButton
-                    text: "Details"
-                    checkable: true
-                    visible: root.details
-                }
-
-                Button {
-                    text: "OK"
-                    onClicked: root.close()
-                }
-            }
-
-            MyTextList {
-                id: detailsList
-
-                Layout.fillWidth: true
-                Layout.preferredHeight: Math.min(Common.dialogDetailsHeight, contentHeight)
-                texts: privat.closed ? [] : privat.detailTexts()
-                visible: tracebackButton.checked || detailsButton.checked
-            }
-        }
+        column: Qt.resolvedUrl("MyDialogMessage.qml")
     }
 
     onEnterPressed: close()
     onEscapePressed: close()
-
-    onClosed: privat.closed = true
-
-    QtObject {
-        id: privat
-
-        property bool closed: false
-
-        function detailTexts() {
-            if (root.details) {
-                return [root.details];
-            }
-            if (root.traceback) {
-                return ["Traceback (letzter Aufruf zum Schluss):", ...Array.from(root.traceback, frameText)];
-            }
-            return [];
-        }
-
-        function frameText(frame) {
-            const file = String(frame.pathRel).startsWith(".") ? frame.pathAbs : frame.pathRel;
-            const line = frame.lineStr ? `:\n  ${frame.lineStr}` : "";
-            return `Datei ${file}, Zeile ${frame.lineNo}, in Funktion ${frame.func}${line}`;
-        }
-    }
 }

@@ -8,6 +8,8 @@ Loader {
     id: root
 
     required property MyDialogFrame dialog
+    // The file of a MyDialogColumn.
+    required property url column
 
     active: false
     focus: true
@@ -20,7 +22,10 @@ Loader {
         }
     }
 
-    Component.onCompleted: privat.prepare()
+    Component.onCompleted: {
+        root.setSource(root.column, {dialog: root.dialog});
+        privat.prepare();
+    }
 
     QtObject {
         id: privat
