@@ -156,6 +156,11 @@ BrovikFlickable {
         }
     }
 
+    PageReporter {
+        page: root
+        pageEnum: Gui.PageAuto
+    }
+
     QtObject {
         id: privat
 
@@ -187,12 +192,6 @@ BrovikFlickable {
             default:
                 return root.Material.foreground;
             }
-        }
-    }
-
-    onIsCurrentChanged: {
-        if (isCurrent) {
-            Gui.changePage(Gui.PageAuto);
         }
     }
 
