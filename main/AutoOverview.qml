@@ -47,7 +47,7 @@ BrovikFlickable {
         objectName: "intense"
 
         text: "Intensivreinigung durchführen"
-        key: "intenseCleaning"
+        key: BrovikSettings.IntenseCleaning
     }
 
     SettingSwitch {
@@ -55,7 +55,7 @@ BrovikFlickable {
 
         visible: Config.hasSteamValve
         text: `Dampf${Config.steamPressureSterilization ? "druck" : ""}sterilisation durchführen`
-        key: "doSteamStep"
+        key: BrovikSettings.DoSteamStep
     }
 
     SteamWarning {
@@ -113,55 +113,52 @@ BrovikFlickable {
         Layout.topMargin: privat.groupMargin
         Layout.bottomMargin: Common.spacing
 
-        ElectrolyteBox {
+        BathTestBox {
             id: saure
 
             objectName: "saure"
 
             Layout.preferredWidth: privat.equalWidth
             minimumProductHeight: lauge.productHeight
-
+            minimumKey: BrovikSettings.LwSaureMin
+            setpointKey: BrovikSettings.LwSaureSp
+            nameKey: BrovikSettings.LwSaureName
+            minimumOfRun: Auto_.lwSaureMin
+            setpointOfRun: Auto_.lwSaureSp
             color: Auto_.lwSaureTooLow ? Common.colorWarning : Common.bg2
             what: "Säure"
             active: Auto_.lwSaureActive
-            product: BrovikSettings.lwSaureName
             lwActualMax: Auto_.lwSaureMax
-            minimum: Auto_.active ? Auto_.lwSaureMin : BrovikSettings.lwSaureMin
-            setpoint: Auto_.active ? Auto_.lwSaureSp : BrovikSettings.lwSaureSp
-            sbMinimum.from: BrovikSettings.lwSaureMinMin
-            sbMinimum.to: BrovikSettings.lwSaureMinMax
-            sbSetpoint.to: BrovikSettings.lwSaureSpMax
             btnStart.enabled: privat.testAllowed && !Auto_.lwLaugeActive
 
-            sbMinimum.onValueModified: BrovikSettings.toPy(BrovikSettings.LwSaureMin, sbMinimum.value)
-            sbSetpoint.onValueModified: BrovikSettings.toPy(BrovikSettings.LwSaureSp, sbSetpoint.value)
             btnStart.onMyActivated: Auto_.toPy(Auto_.ToggleLwTestSaure, null)
         }
 
-        ElectrolyteBox {
+        BathTestBox {
             id: lauge
 
             objectName: "lauge"
 
             Layout.preferredWidth: privat.equalWidth
             minimumProductHeight: saure.productHeight
-
+            minimumKey: BrovikSettings.LwLaugeMin
+            setpointKey: BrovikSettings.LwLaugeSp
+            nameKey: BrovikSettings.LwLaugeName
+            minimumOfRun: Auto_.lwLaugeMin
+            setpointOfRun: Auto_.lwLaugeSp
             color: Auto_.lwLaugeTooLow ? Common.colorWarning : Common.bg2
             what: "Lauge"
             active: Auto_.lwLaugeActive
-            product: BrovikSettings.lwLaugeName
             lwActualMax: Auto_.lwLaugeMax
-            minimum: Auto_.active ? Auto_.lwLaugeMin : BrovikSettings.lwLaugeMin
-            setpoint: Auto_.active ? Auto_.lwLaugeSp : BrovikSettings.lwLaugeSp
-            sbMinimum.from: BrovikSettings.lwLaugeMinMin
-            sbMinimum.to: BrovikSettings.lwLaugeMinMax
-            sbSetpoint.to: BrovikSettings.lwLaugeSpMax
             btnStart.enabled: privat.testAllowed && !Auto_.lwSaureActive
 
-            sbMinimum.onValueModified: BrovikSettings.toPy(BrovikSettings.LwLaugeMin, sbMinimum.value)
-            sbSetpoint.onValueModified: BrovikSettings.toPy(BrovikSettings.LwLaugeSp, sbSetpoint.value)
             btnStart.onMyActivated: Auto_.toPy(Auto_.ToggleLwTestLauge, null)
         }
+    }
+
+    PageReporter {
+        page: root
+        pageEnum: Gui.PageAuto
     }
 
     QtObject {
@@ -195,12 +192,6 @@ BrovikFlickable {
             default:
                 return root.Material.foreground;
             }
-        }
-    }
-
-    onIsCurrentChanged: {
-        if (isCurrent) {
-            Gui.changePage(Gui.PageAuto);
         }
     }
 

@@ -1,19 +1,20 @@
 // The limits and the product name of a bath.
 import brovik.components
-import main
 
 SettingsStepBox {
     id: root
 
     // "Säure" or "Lauge".
     required property string medium
-    // What the names of its settings begin with.
-    required property string key
+    // Its settings, of BrovikSettings.
+    required property int minimumKey
+    required property int setpointKey
+    required property int nameKey
 
-    NumberRow {
+    SettingNumberRow {
         id: minimum
 
-        key: `${root.key}Min`
+        key: root.minimumKey
         operatorOnly: true
         description: `Der Leitwert in mS/cm, den die ${root.medium} mindestens haben muss`
     }
@@ -22,8 +23,8 @@ SettingsStepBox {
         noMargins: true
     }
 
-    NumberRow {
-        key: `${root.key}Sp`
+    SettingNumberRow {
+        key: root.setpointKey
         operatorOnly: true
         description: `Der Leitwert-Sollwert in mS/cm, den die ${root.medium} beim Auffrischen erreichen soll`
         from: minimum.value + 1
@@ -33,8 +34,8 @@ SettingsStepBox {
         noMargins: true
     }
 
-    TextRow {
-        key: `${root.key}Name`
+    SettingTextRow {
+        key: root.nameKey
         text: `Produktname ${root.medium}: `
     }
 }

@@ -4,8 +4,9 @@ import QtQuick.Controls
 import QtQuick.Layouts
 
 import brovik.base
+import brovik.components
 import brovik.gui
-import main
+import brovik.settings
 
 RowLayout {
     id: root
@@ -26,10 +27,10 @@ RowLayout {
         from: number.lowest
         to: number.highest
 
-        SettingNumber {
+        SettingNumberBinder {
             id: number
 
-            key: "vorspannenP"
+            key: BrovikSettings.VorspannenP
             spinBox: spinBox
         }
     }

@@ -4,28 +4,19 @@ import QtQuick.Controls
 import QtQuick.Layouts
 
 import brovik.auto
-import brovik.base
-import brovik.settings
+import brovik.components
 
 Switch {
     id: root
 
-    required property string key
+    // One of BrovikSettings.
+    required property int key
 
     Layout.alignment: Qt.AlignHCenter
     enabled: !Auto_.active
 
-    Setting {
-        id: setting
-
+    SettingSwitchBinder {
         key: root.key
+        control: root
     }
-
-    MyStoredValue {
-        target: root
-        name: "checked"
-        value: setting.value
-    }
-
-    onToggled: setting.send(root.checked)
 }

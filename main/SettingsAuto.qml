@@ -9,24 +9,24 @@ import brovik.gui
 import brovik.settings
 import main
 
-BrovikFlickable {
+SettingsPage {
     id: root
 
-    spacing: Common.spacing
+    pageEnum: Gui.PageSettingsAuto
 
     SettingsStepBox {
         title: "Intensivreinigung"
 
-        SwitchRow {
-            key: "intenseCleaning"
+        SettingSwitchRow {
+            key: BrovikSettings.IntenseCleaning
             description: "Intensivreinigung durchführen"
             switchWidth: intenseFactor.spinBox.width
         }
 
-        NumberRow {
+        SettingNumberRow {
             id: intenseFactor
 
-            key: "intenseFactor"
+            key: BrovikSettings.IntenseFactor
             description: `Faktor, um den der Lauge- bzw. Säure-Kreislauf verlängert wird ${privat.legacy ? "(Schritte 4, 9)" : "(Schritte 4, 7)"}`
             precision: 1
             stepSize: 5
@@ -37,10 +37,10 @@ BrovikFlickable {
         title: "Allgemeine Einstellungen, die alle Schritte betreffen:"
 
         // The two thresholds stay at least one step apart.
-        NumberRow {
+        SettingNumberRow {
             id: thresholdLwWater
 
-            key: "thresholdLwWater"
+            key: BrovikSettings.ThresholdLwWater
             description: "Leitwert in mS/cm, ab dem das Medium als Wasser erkannt wird"
             precision: 2
             stepSize: 5
@@ -51,10 +51,10 @@ BrovikFlickable {
             noMargins: true
         }
 
-        NumberRow {
+        SettingNumberRow {
             id: thresholdLwElectrolyte
 
-            key: "thresholdLwElectrolyte"
+            key: BrovikSettings.ThresholdLwElectrolyte
             description: "Leitwert in mS/cm, ab dem das Medium als Lauge/Säure erkannt wird"
             precision: 2
             stepSize: 5
@@ -65,8 +65,8 @@ BrovikFlickable {
             noMargins: true
         }
 
-        NumberRow {
-            key: "secsBlowMin"
+        SettingNumberRow {
+            key: BrovikSettings.SecsBlowMin
             description: `Sekunden, die das Fass ausgeblasen werden soll, bevor der tatsächliche Leitwert berücksichtigt wird (Schritte 2, 5, ${privat.blowSteps})`
         }
 
@@ -74,8 +74,8 @@ BrovikFlickable {
             noMargins: true
         }
 
-        NumberRow {
-            key: "secsPump"
+        SettingNumberRow {
+            key: BrovikSettings.SecsPump
             description: `Sekunden, die pro Durchgang gespült werden soll. ${privat.pumpSteps}`
         }
 
@@ -83,8 +83,8 @@ BrovikFlickable {
             noMargins: true
         }
 
-        NumberRow {
-            key: "secsBlowAfterPump"
+        SettingNumberRow {
+            key: BrovikSettings.SecsBlowAfterPump
             description: `Sekunden, die pro Durchgang nach dem Spülen ausgeblasen werden soll ${privat.pumpSteps}`
         }
     }
@@ -93,25 +93,25 @@ BrovikFlickable {
         num: 1
         title: "Es wird eine Dichtheitsprobe durchgeführt, bevor der eigentliche Automatikbetrieb gestartet wird (gilt auch für Leitwertprüfung)."
 
-        NumberRow {
-            key: "leakagePFill"
+        SettingNumberRow {
+            key: BrovikSettings.LeakagePFill
             description: "Druck in bar, der erreicht werden soll"
             precision: 1
         }
 
-        NumberRow {
-            key: "leakagePIncRate"
+        SettingNumberRow {
+            key: BrovikSettings.LeakagePIncRate
             description: "Zumindest erforderliche Drucksteigerung in bar/s"
             precision: 2
         }
 
-        NumberRow {
-            key: "leakagePHoldSecs"
+        SettingNumberRow {
+            key: BrovikSettings.LeakagePHoldSecs
             description: "Sekunden, die der Druck nach dem Spannen gehalten werden soll"
         }
 
-        NumberRow {
-            key: "leakagePMaxLoss"
+        SettingNumberRow {
+            key: BrovikSettings.LeakagePMaxLoss
             description: "Druck in bar, der während des Haltens maximal abfallen darf"
             precision: 2
         }
@@ -121,8 +121,8 @@ BrovikFlickable {
         num: 2
         title: privat.emptying
 
-        NumberRow {
-            key: "blowAfterEmptySecs"
+        SettingNumberRow {
+            key: BrovikSettings.BlowAfterEmptySecs
             description: "Sekunden, die das Fass weiterhin ausgeblasen werden soll, nachdem es fertig ausgeblasen wurde (um das verbleibende CO2 auszublasen)"
         }
 
@@ -140,8 +140,8 @@ BrovikFlickable {
         num: 4
         title: "Das Fass wird mit Lauge gereinigt."
 
-        NumberRow {
-            key: "laugeKreisSecs"
+        SettingNumberRow {
+            key: BrovikSettings.LaugeKreisSecs
             description: "Sekunden, die die Lauge durch das Fass im Kreis gepumpt werden soll"
         }
     }
@@ -161,13 +161,13 @@ BrovikFlickable {
         num: 7
         title: "Der Kreislauf wird mit Heißwasser gespült."
 
-        NumberRow {
-            key: "hotKreisFillSecsLegacy"
+        SettingNumberRow {
+            key: BrovikSettings.HotKreisFillSecsLegacy
             description: privat.cleanSecs1
         }
 
-        NumberRow {
-            key: "hotKreisCleanSecsLegacy"
+        SettingNumberRow {
+            key: BrovikSettings.HotKreisCleanSecsLegacy
             description: privat.cleanSecs2
         }
     }
@@ -182,8 +182,8 @@ BrovikFlickable {
         num: privat.legacy ? 9 : 7
         title: "Das Fass wird mit Säure gereinigt."
 
-        NumberRow {
-            key: "saureKreisSecs"
+        SettingNumberRow {
+            key: BrovikSettings.SaureKreisSecs
             description: "Sekunden, die die Säure durch das Fass im Kreis gepumpt werden soll"
         }
     }
@@ -203,13 +203,13 @@ BrovikFlickable {
         num: 12
         title: "Der Kreislauf wird mit Kaltwasser gespült."
 
-        NumberRow {
-            key: "coldKreisFillSecsLegacy"
+        SettingNumberRow {
+            key: BrovikSettings.ColdKreisFillSecsLegacy
             description: privat.cleanSecs1
         }
 
-        NumberRow {
-            key: "coldKreisCleanSecsLegacy"
+        SettingNumberRow {
+            key: BrovikSettings.ColdKreisCleanSecsLegacy
             description: privat.cleanSecs2
         }
     }
@@ -225,22 +225,22 @@ BrovikFlickable {
         num: privat.steamNum
         title: "Das Fass wird mit Wasserdampf sterilisiert."
 
-        SwitchRow {
-            key: "doSteamStep"
+        SettingSwitchRow {
+            key: BrovikSettings.DoSteamStep
             description: "Dampfsterilisation durchführen"
             switchWidth: steamSterilizationSecs.spinBox.width
         }
 
-        NumberRow {
+        SettingNumberRow {
             id: steamSterilizationSecs
 
-            key: "steamSterilizationSecs"
+            key: BrovikSettings.SteamSterilizationSecs
             description: "Sekunden, die das Fass sterilisiert werden soll" + privat.pressureHint
             spinBox.enabled: BrovikSettings.doSteamStep
         }
 
-        NumberRow {
-            key: "steamCo2BlowSecs"
+        SettingNumberRow {
+            key: BrovikSettings.SteamCo2BlowSecs
             description: "Sekunden, die nach dem Sterilisieren durchgehend mit CO2 ausgeblasen werden soll"
             spinBox.enabled: BrovikSettings.doSteamStep
         }
@@ -250,8 +250,8 @@ BrovikFlickable {
         num: privat.co2Num
         title: "Das Fass wird noch eine gewisse Zeit mit CO2 (getaktet) ausgeblasen, um die noch enthaltene Luft möglichst gut zu vertreiben."
 
-        NumberRow {
-            key: "co2BlowAfterEmptySecs"
+        SettingNumberRow {
+            key: BrovikSettings.Co2BlowAfterEmptySecs
             description: "Sekunden, die das Fass weiterhin mit CO2 ausgeblasen werden soll, nachdem es leer ist (dabei wird das CO2 getaktet)"
         }
 
@@ -264,20 +264,11 @@ BrovikFlickable {
         num: privat.co2Num + 1
         title: "Das Fass wird mit CO2 auf einen gewissen Druck vorgespannt."
 
-        NumberRow {
-            key: "vorspannenP"
+        SettingNumberRow {
+            key: BrovikSettings.VorspannenP
             description: "Druck in Bar, mit dem vorgespannt werden soll"
             precision: 1
         }
-    }
-
-    Item {
-        Layout.preferredHeight: Common.spacing
-    }
-
-    PageReporter {
-        page: root
-        pageEnum: Gui.PageSettingsAuto
     }
 
     QtObject {

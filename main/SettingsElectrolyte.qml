@@ -5,18 +5,19 @@ import QtQuick.Layouts
 import brovik.base
 import brovik.components
 import brovik.gui
+import brovik.settings
 import main
 
-BrovikFlickable {
+SettingsPage {
     id: root
 
-    spacing: Common.spacing
+    pageEnum: Gui.PageSettingsElectrolyte
 
     SettingsStepBox {
         title: "Leitwertprüfung Allgemein"
 
-        NumberRow {
-            key: "lwTestHoldSecs"
+        SettingNumberRow {
+            key: BrovikSettings.LwTestHoldSecs
             operatorOnly: true
             description: "Sekunden, die der Sollwert gehalten werden muss, um die Leitwertprüfung abzuschließen"
         }
@@ -25,22 +26,17 @@ BrovikFlickable {
     BathBox {
         title: "Leitwertprüfung Säure (linkes Becken)"
         medium: "Säure"
-        key: "lwSaure"
+        minimumKey: BrovikSettings.LwSaureMin
+        setpointKey: BrovikSettings.LwSaureSp
+        nameKey: BrovikSettings.LwSaureName
     }
 
     BathBox {
         title: "Leitwertprüfung Lauge (rechtes Becken)"
         medium: "Lauge"
-        key: "lwLauge"
-    }
-
-    Item {
-        Layout.preferredHeight: Common.spacing
-    }
-
-    PageReporter {
-        page: root
-        pageEnum: Gui.PageSettingsElectrolyte
+        minimumKey: BrovikSettings.LwLaugeMin
+        setpointKey: BrovikSettings.LwLaugeSp
+        nameKey: BrovikSettings.LwLaugeName
     }
 
     Component.onCompleted: Common.settingsElecrolyteIndex = StackLayout.index

@@ -1,6 +1,4 @@
 // The checks of the run, and the calibration of the sensors.
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -13,12 +11,12 @@ import brovik.sensor
 import brovik.settings
 import main
 
-BrovikFlickable {
+SettingsPage {
     id: root
 
     readonly property int switchWidth: 100
 
-    spacing: Common.spacing
+    pageEnum: Gui.PageSettingsMisc
 
     SettingsStepBox {
         title: "Verschiedene Prüfungen"
@@ -30,33 +28,41 @@ BrovikFlickable {
             text: "Solange es kein Problem mit folgenden Prüfungen gibt, wird dringend davon abgeraten, diese zu deaktivieren. Bei Problemen kontaktieren Sie bitte die Fa. Brovik und deaktivieren Sie die entsprechende Prüfung nur temporär."
         }
 
-        Repeater {
-            model: [
-                {key: "testLeakageP", text: "Führe zu Beginn der Automatik eine Dichtheitsprüfung des Systems durch"},
-                {key: "testLwWaterHot", text: "Prüfe während Spülen auf Heißwasser"},
-                {key: "testLwWaterCold", text: "Prüfe während Spülen auf Kaltwasser"},
-                {key: "testLwKreisLauge", text: "Prüfe während Kreislauf Lauge auf Lauge"},
-                {key: "testLwKreisSaure", text: "Prüfe während Kreislauf Säure auf Säure"},
-                {key: "testLaugeLevel", text: "Prüfe Füllstand Laugebecken für die Heizungsautomatik", needsLevelSwitch: true}
-            ]
+        CheckRow {
+            key: BrovikSettings.TestLeakageP
+            description: "Führe zu Beginn der Automatik eine Dichtheitsprüfung des Systems durch"
+            switchWidth: root.switchWidth
+        }
 
-            ColumnLayout {
-                id: check
+        CheckRow {
+            key: BrovikSettings.TestLwWaterHot
+            description: "Prüfe während Spülen auf Heißwasser"
+            switchWidth: root.switchWidth
+        }
 
-                required property var modelData
+        CheckRow {
+            key: BrovikSettings.TestLwWaterCold
+            description: "Prüfe während Spülen auf Kaltwasser"
+            switchWidth: root.switchWidth
+        }
 
-                visible: Config.hasLevelSwitch || !modelData.needsLevelSwitch
+        CheckRow {
+            key: BrovikSettings.TestLwKreisLauge
+            description: "Prüfe während Kreislauf Lauge auf Lauge"
+            switchWidth: root.switchWidth
+        }
 
-                BrovikBoxSeparatorLine {
-                    noMargins: true
-                }
+        CheckRow {
+            key: BrovikSettings.TestLwKreisSaure
+            description: "Prüfe während Kreislauf Säure auf Säure"
+            switchWidth: root.switchWidth
+        }
 
-                SwitchRow {
-                    key: check.modelData.key
-                    description: check.modelData.text
-                    switchWidth: root.switchWidth
-                }
-            }
+        CheckRow {
+            visible: Config.hasLevelSwitch
+            key: BrovikSettings.TestLaugeLevel
+            description: "Prüfe Füllstand Laugebecken für die Heizungsautomatik"
+            switchWidth: root.switchWidth
         }
     }
 
@@ -77,15 +83,6 @@ BrovikFlickable {
 
         onCalibrate: BrovikSettings.toPy(BrovikSettings.LwOffsetSet, null)
         onReset: BrovikSettings.toPy(BrovikSettings.LwOffsetReset, null)
-    }
-
-    Item {
-        Layout.preferredHeight: Common.spacing
-    }
-
-    PageReporter {
-        page: root
-        pageEnum: Gui.PageSettingsMisc
     }
 
     Component.onCompleted: Common.settingsMiscIndex = StackLayout.index

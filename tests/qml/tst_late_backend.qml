@@ -6,6 +6,7 @@ import brovik.settings
 import kubelor.test
 import main
 import "items.js" as Items
+import "settings.js" as Names
 
 // The number boxes and a backend that stores a wish only some time after it has got it.
 Item {
@@ -61,14 +62,6 @@ Item {
         // What of it the backend has not answered yet.
         property var open: []
 
-        readonly property var pythonNames: ({
-            thresholdLwWater: "threshold_lw_water",
-            thresholdLwElectrolyte: "threshold_lw_electrolyte",
-            secsPump: "secs_pump",
-            lwSaureMin: "lw_saure_min",
-            vorspannenP: "vorspannen_p"
-        })
-
         function init() {
             failOnWarning(/.?/);
             Backend.run(`
@@ -109,7 +102,7 @@ SettingsValues.secs_pump_max = 20`);
         }
 
         function box(key) {
-            return rows().find(row => row.key === key).spinBox;
+            return rows().find(row => row.key === Names.keyOf(key)).spinBox;
         }
 
         function prestress() {
@@ -125,16 +118,12 @@ SettingsValues.secs_pump_max = 20`);
         }
 
         function store(values) {
-            Backend.runOnThread("from brovik.settings import SettingsValues\n" + Object.entries(values).map(([key, value]) => `SettingsValues.${pythonNames[key]} = type(SettingsValues.${pythonNames[key]})(${value})`).join("\n"));
+            Backend.runOnThread("from brovik.settings import SettingsValues\n" + Object.entries(values).map(([key, value]) => [Names.pythonName(key), value]).map(([name, value]) => `SettingsValues.${name} = type(SettingsValues.${name})(${value})`).join("\n"));
             settle();
         }
 
-        function enumOf(key) {
-            return BrovikSettings[key.charAt(0).toUpperCase() + key.slice(1)];
-        }
-
         function nameOf(number) {
-            return Object.keys(pythonNames).find(key => enumOf(key) === number);
+            return ["thresholdLwWater", "thresholdLwElectrolyte", "secsPump", "lwSaureMin", "vorspannenP"].find(name => Names.keyOf(name) === number);
         }
 
         // Stores what has been asked for, the oldest first.
@@ -151,7 +140,7 @@ SettingsValues.secs_pump_max = 20`);
         }
 
         function verifySent(key, ...values) {
-            compare(sent, values.map(value => [enumOf(key), value]));
+            compare(sent, values.map(value => [Names.keyOf(key), value]));
         }
 
         function test_up_and_down_settles() {
@@ -363,7 +352,7 @@ SettingsValues.secs_pump_max = 20`);
             write(1.2, 4.0);
             write(0.1, 0.3);
             // Each value that was written, once, and nothing else.
-            const values = key => sent.filter(([number]) => number === enumOf(key)).map(([, value]) => value);
+            const values = key => sent.filter(([number]) => number === Names.keyOf(key)).map(([, value]) => value);
             compare(values("thresholdLwWater"), [1.2, 0.1]);
             compare(values("thresholdLwElectrolyte"), [0.9, 4.0, 0.3]);
         }

@@ -13,6 +13,7 @@ import brovik.settings
 import kubelor.test
 import main
 import "items.js" as Items
+import "settings.js" as Names
 
 // The boxes of the settings pages, and hand operation.
 Item {
@@ -128,7 +129,7 @@ for dout in actuator.Actuator.all_douts: dout.state = False`);
         }
 
         function row(page, key) {
-            return Items.below(page, item => item.key === key && item.description !== undefined)[0];
+            return Items.below(page, item => item.key === Names.keyOf(key) && item.description !== undefined)[0];
         }
 
         function shownLines(box) {
@@ -250,7 +251,7 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
                     tryCompare(box, "num", expected[column][index]);
                 }
                 compare(box.title, expected.title);
-                compare(Items.below(box, item => item.description !== undefined).map(item => item.key), expected.keys ?? []);
+                compare(Items.below(box, item => item.description !== undefined).map(item => item.key), (expected.keys ?? []).map(Names.keyOf));
                 const remarks = Items.below(box, item => item instanceof SettingsStepBoxAdditional);
                 compare(remarks.map(remark => remark.text), expected.remark ? [expected.remark] : []);
                 if (there) {

@@ -8,6 +8,7 @@ import brovik.settings
 import kubelor.test
 import main
 import "items.js" as Items
+import "settings.js" as Names
 
 // Every row of the settings pages: what it shows, what it sends, and when.
 Item {
@@ -152,21 +153,13 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
         }
 
         function row(page, key, part) {
-            const found = rows(page, part).filter(item => item.key === key);
+            const found = rows(page, part).filter(item => item.key === Names.keyOf(key));
             compare(found.length, 1);
             return found[0];
         }
 
-        function enumOf(key) {
-            return BrovikSettings[key.charAt(0).toUpperCase() + key.slice(1)];
-        }
-
-        function pythonName(key) {
-            return key.replace(/[A-Z]/g, letter => "_" + letter.toLowerCase());
-        }
-
         function write(key, value) {
-            Backend.runOnThread(`settings.SettingsValues.${pythonName(key)} = ${value}`);
+            Backend.runOnThread(`settings.SettingsValues.${Names.pythonName(key)} = ${value}`);
         }
 
         function verifySent(...expected) {
@@ -175,8 +168,8 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
 
         function takeWishes() {
             root.answer = (key, value) => {
-                const name = testCase.numbers.concat(testCase.switches).map(row => row[1]).find(name => testCase.enumOf(name) === key);
-                testCase.write(name, typeof value === "boolean" ? (value ? "True" : "False") : `type(settings.SettingsValues.${testCase.pythonName(name)})(${value})`);
+                const name = testCase.numbers.concat(testCase.switches).map(row => row[1]).find(name => Names.keyOf(name) === key);
+                testCase.write(name, typeof value === "boolean" ? (value ? "True" : "False") : `type(settings.SettingsValues.${Names.pythonName(name)})(${value})`);
             };
         }
 
@@ -220,7 +213,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
 
         function test_rows_are_those_of_the_table() {
             for (const page of ["run", "baths", "misc"]) {
-                const keys = table => table.filter(row => row[0] === page).map(row => row[1]);
+                const keys = table => table.filter(row => row[0] === page).map(row => Names.keyOf(row[1]));
                 compare(rows(page, "spinBox").map(row => row.key), keys(numbers));
                 compare(rows(page, "switch_").map(row => row.key), keys(switches));
                 compare(rows(page, "field").map(row => row.key), keys(texts));
@@ -274,7 +267,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             tryCompare(BrovikSettings, data.key, value / data.factor);
             settle();
             compare(found.value, value);
-            verifySent([enumOf(data.key), value / data.factor]);
+            verifySent([Names.keyOf(data.key), value / data.factor]);
         }
 
         function test_number_refused_goes_back_data() {
@@ -288,7 +281,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             compare(found.value, value);
             tryCompare(found, "value", data.value);
             compare(found.text, found.description);
-            verifySent([enumOf(data.key), value / data.factor]);
+            verifySent([Names.keyOf(data.key), value / data.factor]);
         }
 
         function test_number_typed_data() {
@@ -307,7 +300,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             keyClick(Qt.Key_Return);
             tryCompare(BrovikSettings, data.key, value / data.factor);
             compare(found.value, value);
-            verifySent([enumOf(data.key), value / data.factor]);
+            verifySent([Names.keyOf(data.key), value / data.factor]);
         }
 
         // What the backend changes comes back to it once, but for the numbers of the baths.
@@ -323,7 +316,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             tryCompare(found, "value", value);
             compare(found.text, found.description + markOf(found, data.value / data.factor));
             settle();
-            verifySent(...(data.page === "run" ? [[enumOf(data.key), value / data.factor]] : []));
+            verifySent(...(data.page === "run" ? [[Names.keyOf(data.key), value / data.factor]] : []));
             write(data.key, data.value / data.factor);
             tryCompare(found, "value", data.value);
             compare(found.text, found.description);
@@ -381,7 +374,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             tryCompare(BrovikSettings, data.key, !data.value);
             settle();
             compare(found.checked, !data.value);
-            verifySent([enumOf(data.key), !data.value]);
+            verifySent([Names.keyOf(data.key), !data.value]);
         }
 
         function test_switch_refused_goes_back_data() {
@@ -394,7 +387,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             compare(found.checked, !data.value);
             tryCompare(found, "checked", data.value);
             compare(found.text, data.text);
-            verifySent([enumOf(data.key), !data.value]);
+            verifySent([Names.keyOf(data.key), !data.value]);
         }
 
         function test_switch_changed_by_the_backend_data() {
@@ -442,7 +435,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
         }
 
         function test_text_typed_in_several_bursts_is_sent_once(data) {
-            const python = pythonName(data.key);
+            const python = Names.pythonName(data.key);
             let sentAt = 0;
             root.answer = (key, value) => {
                 sentAt = Date.now();
@@ -459,7 +452,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             tryCompare(sent, "count", 1);
             // As the clock of the timer runs, which is coarse.
             verify(sentAt - last > 2900, sentAt - last);
-            verifySent([enumOf(data.key), data.value + "abc"]);
+            verifySent([Names.keyOf(data.key), data.value + "abc"]);
             compare(BrovikSettings[data.key], data.value + "abc");
             settle();
             compare(found.product, data.value + "abc");
@@ -472,7 +465,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
         }
 
         function test_text_changed_without_a_key(data) {
-            root.answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${pythonName(data.key)} = ${JSON.stringify(value)}`);
+            root.answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${Names.pythonName(data.key)} = ${JSON.stringify(value)}`);
             const found = row(data.page, data.key, "field");
             const pause = pauseOf(found);
             pause.interval = 1;
@@ -482,7 +475,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             settle();
             compare(found.product, "Neu");
             verify(!pause.running);
-            verifySent([enumOf(data.key), "Neu"]);
+            verifySent([Names.keyOf(data.key), "Neu"]);
         }
 
         // It is a change like any other.
@@ -508,7 +501,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             tryCompare(sent, "count", 1);
             pauseOf(found).interval = 3000;
             tryCompare(found, "product", data.value);
-            verifySent([enumOf(data.key), data.value + "x"]);
+            verifySent([Names.keyOf(data.key), data.value + "x"]);
         }
 
         function test_text_changed_by_the_backend_data() {

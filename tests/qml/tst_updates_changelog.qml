@@ -216,8 +216,8 @@ shell.Shell.changelogs = vector`);
                 for (let round = 5; round < 55; ++round) {
                     reload(round);
                 }
-                const growth = countObjects() - before;
-                verify(growth < 50, `${growth} objects`);
+                // What a list had rests for a while before it goes.
+                tryVerify(() => countObjects() - before < 50);
             }
         }
     }

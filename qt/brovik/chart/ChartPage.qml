@@ -6,6 +6,8 @@ import QtQuick.Layouts
 import brovik.auto
 import brovik.base
 import brovik.chart
+import brovik.components
+import brovik.gui
 
 // Not itself a layout: in a StackLayout that would miss some changes of its content.
 Item {
@@ -193,6 +195,11 @@ Item {
         axis: plot.axisTime
         lastX: plot.lastX
         plotWidth: plot.plotArea.width
+    }
+
+    PageReporter {
+        page: root
+        pageEnum: Gui.PageChart
     }
 
     QtObject {

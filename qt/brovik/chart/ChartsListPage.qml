@@ -5,6 +5,7 @@ import QtQuick.Layouts
 
 import brovik.base
 import brovik.chart
+import brovik.components
 import brovik.gui
 
 // Not itself a layout: in a StackLayout that would miss some changes of its content.
@@ -43,6 +44,11 @@ Item {
 
             ScrollBar.vertical: ScrollBar {}
         }
+    }
+
+    PageReporter {
+        page: root
+        pageEnum: Gui.PageChartsList
     }
 
     QtObject {

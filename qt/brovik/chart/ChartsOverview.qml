@@ -4,39 +4,19 @@ import QtQuick.Layouts
 
 import brovik.base
 import brovik.chart
+import brovik.components
 import brovik.gui
 
-MyStackLayout {
+PageStack {
     id: root
 
-    // The Gui.PageEnum value of the page shown in this stack.
-    property int currentPage: Gui.PageChart
     readonly property bool isCurrent: StackLayout.isCurrentItem
 
-    // The first page reports as soon as it is made.
-    QtObject {
-        id: privat
-
-        function enter(page: int) {
-            root.currentPage = page;
-            privat.report();
-        }
-
-        function report() {
-            if (root.isCurrent) {
-                Gui.changePage(root.currentPage);
-            }
-        }
-    }
+    shown: root.isCurrent
+    currentPage: Gui.PageChart
 
     ChartPage {
         objectName: "chartPage"
-
-        StackLayout.onIsCurrentItemChanged: {
-            if (StackLayout.isCurrentItem) {
-                privat.enter(Gui.PageChart);
-            }
-        }
 
         onListRequested: root.currentIndex = 1
     }
@@ -44,16 +24,8 @@ MyStackLayout {
     ChartsListPage {
         objectName: "listPage"
 
-        StackLayout.onIsCurrentItemChanged: {
-            if (StackLayout.isCurrentItem) {
-                privat.enter(Gui.PageChartsList);
-            }
-        }
-
         onBackRequested: root.currentIndex = 0
     }
-
-    onIsCurrentChanged: privat.report()
 
     Component.onCompleted: Common.chartsOverviewIndex = StackLayout.index
 }

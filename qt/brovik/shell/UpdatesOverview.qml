@@ -71,7 +71,7 @@ ColumnLayout {
         }
     }
 
-    UpdatesTabs {
+    PageSwipeView {
         id: pages
 
         objectName: "tabs"

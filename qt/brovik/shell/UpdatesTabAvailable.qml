@@ -6,6 +6,7 @@ import QtQuick.Controls
 import Qt.labs.qmlmodels
 
 import brovik.base
+import brovik.components
 import brovik.gui
 import brovik.shell
 
@@ -79,8 +80,12 @@ UpdatesTabTable {
         }
     }
 
-    UpdatesTabReporter {
-        tab: root
+    UpdatesPageSight {
+        page: root
+    }
+
+    PageReporter {
+        page: root
         pageEnum: Gui.PageUpdatesAvailable
 
         onIsCurrentChanged: {

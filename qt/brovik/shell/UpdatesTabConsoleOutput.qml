@@ -4,6 +4,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 
 import brovik.base
+import brovik.components
 import brovik.gui
 import brovik.shell
 
@@ -127,8 +128,12 @@ ColumnLayout {
         id: memory
     }
 
-    UpdatesTabReporter {
-        tab: root
+    UpdatesPageSight {
+        page: root
+    }
+
+    PageReporter {
+        page: root
         pageEnum: Gui.PageUpdatesConsole
     }
 

@@ -119,8 +119,12 @@ Flickable {
         }
     }
 
-    UpdatesTabReporter {
-        tab: root
+    UpdatesPageSight {
+        page: root
+    }
+
+    PageReporter {
+        page: root
         pageEnum: Gui.PageUpdatesOverview
     }
 

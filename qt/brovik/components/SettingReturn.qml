@@ -9,7 +9,7 @@ import brovik.settings
 QtObject {
     id: root
 
-    required property Setting setting
+    required property NumberSetting setting
     // What is stored and what is sent are compared in steps, and this is how many of them make one unit.
     required property real factor
     // In steps.
@@ -32,13 +32,11 @@ QtObject {
         property bool givingBack: false
 
         readonly property Connections sending: Connections {
-            target: BrovikSettings
+            target: root.setting
             enabled: root.enabled
 
-            function onToPy(number, value) {
-                if (number === root.setting.number) {
-                    privat.remember(Math.round(value * root.factor));
-                }
+            function onAsked(wish: real) {
+                privat.remember(Math.round(wish * root.factor));
             }
         }
 

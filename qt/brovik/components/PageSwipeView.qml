@@ -1,4 +1,4 @@
-// The pages behind the tabs of the updates. They report themselves, see UpdatesTabReporter.
+// The pages behind tabs within a page of a stack. They report themselves, see PageReporter.
 import QtQml
 import QtQuick.Controls
 
@@ -7,7 +7,7 @@ import brovik.components
 SwipeView {
     id: root
 
-    // The stack in which the updates are the current page, null while they are not.
+    // The stack in which the page of the tabs is current, null while it is not.
     required property PageStack frame
     // The page that was reported last.
     property int currentPage

@@ -2,13 +2,14 @@
 import QtQml
 
 import brovik.base
+import brovik.components
 import brovik.settings
-import main
 
 MyStoredNumber {
     id: root
 
-    required property string key
+    // One of BrovikSettings.
+    required property int key
     // Sends what the operator changes. Otherwise, what the backend has changed itself goes back to it once, too.
     property bool operatorOnly: false
     readonly property real defaultValue: setting.defaultValue
@@ -17,7 +18,7 @@ MyStoredNumber {
     readonly property int highest: Math.round(setting.highest * root.spinBox.factor)
 
     readonly property QtObject sending: QtObject {
-        readonly property Setting setting: Setting {
+        readonly property NumberSetting setting: NumberSetting {
             id: setting
 
             key: root.key

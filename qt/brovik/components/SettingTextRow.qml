@@ -1,4 +1,4 @@
-// A setting that is a text, on a settings page. It is sent when nobody has typed for a while.
+// A setting that is a text: its control, tied to what is stored. It is sent when nobody has typed for a while.
 import QtQuick
 
 import brovik.base
@@ -8,9 +8,10 @@ import brovik.settings
 SettingsStepBoxTextField {
     id: root
 
-    required property string key
+    // One of BrovikSettings.
+    required property int key
 
-    Setting {
+    TextSetting {
         id: setting
 
         key: root.key
