@@ -18,35 +18,51 @@ using SharedArgument =
 /// A signal of the class in whose body this stands.
 #define SHARED_SIGNAL(signal) &std::remove_pointer_t<decltype(this)>::signal
 
-/// Property, getter, setter, change signal and member of one line of a table, in the body of a SharedObject.
-#define SHARED_PROPERTY(type, name, setter, pyName, initial, doc)                                            \
+/// Property, getter, setter and change signal in the body of a SharedObject. `get` and `set` are what the
+/// getter returns and what the setter does with its `value`.
+#define SHARED_ACCESS(type, name, setter, get, set)                                                          \
 public:                                                                                                      \
     Q_PROPERTY(type name READ name NOTIFY name##Changed)                                                     \
     type name() const                                                                                        \
     {                                                                                                        \
-        return read(m_##name);                                                                               \
+        return get;                                                                                          \
     }                                                                                                        \
     void setter(SharedArgument<type> value)                                                                  \
     {                                                                                                        \
-        change<type>(m_##name, value, SHARED_SIGNAL(name##Changed));                                         \
+        set;                                                                                                 \
     }                                                                                                        \
 Q_SIGNALS:                                                                                                   \
-    void name##Changed();                                                                                    \
-                                                                                                             \
+    void name##Changed();
+
+/// What stands once in an object, as a constant property: `get` is what the getter returns.
+#define SHARED_FIXED(type, name, get, ...)                                                                   \
+public:                                                                                                      \
+    Q_PROPERTY(type name READ name CONSTANT)                                                                 \
+    type name() __VA_ARGS__                                                                                  \
+    {                                                                                                        \
+        return get;                                                                                          \
+    }
+
+/// A member, with its first value or the arguments that it is made of in braces.
+#define SHARED_MEMBER(type, name, ...)                                                                       \
 private:                                                                                                     \
-    type m_##name = initial;
+    type m_##name __VA_ARGS__;
+
+/// Property, getter, setter, change signal and member of one line of a table, in the body of a SharedObject.
+#define SHARED_PROPERTY(type, name, setter, pyName, initial, doc)                                            \
+    SHARED_ACCESS(type, name, setter, read(m_##name),                                                        \
+                  change<type>(m_##name, value, SHARED_SIGNAL(name##Changed)))                               \
+    SHARED_MEMBER(type, name, = initial)
 
 /// A constant beside a property: the `...Default` of its name. Read without the mutex.
 #define SHARED_CONSTANT(type, name, value)                                                                   \
-public:                                                                                                      \
-    Q_PROPERTY(type name READ name CONSTANT)                                                                 \
-    type name() const                                                                                        \
-    {                                                                                                        \
-        return m_##name;                                                                                     \
-    }                                                                                                        \
-                                                                                                             \
-private:                                                                                                     \
-    const type m_##name = value;
+    SHARED_FIXED(type, name, m_##name, const)                                                                \
+    SHARED_MEMBER(const type, name, = value)
+
+/// A part that lives as long as its owner; what follows is handed to its constructor.
+#define SHARED_PART(type, name, ...)                                                                         \
+    SHARED_FIXED(type *, name, &m_##name)                                                                    \
+    SHARED_MEMBER(type, name, {__VA_ARGS__})
 
 /// A property with its `...Default`.
 #define SHARED_DEFAULTED(type, name, setter, pyName, initial, doc)                                           \
@@ -58,19 +74,8 @@ private:                                                                        
 #define SHARED_RANGED(type, name, setter, pyName, lowest, highest, initial, doc)                             \
     SHARED_PROPERTY(type, name##Min, setter##Min, pyName "_min", lowest, doc)                                \
     SHARED_PROPERTY(type, name##Max, setter##Max, pyName "_max", highest, doc)                               \
-public:                                                                                                      \
-    Q_PROPERTY(type name READ name NOTIFY name##Changed)                                                     \
-    type name() const                                                                                        \
-    {                                                                                                        \
-        return read(m_##name);                                                                               \
-    }                                                                                                        \
-    void setter(type value)                                                                                  \
-    {                                                                                                        \
-        changeWithin(m_##name, value, m_##name##Min, m_##name##Max, SHARED_SIGNAL(name##Changed));           \
-    }                                                                                                        \
-Q_SIGNALS:                                                                                                   \
-    void name##Changed();                                                                                    \
-                                                                                                             \
-private:                                                                                                     \
-    type m_##name = initial;                                                                                 \
+    SHARED_ACCESS(                                                                                           \
+        type, name, setter, read(m_##name),                                                                  \
+        changeWithin<type>(m_##name, value, m_##name##Min, m_##name##Max, SHARED_SIGNAL(name##Changed)))     \
+    SHARED_MEMBER(type, name, = initial)                                                                     \
     SHARED_CONSTANT(type, name##Default, initial)

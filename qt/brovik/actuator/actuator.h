@@ -17,17 +17,10 @@
     P(bool, manualHeatingEnabled, setManualHeatingEnabled, "manual_heating_enabled", false, "The operator may switch the heater by hand.")
 // clang-format on
 
-/// An output as a member of its owner.
+/// An output as a part of its owner.
 #define ACTUATOR_OUTPUT(output, name, pyName, text, logText, type)                                           \
-public:                                                                                                      \
-    Q_PROPERTY(DOut *name READ name CONSTANT)                                                                \
-    DOut *name()                                                                                             \
-    {                                                                                                        \
-        return &m_##name;                                                                                    \
-    }                                                                                                        \
-                                                                                                             \
-private:                                                                                                     \
-    DOut m_##name{ActuatorEnums::output, QStringLiteral(text), QStringLiteral(logText), DOut::type, *this};
+    SHARED_PART(DOut, name, ActuatorEnums::output, QStringLiteral(text), QStringLiteral(logText),            \
+                DOut::type, *this)
 
 /// The thirteen digital outputs and the operator's requests for them. Lives on the GUI thread; written from
 /// any Python thread under its mutex. Each output has a mutex of its own, and no operation holds two of them

@@ -45,16 +45,7 @@
 // clang-format on
 
 /// A line as a member of its owner.
-#define CHART_LINE(lineEnum, pyEnum, name, ...)                                                              \
-public:                                                                                                      \
-    Q_PROPERTY(ChartLine *name READ name CONSTANT)                                                           \
-    ChartLine *name()                                                                                        \
-    {                                                                                                        \
-        return &m_##name;                                                                                    \
-    }                                                                                                        \
-                                                                                                             \
-private:                                                                                                     \
-    ChartLine m_##name{QStringLiteral(#name), this};
+#define CHART_LINE(lineEnum, pyEnum, name, ...) SHARED_PART(ChartLine, name, QStringLiteral(#name), this)
 
 /// The chart in memory and the list of saved charts. Lives on the GUI thread; written from any Python thread
 /// under its mutex. Each line, each record and the list of records have a mutex of their own. What keeps the

@@ -39,20 +39,9 @@
     P(bool, lwSensorDefective, setLwSensorDefective, "lw_sensor_defective", false, "The conductivity sensor gave no pulses in the last period.")
 // clang-format on
 
-/// An input as a member of its owner.
-// NOLINTBEGIN(bugprone-macro-parentheses): a type cannot stand in parentheses
+/// An input as a part of its owner.
 #define SENSOR_INPUT(Input, input, name, text, num)                                                          \
-public:                                                                                                      \
-    Q_PROPERTY(Input *name READ name CONSTANT)                                                               \
-    Input *name()                                                                                            \
-    {                                                                                                        \
-        return &m_##name;                                                                                    \
-    }                                                                                                        \
-                                                                                                             \
-private:                                                                                                     \
-    Input m_##name{SensorEnums::input, QStringLiteral(text), num};
-// NOLINTEND(bugprone-macro-parentheses)
-
+    SHARED_PART(Input, name, SensorEnums::input, QStringLiteral(text), num)
 #define SENSOR_DIN(input, name, pyName, text, num) SENSOR_INPUT(DIn, input, name, text, num)
 #define SENSOR_AIN(input, name, pyName, text, num) SENSOR_INPUT(AIn, input, name, text, num)
 

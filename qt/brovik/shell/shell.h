@@ -58,21 +58,9 @@ private:
 
 /// As SHARED_PROPERTY, for an UrgencyColor.
 #define SHELL_COLOR(type, name, setter, ...)                                                                 \
-public:                                                                                                      \
-    Q_PROPERTY(type name READ name NOTIFY name##Changed)                                                     \
-    type name() const                                                                                        \
-    {                                                                                                        \
-        return m_##name.value();                                                                             \
-    }                                                                                                        \
-    void setter(const type &value)                                                                           \
-    {                                                                                                        \
-        change<type>(m_##name, value, SHARED_SIGNAL(name##Changed));                                         \
-    }                                                                                                        \
-Q_SIGNALS:                                                                                                   \
-    void name##Changed();                                                                                    \
-                                                                                                             \
-private:                                                                                                     \
-    UrgencyColor m_##name;
+    SHARED_ACCESS(type, name, setter, m_##name.value(),                                                      \
+                  change<type>(m_##name, value, SHARED_SIGNAL(name##Changed)))                               \
+    SHARED_MEMBER(UrgencyColor, name)
 
 /// State of the update facility. Starts no process and knows no package: the backend does. Lives on the GUI
 /// thread; written from any Python thread under its mutex. The colours and the list of changelog entries have
