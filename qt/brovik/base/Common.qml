@@ -84,6 +84,18 @@ Item {
     property color colorHovered: Qt.lighter(colorActive, isDarkTheme ? 1.2 : 1.1)
     // Over the page below a dialog. That of the style is nearly white in the dark theme.
     readonly property color colorVeil: Qt.rgba(0, 0, 0, 0.6)
+    readonly property color colorOn: "green"
+    readonly property color colorOff: "lightgrey"
+    readonly property color colorError: "red"
+    readonly property color colorDialog: "grey"
+    // Of the title bar of a dialog, as the names that Dialogs hands out.
+    readonly property string infoBarColor: "blue"
+    readonly property string errorBarColor: "red"
+    readonly property string successBarColor: "green"
+    readonly property string otherBarColor: "gray"
+    // Texts on a coloured bar, and hints on a green one.
+    readonly property color fgOnBar: "white"
+    readonly property color fgOnGreen: "lightgrey"
     property color bg1Dark: "#355269"
     property color bg1Light: "#b4c7dc"
     property color bg2Dark: Qt.darker("grey", 2)
@@ -98,23 +110,23 @@ Item {
     readonly property color fg2: isDarkTheme ? Qt.lighter("grey", 1.2) : "grey"
 
     // Text behind the name of a switch that does not stand on its default.
-    function defaultSuffixBool(defaultValue, color) {
+    function defaultSuffixBool(defaultValue: bool, color: var): string {
         return defaultSuffixNumber(defaultValue ? "ein" : "aus", color);
     }
 
     // Text behind the name of a value that is not its default.
-    function defaultSuffixNumber(defaultValue, color) {
+    function defaultSuffixNumber(defaultValue: var, color: var): string {
         return ` <i><font color="${color}">(Default: ${defaultValue})</font></i>`;
     }
 
     // A text for a place that has no room for a long one.
-    function shortText(text, limit = shortTextLimit) {
+    function shortText(text: string, limit = shortTextLimit): string {
         return text.length <= limit ? text : text.slice(0, limit) + "…";
     }
 
     // For the log, where a text comes in that shortText() cuts and that nobody keeps. Not from a binding, which reads
     // its text as often as it likes.
-    function logCutText(text, limit = shortTextLimit) {
+    function logCutText(text: string, limit = shortTextLimit) {
         if (text.length > limit) {
             console.log(text);
         }
@@ -131,7 +143,7 @@ Item {
     }
 
     // The text in pieces of at most `textPiece` characters, cut at the ends of lines or words where there are any.
-    function splitText(text) {
+    function splitText(text: string): list<string> {
         const pieces = [];
         let start = 0;
         do {
@@ -149,7 +161,7 @@ Item {
     }
 
     // Index of the item in a container with itemAt(), -1 if it is not there.
-    function findItemIndex(container, item) {
+    function findItemIndex(container: var, item: var): int {
         if (!container || !item) {
             console.log(`[findItemIndex(container=${container}, item=${item})] falsche/s Argument/e`);
             return -1;
@@ -163,20 +175,20 @@ Item {
     }
 
     // Sets `windowSize` for this width of the window.
-    function calcWindowSize(width) {
+    function calcWindowSize(width: real) {
         const columns = Math.floor(width / minColWidth);
         privat.windowSize = Math.max(Common.WindowSize.Sm, Math.min(columns, Common.WindowSize.Xl));
     }
 
     // 65 gives "1:05".
-    function timeFromSecsShort(seconds) {
+    function timeFromSecsShort(seconds: real): string {
         const mins = Math.floor(seconds / 60);
         const secs = seconds % 60;
         return `${mins}:${secs < 10 ? "0" : ""}${secs}`;
     }
 
     // 61 gives "1 Minute und 1 Sekunde".
-    function timeFromSecsLong(seconds) {
+    function timeFromSecsLong(seconds: real): string {
         const mins = Math.floor(seconds / 60);
         const secs = seconds % 60;
         const minsText = privat.counted(mins, "Minute");
@@ -187,20 +199,20 @@ Item {
         return mins ? minsText : secsText;
     }
 
-    function notify(msg, options = {}) {
+    function notify(msg: string, options = {}) {
         window["toast"].notify(msg, "qrc:/brovik/base/img/info-circle.svg", options);
     }
 
     // For debugging: sizes of a control, margins of a layout's child, geometry of an item.
-    function printControlInfo(control, txt) {
+    function printControlInfo(control: var, txt: string) {
         privat.printValues(control, txt, ["topInset", "rightInset", "bottomInset", "leftInset", "topPadding", "rightPadding", "bottomPadding", "leftPadding"]);
     }
 
-    function printLayoutInfo(elem: Item, txt) {
+    function printLayoutInfo(elem: Item, txt: string) {
         privat.printValues(elem.Layout, txt, ["topMargin", "rightMargin", "bottomMargin", "leftMargin"]);
     }
 
-    function printItemInfo(elem, txt) {
+    function printItemInfo(elem: var, txt: string) {
         privat.printValues(elem, txt, ["x", "y", "width", "height"]);
     }
 
@@ -212,7 +224,7 @@ Item {
         readonly property int smallestSize: 1
         readonly property real sparingly: 0.96
 
-        function firstPiece(text) {
+        function firstPiece(text: string): string {
             if (text.length <= root.textPiece) {
                 return text;
             }
@@ -221,11 +233,11 @@ Item {
             return piece.slice(0, end);
         }
 
-        function counted(number, unit) {
+        function counted(number: real, unit: string): string {
             return `${number} ${unit}${number > 1 ? "n" : ""}`;
         }
 
-        function printValues(object, txt, names) {
+        function printValues(object: var, txt: string, names: list<string>) {
             console.log(`${txt}: ` + names.map(name => `${name}=${object[name]}`).join(" "));
         }
     }

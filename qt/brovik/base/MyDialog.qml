@@ -6,10 +6,10 @@ import brovik.base
 MyDialogFrame {
     id: root
 
-    // Shown left of the buttons if it is a text.
+    // Shown left of the buttons if it is a text. Untyped: otherwise it is the traceback.
     property var time: ""
     property string details: ""
-    // Frames with pathRel, pathAbs, lineNo, func and lineStr, outermost first.
+    // Frames with pathRel, pathAbs, lineNo, func and lineStr, outermost first. Untyped: a list of records, or nothing.
     property var traceback: null
     // Shows an exception of the backend, whose text is no markup.
     property bool ofException: false

@@ -9,7 +9,7 @@ Popup {
 
     property string title: "Titel"
     // Of the title bar.
-    property color color: "grey"
+    property color color: Common.colorDialog
     property string text
     property bool plainText: false
     property int textMinimumHeight: Common.dialogTextHeight

@@ -64,7 +64,7 @@ MyDialogColumn {
 
         property bool closed: false
 
-        function detailTexts() {
+        function detailTexts(): list<string> {
             if (root.message.details) {
                 return [root.message.details];
             }
@@ -74,7 +74,7 @@ MyDialogColumn {
             return [];
         }
 
-        function frameText(frame) {
+        function frameText(frame: var): string {
             const file = String(frame.pathRel).startsWith(".") ? frame.pathAbs : frame.pathRel;
             const line = frame.lineStr ? `:\n  ${frame.lineStr}` : "";
             return `Datei ${file}, Zeile ${frame.lineNo}, in Funktion ${frame.func}${line}`;

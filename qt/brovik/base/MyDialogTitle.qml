@@ -8,13 +8,13 @@ Label {
     id: root
 
     property string title: "Titel"
-    property color barColor: "grey"
+    property color barColor: Common.colorDialog
 
     padding: Common.dialogTitlePadding
     text: Common.shortText(title)
     textFormat: Text.PlainText
     wrapMode: Text.Wrap
-    color: "white"
+    color: Common.fgOnBar
     font.pointSize: Common.dialogTitleSize
 
     background: Rectangle {

@@ -23,7 +23,7 @@ Rectangle {
     property bool password: false
     readonly property string stdYes: "OK"
     readonly property string stdNo: "Abbrechen"
-    readonly property color stdColor: "grey"
+    readonly property color stdColor: Common.colorDialog
 
     signal accepted(text: string)
     signal rejected
@@ -140,7 +140,7 @@ Rectangle {
                 // It may quote what was typed, however long.
                 maximumLineCount: privat.errorLines
                 elide: Text.ElideRight
-                color: "red"
+                color: Common.colorError
                 visible: text
             }
 

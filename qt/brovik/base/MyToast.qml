@@ -13,14 +13,14 @@ Popup {
     property url imgUrl: "qrc:/brovik/base/img/save.svg"
 
     // Without an icon the last one stays. Options: color, duration in ms.
-    function notify(text, iconUrl, options = {}) {
+    function notify(text: string, iconUrl: var, options = {}) {
         if (iconUrl) {
             imgUrl = iconUrl;
         }
         privat.show(text, options.color || "transparent", options.duration || privat.stdDuration);
     }
 
-    function warn(text, duration = privat.stdDuration) {
+    function warn(text: string, duration = privat.stdDuration) {
         imgUrl = "qrc:/brovik/base/img/exclamation-triangle.svg";
         privat.show(text, Common.colorWarning, duration);
     }
@@ -68,11 +68,11 @@ Popup {
     Connections {
         target: Gui
 
-        function onToastNotify(text, iconUrl, colorEnum, duration) {
+        function onToastNotify(text: string, iconUrl: var, colorEnum: int, duration: int) {
             root.notify(text, iconUrl, {color: privat.colorOf(colorEnum), duration: duration});
         }
 
-        function onToastWarn(text, duration) {
+        function onToastWarn(text: string, duration: int) {
             root.warn(text, duration);
         }
     }
@@ -83,7 +83,7 @@ Popup {
         // Milliseconds.
         readonly property int stdDuration: 1000
 
-        function show(text, color, duration) {
+        function show(text: string, color: color, duration: int) {
             label.text = Common.shortText(text);
             Common.logCutText(text);
             background.color = color;
@@ -92,7 +92,7 @@ Popup {
             timer.restart();
         }
 
-        function colorOf(colorEnum) {
+        function colorOf(colorEnum: int): color {
             switch (colorEnum) {
             case Gui.ColorGreen:
                 return Material.color(Material.Green, Material.Shade500);

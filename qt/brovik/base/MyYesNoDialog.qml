@@ -32,7 +32,7 @@ MyDialogFrame {
     }
 
     width: Common.dialogMaxWidth
-    color: "blue"
+    color: Common.infoBarColor
     text: "Frage"
 
     // The id ends the deferring: the style has no content of its own that would be made in vain.

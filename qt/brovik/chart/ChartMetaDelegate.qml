@@ -25,7 +25,7 @@ ColumnLayout {
 
             Layout.fillWidth: true
             padding: privat.headingPadding
-            color: "black"
+            color: ChartColors.name
             text: `${root.name} - ${root.metaData?.status ?? ""}`
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
@@ -78,13 +78,13 @@ ColumnLayout {
         readonly property color resultColor: {
             switch (root.metaData?.result) {
             case "success":
-                return "lightgreen";
+                return ChartColors.success;
             case "warning":
-                return Qt.lighter("orange");
+                return ChartColors.warning;
             case "error":
-                return "lightcoral";
+                return ChartColors.error;
             default:
-                return "lightblue";
+                return ChartColors.unknown;
             }
         }
 
