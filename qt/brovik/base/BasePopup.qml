@@ -29,7 +29,7 @@ Popup {
 
     x: (Common.w1 - width) / 2
     y: (Common.h - implicitHeight) / 2
-    width: Common.dialogWidth
+    width: Dialogs.dialogWidth
     modal: true
     Overlay.modal: Rectangle {
         color: Common.colorVeil

@@ -29,25 +29,6 @@ Item {
     property int maxLeftColWidth: 300 / Gui.scaleFactor
     property int minRightColWidth: breakpoint - maxLeftColWidth
     property int spacing: 5
-    readonly property int dialogMaxWidth: 450
-    readonly property int dialogWidth: Math.min(dialogMaxWidth, w1)
-    readonly property int drawnDialogs: 3
-    // So many dialogs take memory that is worth giving back, when all has been quiet for this time in milliseconds.
-    readonly property int manyDialogs: 20
-    readonly property int quietTime: 500
-    readonly property int dialogTextHeight: 100
-    readonly property int dialogDetailsHeight: 200
-    // Characters: a title or toast, a status, a cell of a table or a part of a changelog, what a dialog lays out as rich text, the pieces in which it lays out more.
-    readonly property int shortTextLimit: 200
-    readonly property int statusTextLimit: 1000
-    readonly property int longTextLimit: 10000
-    readonly property int richTextLimit: 20000
-    readonly property int textPiece: 1000
-    readonly property int dialogTitlePadding: 3
-    readonly property int dialogTitleSize: 16
-    readonly property int toastMargin: 10
-    // Pixels that a finger hits.
-    readonly property int touchHeight: 44
 
     // Height and width of the window, and the width inside its margins.
     property int h
@@ -57,7 +38,6 @@ Item {
     // Milliseconds.
     property int delayButtonDelay: 1500
     property int toolTipDuration: 500
-    readonly property int echoDuration: 5000
 
     // Position of each page in its stack; the page writes its own.
     property int autoOverviewIndex
@@ -117,47 +97,6 @@ Item {
     // Text behind the name of a value that is not its default.
     function defaultSuffixNumber(defaultValue: var, color: var): string {
         return ` <i><font color="${color}">(Default: ${defaultValue})</font></i>`;
-    }
-
-    // A text for a place that has no room for a long one.
-    function shortText(text: string, limit = shortTextLimit): string {
-        return text.length <= limit ? text : text.slice(0, limit) + "…";
-    }
-
-    // For the log, where a text comes in that shortText() cuts and that nobody keeps. Not from a binding, which reads
-    // its text as often as it likes.
-    function logCutText(text: string, limit = shortTextLimit) {
-        if (text.length > limit) {
-            console.log(text);
-        }
-    }
-
-    // The metrics' font size in points, or a smaller one in halves with which their text fits the width. The letters do
-    // not quite follow their size, so this leaves them some room.
-    function fittingSize(metrics: TextMetrics, width: real): real {
-        const size = metrics.font.pointSize;
-        if (metrics.advanceWidth <= width) {
-            return size;
-        }
-        return Math.max(privat.smallestSize, Math.floor(2 * size * privat.sparingly * width / metrics.advanceWidth) / 2);
-    }
-
-    // The text in pieces of at most `textPiece` characters, cut at the ends of lines or words where there are any.
-    function splitText(text: string): list<string> {
-        const pieces = [];
-        let start = 0;
-        do {
-            const piece = privat.firstPiece(text.slice(start, start + textPiece + 1));
-            pieces.push(piece.replace(/\n$/, ""));
-            start += piece.length;
-        } while (start < text.length);
-        return pieces;
-    }
-
-    // The text for a place that takes rich text only: shown as it stands, with all its blanks.
-    function escaped(text: string): string {
-        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", " ": "&nbsp;", "\0": "\ufffd"};
-        return text.replace(/[&<>"\n\0]|^ | $| (?= )/g, found => entities[found]);
     }
 
     // Index of the item in a container with itemAt(), -1 if it is not there.
@@ -220,18 +159,6 @@ Item {
         id: privat
 
         property int windowSize: Common.WindowSize.Sm
-        // Points. While there is no room at all.
-        readonly property int smallestSize: 1
-        readonly property real sparingly: 0.96
-
-        function firstPiece(text: string): string {
-            if (text.length <= root.textPiece) {
-                return text;
-            }
-            const piece = text.slice(0, root.textPiece);
-            const end = piece.lastIndexOf("\n") + 1 || piece.lastIndexOf(" ") + 1 || piece.length;
-            return piece.slice(0, end);
-        }
 
         function counted(number: real, unit: string): string {
             return `${number} ${unit}${number > 1 ? "n" : ""}`;

@@ -17,11 +17,19 @@ Item {
     readonly property Component yesNoComp: Qt.createComponent("MyYesNoDialog.qml")
     readonly property Component msgComp: Qt.createComponent("MyDialog.qml")
 
+    // Of a dialog, and at least of its text.
+    readonly property int dialogMaxWidth: 450
+    readonly property int dialogWidth: Math.min(dialogMaxWidth, Common.w1)
+    readonly property int textHeight: 100
+    readonly property int drawnDialogs: 3
+    // So many dialogs take memory that is worth giving back, when all is quiet.
+    readonly property int manyDialogs: 20
+
     // The dialogs that are on their way out, as they count themselves.
     property int fading: 0
     readonly property bool popupActive: privat.openDialogsIdStackLen > 0
     // More are open than an operator can have asked for.
-    readonly property bool many: privat.openDialogsIdStackLen > Common.manyDialogs
+    readonly property bool many: privat.openDialogsIdStackLen > root.manyDialogs
 
     // Opens a message. Options: id, details, traceback, ofException (see exception()). Returns the dialog, or nothing
     // if its id is open already.
@@ -46,7 +54,7 @@ Item {
     // toast must do: a dialog for each would never end.
     function exception(error: var) {
         if (privat.echoing) {
-            Gui.toastWarn(`${error.type}: ${error.text}`, Common.echoDuration);
+            Gui.toastWarn(`${error.type}: ${error.text}`, privat.echoDuration);
             return;
         }
         message(error.type, error.text, "error", {
@@ -59,7 +67,7 @@ Item {
     function input(title: string, text: string, options = {}): var {
         const dialog = inputComp.createObject(overlay, {
             color: colorFromCategory(options.category || "info"),
-            popupWidth: Qt.binding(() => Common.dialogWidth),
+            popupWidth: Qt.binding(() => root.dialogWidth),
             title: title,
             text: text,
             value: options.text || "",
@@ -90,7 +98,7 @@ Item {
         properties.yes = options.yes === null ? "" : options.yes || "OK";
         properties.no = options.no || "";
         properties.color = options.color || colorFromCategory(category);
-        properties.width = Qt.binding(() => Common.dialogWidth);
+        properties.width = Qt.binding(() => root.dialogWidth);
 
         const dialog = privat.createQuestion(component, properties);
         const newId = privat.enter("question", id, dialog, description);
@@ -211,6 +219,10 @@ Item {
     QtObject {
         id: privat
 
+        // Milliseconds.
+        readonly property int echoDuration: 5000
+        readonly property int quietTime: 500
+
         // Decimal id to the pair of dialog and description. Untyped: QML has no name for maps.
         property var openDialogsMap: new Map()
         // Open ids as decimal texts, the current one last. Untyped: typed lists cannot change in place.
@@ -231,10 +243,10 @@ Item {
         property int most: 0
         readonly property MemoryReturn memory: MemoryReturn {}
         readonly property Timer afterMany: Timer {
-            interval: Common.quietTime
+            interval: privat.quietTime
 
             onTriggered: {
-                if (privat.most > Common.manyDialogs && !root.popupActive) {
+                if (privat.most > root.manyDialogs && !root.popupActive) {
                     privat.most = 0;
                     privat.memory.giveBack();
                 }
@@ -303,7 +315,7 @@ Item {
             let above = 0;
             for (let i = openDialogsIdStack.length - 1; i >= 0; --i) {
                 const [dialog] = openDialogsMap.get(openDialogsIdStack[i]) ?? [];
-                if (above >= Common.drawnDialogs && dialog?.covered) {
+                if (above >= root.drawnDialogs && dialog?.covered) {
                     return;
                 }
                 if (dialog?.above !== undefined) {

@@ -46,7 +46,7 @@ MyDialogColumn {
 
     MyTextList {
         Layout.fillWidth: true
-        Layout.preferredHeight: Math.min(Common.dialogDetailsHeight, contentHeight)
+        Layout.preferredHeight: Math.min(privat.detailsHeight, contentHeight)
         texts: privat.closed ? [] : privat.detailTexts()
         visible: tracebackButton.checked || detailsButton.checked
     }
@@ -62,6 +62,7 @@ MyDialogColumn {
     QtObject {
         id: privat
 
+        readonly property int detailsHeight: 200
         property bool closed: false
 
         function detailTexts(): list<string> {

@@ -10,16 +10,23 @@ Label {
     property string title: "Titel"
     property color barColor: Common.colorDialog
 
-    padding: Common.dialogTitlePadding
-    text: Common.shortText(title)
+    padding: privat.padding
+    text: Texts.shortened(title)
     textFormat: Text.PlainText
     wrapMode: Text.Wrap
     color: Common.fgOnBar
-    font.pointSize: Common.dialogTitleSize
+    font.pointSize: privat.size
 
     background: Rectangle {
         color: root.barColor
     }
 
-    onTitleChanged: Common.logCutText(title)
+    QtObject {
+        id: privat
+
+        readonly property int padding: 3
+        readonly property int size: 16
+    }
+
+    onTitleChanged: Texts.logCut(title)
 }

@@ -19,7 +19,7 @@ Rectangle {
     property string yes: stdYes
     property string no: stdNo
     property bool required: true
-    property int popupWidth: Common.dialogMaxWidth
+    property int popupWidth: Dialogs.dialogMaxWidth
     property bool password: false
     readonly property string stdYes: "OK"
     readonly property string stdNo: "Abbrechen"
@@ -98,7 +98,7 @@ Rectangle {
         width: root.popupWidth
         modal: false
         color: root.color
-        textMinimumHeight: Common.dialogTextHeight - field.height
+        textMinimumHeight: Dialogs.textHeight - field.height
 
         onEnterPressed: root.accept()
         onEscapePressed: root.reject()

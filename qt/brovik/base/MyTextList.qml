@@ -39,7 +39,7 @@ ListView {
         function pieces(texts: list<string>): list<string> {
             let pieces = [];
             for (const text of texts) {
-                pieces = pieces.concat(Common.splitText(text));
+                pieces = pieces.concat(Texts.split(text));
             }
             return pieces;
         }

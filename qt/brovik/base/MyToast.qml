@@ -42,7 +42,7 @@ Popup {
         spacing: Common.spacing
 
         MyIcon {
-            Layout.leftMargin: Common.toastMargin
+            Layout.leftMargin: privat.margin
             source: root.imgUrl
             size: Qt.size(root.height * 2 / 3, root.height * 2 / 3)
         }
@@ -52,7 +52,7 @@ Popup {
 
             Layout.fillWidth: true
             Layout.fillHeight: true
-            Layout.rightMargin: Common.toastMargin
+            Layout.rightMargin: privat.margin
             verticalAlignment: Text.AlignVCenter
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
@@ -80,12 +80,13 @@ Popup {
     QtObject {
         id: privat
 
+        readonly property int margin: 10
         // Milliseconds.
         readonly property int stdDuration: 1000
 
         function show(text: string, color: color, duration: int) {
-            label.text = Common.shortText(text);
-            Common.logCutText(text);
+            label.text = Texts.shortened(text);
+            Texts.logCut(text);
             background.color = color;
             root.open();
             timer.interval = duration;

@@ -31,7 +31,7 @@ MyDialogFrame {
         close();
     }
 
-    width: Common.dialogMaxWidth
+    width: Dialogs.dialogMaxWidth
     color: Common.infoBarColor
     text: "Frage"
 

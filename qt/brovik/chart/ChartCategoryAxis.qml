@@ -89,7 +89,7 @@ CategoryAxis {
 
         // The text of the label. An axis refuses one that it has already.
         function distinct(label: string, used: var): string {
-            let text = Common.escaped(label);
+            let text = Texts.escaped(label);
             while (used.has(text)) {
                 text += privat.invisible;
             }

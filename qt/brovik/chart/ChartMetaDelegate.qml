@@ -102,7 +102,7 @@ ColumnLayout {
         }
 
         function askToDelete(name: string) {
-            const dialog = Dialogs.question("Chart löschen", `Soll das Chart '${Common.escaped(name)}' wirklich gelöscht werden?`, {
+            const dialog = Dialogs.question("Chart löschen", `Soll das Chart '${Texts.escaped(name)}' wirklich gelöscht werden?`, {
                 yes: "Ja",
                 no: "Abbrechen"
             });

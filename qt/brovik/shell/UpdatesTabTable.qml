@@ -38,7 +38,7 @@ SwipeView {
 
     // What a column of texts shows of a value. One that is no text would keep the model from taking any row.
     function asText(value: var): string {
-        return typeof value === "string" ? Common.shortText(value, Common.longTextLimit) : "";
+        return typeof value === "string" ? Texts.shortened(value, Texts.longLimit) : "";
     }
 
     // The same for a column of lists of texts.

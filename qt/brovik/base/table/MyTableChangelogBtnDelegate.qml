@@ -10,8 +10,10 @@ MyTableDelegateContainer {
     // Untyped: the roles of the row, made by the view.
     required property var model
     property alias btn: button
+    // Pixels that a finger hits.
+    readonly property int touchHeight: 44
 
-    implicitHeight: Common.touchHeight + topPadding + bottomPadding
+    implicitHeight: root.touchHeight + topPadding + bottomPadding
 
     Button {
         id: button
