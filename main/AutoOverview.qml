@@ -77,7 +77,7 @@ BrovikFlickable {
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
         color: privat.progressColor
-        text: Common.shortText(Auto_.progressStr)
+        text: Texts.shortened(Auto_.progressStr)
     }
 
     ProgressBar {
@@ -99,7 +99,7 @@ BrovikFlickable {
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
-        text: Common.shortText(Gui.status3, Common.statusTextLimit)
+        text: Texts.shortened(Gui.status3, Texts.statusLimit)
         visible: text !== ""
     }
 

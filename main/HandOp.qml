@@ -66,7 +66,7 @@ BrovikFlickable {
         visible: BrovikSettings.testLaugeLevel && Config.hasLevelSwitch
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.WordWrap
-        color: Sensor.level.state ? Material.foreground : "red"
+        color: Sensor.level.state ? Material.foreground : Common.colorError
         text: `Füllstand Laugebecken ${Sensor.level.state ? "erreicht" : "unterschritten"}`
     }
 

@@ -73,7 +73,7 @@ BaseTemplate {
 
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                text: Common.shortText(Gui.status2, Common.statusTextLimit)
+                text: Texts.shortened(Gui.status2, Texts.statusLimit)
             }
         }
 
@@ -82,7 +82,7 @@ BaseTemplate {
 
             Layout.fillWidth: true
             Layout.preferredHeight: privat.statusHeight
-            text: Common.shortText(Gui.status, Common.statusTextLimit)
+            text: Texts.shortened(Gui.status, Texts.statusLimit)
         }
 
         RowLayout {
@@ -231,7 +231,7 @@ BaseTemplate {
         readonly property real conductivityWidth: 125 * Gui.itemsScaleFactor
         readonly property real statusHeight: 40 * Gui.itemsScaleFactor
         // One size for both, which their widest values have room for.
-        readonly property real valueSize: Math.min(Common.fittingSize(widestPressure, pressureWidth - 2 * Common.spacing), Common.fittingSize(widestConductivity, conductivityWidth - 2 * Common.spacing))
+        readonly property real valueSize: Math.min(Texts.fittingSize(widestPressure, pressureWidth - 2 * Common.spacing), Texts.fittingSize(widestConductivity, conductivityWidth - 2 * Common.spacing))
 
         function showSettings(index: int) {
             tabs.currentIndex = Common.settingsOverviewIndex;

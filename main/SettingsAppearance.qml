@@ -84,18 +84,19 @@ ColumnLayout {
 
         // Pixels. Further out no screen reaches.
         readonly property int furthest: 32767
-        readonly property var geometry: ({x: 0, y: 70, width: 720, height: 950})
+        readonly property rect standard: Qt.rect(0, 70, 720, 950)
+        readonly property list<string> sides: ["x", "y", "width", "height"]
 
         function keepGeometry() {
-            for (const name in privat.geometry) {
+            for (const name of privat.sides) {
                 memory.setValue(name, root.window[name]);
             }
             memory.sync();
         }
 
         function restoreGeometry() {
-            for (const name in privat.geometry) {
-                root.window[name] = privat.stored(name, privat.geometry[name]);
+            for (const name of privat.sides) {
+                root.window[name] = privat.stored(name, privat.standard[name]);
             }
         }
 

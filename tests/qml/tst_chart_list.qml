@@ -217,7 +217,7 @@ chart.Chart.meta_data_list = entries`);
                 show([[data.txt, "success", "s", "d", 1]]);
                 press("löschen");
                 const question = open(latestDialog());
-                compare(question.text, `Soll das Chart '${Common.escaped(data.txt)}' wirklich gelöscht werden?`);
+                compare(question.text, `Soll das Chart '${Texts.escaped(data.txt)}' wirklich gelöscht werden?`);
                 clickButton(question, "Ja");
                 verifySent(Chart.ChartDelete, data.txt);
                 tryVerify(() => !Dialogs.popupActive);

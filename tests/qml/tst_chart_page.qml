@@ -370,7 +370,7 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
 
             function test_title_is_shown_as_it_stands() {
                 set("chart.Chart.current_name = '<b>Fass</b> & \"  4\"'");
-                compare(part("chartView").title, Common.escaped("<b>Fass</b> & \"  4\""));
+                compare(part("chartView").title, Texts.escaped("<b>Fass</b> & \"  4\""));
                 set("chart.Chart.current_name = 'x' * 1000");
                 waitForRendering(page);
                 verify(part("chartView").plotArea.width > page.width / 2);

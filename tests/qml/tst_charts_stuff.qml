@@ -73,6 +73,6 @@ TestCase {
     }
 
     function test_escaped(data) {
-        compare(Common.escaped(data.txt), data.escaped);
+        compare(Texts.escaped(data.txt), data.escaped);
     }
 }

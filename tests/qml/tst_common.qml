@@ -13,13 +13,6 @@ TestCase {
 
     name: "Common"
 
-    TextMetrics {
-        id: metrics
-
-        font.pointSize: 20
-        text: "Text".repeat(100)
-    }
-
     function init() {
         failOnWarning(/.?/);
     }
@@ -210,57 +203,6 @@ TestCase {
         Common.notify("Text", {duration: 5});
         Common.window = null;
         compare(toastWindow.toast.calls, [["Text", "qrc:/brovik/base/img/info-circle.svg", {duration: 5}]]);
-    }
-
-    function test_short_text() {
-        const limit = Common.shortTextLimit;
-        compare(Common.shortText("x".repeat(limit)), "x".repeat(limit));
-        const text = "x".repeat(limit + 1);
-        Backend.startRecordingPrints();
-        compare(Common.shortText(text), "x".repeat(limit) + "…");
-        compare(Common.shortText(text, 3), "xxx…");
-        compare(Backend.takePrints(), []);
-    }
-
-    function test_log_of_a_text_that_is_cut() {
-        const text = "x".repeat(Common.shortTextLimit);
-        Backend.startRecordingPrints();
-        Common.logCutText(text);
-        compare(Backend.takePrints(), []);
-        Backend.startRecordingPrints();
-        Common.logCutText(text + "x");
-        Common.logCutText("abcd", 3);
-        compare(Backend.takePrints(), [text + "x", "abcd"]);
-    }
-
-    function test_fitting_size_data() {
-        return [
-            {tag: "with room", width: metrics.advanceWidth + 1, share: 1},
-            {tag: "just so", width: metrics.advanceWidth, share: 1},
-            {tag: "half", width: metrics.advanceWidth / 2, share: 9.5 / 20},
-            {tag: "nearly", width: metrics.advanceWidth - 1, share: 19 / 20},
-            {tag: "nothing", width: 0, share: 1 / 20},
-            {tag: "less than nothing", width: -5, share: 1 / 20}
-        ];
-    }
-
-    function test_fitting_size(data) {
-        compare(Common.fittingSize(metrics, data.width), 20 * data.share);
-    }
-
-    function test_split_text_data() {
-        const limit = Common.textPiece;
-        return [
-            {tag: "empty", text: "", pieces: [""]},
-            {tag: "short", text: "a b\nc", pieces: ["a b\nc"]},
-            {tag: "without a gap", text: "x".repeat(limit + 1), pieces: ["x".repeat(limit), "x"]},
-            {tag: "word", text: "a " + "x".repeat(limit), pieces: ["a ", "x".repeat(limit)]},
-            {tag: "line", text: "a b\nc d" + "x".repeat(limit), pieces: ["a b", "c ", "d" + "x".repeat(limit - 1), "x"]}
-        ];
-    }
-
-    function test_split_text(data) {
-        compare(Common.splitText(data.text), data.pieces);
     }
 
     Repeater {

@@ -80,17 +80,17 @@ Item {
 
             // What stands in a dialog is most of its time and memory.
             function test_of_many_only_the_uppermost_are_filled() {
-                const few = Common.manyDialogs + 1;
+                const few = Dialogs.manyDialogs + 1;
                 const ids = Array.from({length: 2 * few}, (_, i) => i + 1);
                 const dialogs = ids.map(message);
                 const filled = () => dialogs.map(dialog => dialog?.contentItem.item !== null);
                 const expected = (from, to) => ids.map((_, i) => i < few || from <= i && i < to);
                 compare(filled(), expected(0, 0));
                 const top = dialogs.length;
-                tryVerify(() => filled().join() === expected(top - Common.drawnDialogs, top).join());
+                tryVerify(() => filled().join() === expected(top - Dialogs.drawnDialogs, top).join());
 
                 Dialogs.acceptCurrent();
-                tryVerify(() => dialogs[top - 1 - Common.drawnDialogs].contentItem.item);
+                tryVerify(() => dialogs[top - 1 - Dialogs.drawnDialogs].contentItem.item);
                 verify(findText(dialogs[top - 2].contentItem, String(ids[top - 2])));
                 compare(dialogs[top - 2].height, dialogs[0].height);
             }
@@ -104,7 +104,7 @@ Item {
                     Gui.closeDialog(id, false);
                 }
                 tryVerify(() => Dialogs.fading > 0 || !Dialogs.popupActive);
-                verify(dialogs.filter(dialog => dialog?.visible).length <= Common.drawnDialogs);
+                verify(dialogs.filter(dialog => dialog?.visible).length <= Dialogs.drawnDialogs);
                 tryVerify(() => !Dialogs.popupActive);
                 compare(spy.count, ids.length);
                 compare(Dialogs.fading, 0);

@@ -73,7 +73,7 @@ Item {
             Backend.startRecordingPrints();
             Backend.runOnThread("gui.Gui.status = gui.Gui.status2 = gui.Gui.status3 = 'lang ' * 2000000");
             for (const name of ["status", "status2", "status3"]) {
-                tryVerify(() => part(name).text.length === Common.statusTextLimit + 1);
+                tryVerify(() => part(name).text.length === Texts.statusLimit + 1);
             }
             Backend.runOnThread("gui.Gui.status3 = ''");
             tryVerify(() => !part("status3").text);

@@ -59,10 +59,10 @@ Item {
 
             // Toasts are gone soon, so that the whole text goes to the log.
             function test_huge_text_is_cut_and_logged_once() {
-                const text = "x".repeat(Common.shortTextLimit + 1);
+                const text = "x".repeat(Texts.shortLimit + 1);
                 Backend.startRecordingPrints();
                 toast.notify(text);
-                verify(shows("x".repeat(Common.shortTextLimit) + "…"));
+                verify(shows("x".repeat(Texts.shortLimit) + "…"));
                 toast.width = 300;
                 compare(Backend.takePrints(), [text]);
             }

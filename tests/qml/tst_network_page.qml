@@ -387,7 +387,7 @@ wifi.Wifi.quality_percantage = 0`);
             const row = page.ipsList[0];
             const label = findChild(row, "address");
             compare(label.Accessible.name, `${data.name} (${data.name}x): ${data.name}`);
-            const name = Common.escaped(data.name);
+            const name = Texts.escaped(data.name);
             verify(!/<(?!\/?b>|br>)/.test(label.text), label.text);
             verify(label.text.startsWith(`<b>${name}</b>`));
             const button = findChild(row, "restart");

@@ -52,7 +52,7 @@ for fields in ${JSON.stringify(entries)}:
     vector.append(entry)
 shell.Shell.changelogs = vector`);
                 tryCompare(list, "count", entries.length);
-                tryVerify(() => !entries.length || heading(0)?.text.includes(Common.escaped(entries[0].name ?? "").slice(0, Common.longTextLimit)));
+                tryVerify(() => !entries.length || heading(0)?.text.includes(Texts.escaped(entries[0].name ?? "").slice(0, Texts.longLimit)));
                 // Polished items have their places.
                 tryVerify(() => !entries.length || heading(0).x > 0);
             }

@@ -15,7 +15,7 @@ Popup {
     signal rejected
 
     // The backend gets `value`, if there is one: plain data only.
-    function accept(value) {
+    function accept(value: var) {
         if (privat.leave(true, value)) {
             root.accepted();
         }
@@ -29,7 +29,7 @@ Popup {
 
     x: (Common.w1 - width) / 2
     y: (Common.h - implicitHeight) / 2
-    width: Common.dialogWidth
+    width: Dialogs.dialogWidth
     modal: true
     Overlay.modal: Rectangle {
         color: Common.colorVeil
@@ -66,7 +66,7 @@ Popup {
         // The popup is fading out: it has its answer already.
         property bool closing: false
 
-        function leave(accepted, value) {
+        function leave(accepted: bool, value: var): bool {
             if (privat.closing) {
                 return false;
             }

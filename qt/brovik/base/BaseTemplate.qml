@@ -14,11 +14,11 @@ ApplicationWindow {
     // The style would show the texts of buttons in capitals.
     font.capitalization: Font.MixedCase
 
-    function setTheme(newTheme) {
+    function setTheme(newTheme: int) {
         Material.theme = newTheme;
     }
 
-    function setAccent(accent) {
+    function setAccent(accent: var) {
         Material.accent = accent;
     }
 
@@ -40,7 +40,7 @@ ApplicationWindow {
     Connections {
         target: Gui
 
-        function onCloseCurrentDialog(accept) {
+        function onCloseCurrentDialog(accept: bool) {
             if (accept) {
                 Dialogs.acceptCurrent();
             } else {
@@ -48,7 +48,7 @@ ApplicationWindow {
             }
         }
 
-        function onCloseDialog(id_, accept) {
+        function onCloseDialog(id_: int, accept: bool) {
             const [dialog] = Dialogs.getOpenDialogById(id_) ?? [];
             if (accept) {
                 dialog?.accept();
@@ -57,7 +57,7 @@ ApplicationWindow {
             }
         }
 
-        function onFullscreenChanged(state) {
+        function onFullscreenChanged(state: bool) {
             if (state) {
                 root.showFullScreen();
             } else {
@@ -65,15 +65,15 @@ ApplicationWindow {
             }
         }
 
-        function onMessage(title, text, category, id) {
+        function onMessage(title: string, text: string, category: string, id: int) {
             Dialogs.message(title, text, category, {id: id});
         }
 
-        function onQuestion(title, text, options) {
+        function onQuestion(title: string, text: string, options: var) {
             Dialogs.question(title, text, options);
         }
 
-        function onException(e) {
+        function onException(e: var) {
             console.log("onException: " + JSON.stringify(e));
             Dialogs.exception(e);
         }

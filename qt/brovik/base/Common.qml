@@ -29,25 +29,6 @@ Item {
     property int maxLeftColWidth: 300 / Gui.scaleFactor
     property int minRightColWidth: breakpoint - maxLeftColWidth
     property int spacing: 5
-    readonly property int dialogMaxWidth: 450
-    readonly property int dialogWidth: Math.min(dialogMaxWidth, w1)
-    readonly property int drawnDialogs: 3
-    // So many dialogs take memory that is worth giving back, when all has been quiet for this time in milliseconds.
-    readonly property int manyDialogs: 20
-    readonly property int quietTime: 500
-    readonly property int dialogTextHeight: 100
-    readonly property int dialogDetailsHeight: 200
-    // Characters: a title or toast, a status, a cell of a table or a part of a changelog, what a dialog lays out as rich text, the pieces in which it lays out more.
-    readonly property int shortTextLimit: 200
-    readonly property int statusTextLimit: 1000
-    readonly property int longTextLimit: 10000
-    readonly property int richTextLimit: 20000
-    readonly property int textPiece: 1000
-    readonly property int dialogTitlePadding: 3
-    readonly property int dialogTitleSize: 16
-    readonly property int toastMargin: 10
-    // Pixels that a finger hits.
-    readonly property int touchHeight: 44
 
     // Height and width of the window, and the width inside its margins.
     property int h
@@ -57,7 +38,6 @@ Item {
     // Milliseconds.
     property int delayButtonDelay: 1500
     property int toolTipDuration: 500
-    readonly property int echoDuration: 5000
 
     // Position of each page in its stack; the page writes its own.
     property int autoOverviewIndex
@@ -84,6 +64,18 @@ Item {
     property color colorHovered: Qt.lighter(colorActive, isDarkTheme ? 1.2 : 1.1)
     // Over the page below a dialog. That of the style is nearly white in the dark theme.
     readonly property color colorVeil: Qt.rgba(0, 0, 0, 0.6)
+    readonly property color colorOn: "green"
+    readonly property color colorOff: "lightgrey"
+    readonly property color colorError: "red"
+    readonly property color colorDialog: "grey"
+    // Of the title bar of a dialog, as the names that Dialogs hands out.
+    readonly property string infoBarColor: "blue"
+    readonly property string errorBarColor: "red"
+    readonly property string successBarColor: "green"
+    readonly property string otherBarColor: "gray"
+    // Texts on a coloured bar, and hints on a green one.
+    readonly property color fgOnBar: "white"
+    readonly property color fgOnGreen: "lightgrey"
     property color bg1Dark: "#355269"
     property color bg1Light: "#b4c7dc"
     property color bg2Dark: Qt.darker("grey", 2)
@@ -98,58 +90,17 @@ Item {
     readonly property color fg2: isDarkTheme ? Qt.lighter("grey", 1.2) : "grey"
 
     // Text behind the name of a switch that does not stand on its default.
-    function defaultSuffixBool(defaultValue, color) {
+    function defaultSuffixBool(defaultValue: bool, color: var): string {
         return defaultSuffixNumber(defaultValue ? "ein" : "aus", color);
     }
 
     // Text behind the name of a value that is not its default.
-    function defaultSuffixNumber(defaultValue, color) {
+    function defaultSuffixNumber(defaultValue: var, color: var): string {
         return ` <i><font color="${color}">(Default: ${defaultValue})</font></i>`;
     }
 
-    // A text for a place that has no room for a long one.
-    function shortText(text, limit = shortTextLimit) {
-        return text.length <= limit ? text : text.slice(0, limit) + "…";
-    }
-
-    // For the log, where a text comes in that shortText() cuts and that nobody keeps. Not from a binding, which reads
-    // its text as often as it likes.
-    function logCutText(text, limit = shortTextLimit) {
-        if (text.length > limit) {
-            console.log(text);
-        }
-    }
-
-    // The metrics' font size in points, or a smaller one in halves with which their text fits the width. The letters do
-    // not quite follow their size, so this leaves them some room.
-    function fittingSize(metrics: TextMetrics, width: real): real {
-        const size = metrics.font.pointSize;
-        if (metrics.advanceWidth <= width) {
-            return size;
-        }
-        return Math.max(privat.smallestSize, Math.floor(2 * size * privat.sparingly * width / metrics.advanceWidth) / 2);
-    }
-
-    // The text in pieces of at most `textPiece` characters, cut at the ends of lines or words where there are any.
-    function splitText(text) {
-        const pieces = [];
-        let start = 0;
-        do {
-            const piece = privat.firstPiece(text.slice(start, start + textPiece + 1));
-            pieces.push(piece.replace(/\n$/, ""));
-            start += piece.length;
-        } while (start < text.length);
-        return pieces;
-    }
-
-    // The text for a place that takes rich text only: shown as it stands, with all its blanks.
-    function escaped(text: string): string {
-        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", " ": "&nbsp;", "\0": "\ufffd"};
-        return text.replace(/[&<>"\n\0]|^ | $| (?= )/g, found => entities[found]);
-    }
-
     // Index of the item in a container with itemAt(), -1 if it is not there.
-    function findItemIndex(container, item) {
+    function findItemIndex(container: var, item: var): int {
         if (!container || !item) {
             console.log(`[findItemIndex(container=${container}, item=${item})] falsche/s Argument/e`);
             return -1;
@@ -163,20 +114,20 @@ Item {
     }
 
     // Sets `windowSize` for this width of the window.
-    function calcWindowSize(width) {
+    function calcWindowSize(width: real) {
         const columns = Math.floor(width / minColWidth);
         privat.windowSize = Math.max(Common.WindowSize.Sm, Math.min(columns, Common.WindowSize.Xl));
     }
 
     // 65 gives "1:05".
-    function timeFromSecsShort(seconds) {
+    function timeFromSecsShort(seconds: real): string {
         const mins = Math.floor(seconds / 60);
         const secs = seconds % 60;
         return `${mins}:${secs < 10 ? "0" : ""}${secs}`;
     }
 
     // 61 gives "1 Minute und 1 Sekunde".
-    function timeFromSecsLong(seconds) {
+    function timeFromSecsLong(seconds: real): string {
         const mins = Math.floor(seconds / 60);
         const secs = seconds % 60;
         const minsText = privat.counted(mins, "Minute");
@@ -187,20 +138,20 @@ Item {
         return mins ? minsText : secsText;
     }
 
-    function notify(msg, options = {}) {
+    function notify(msg: string, options = {}) {
         window["toast"].notify(msg, "qrc:/brovik/base/img/info-circle.svg", options);
     }
 
     // For debugging: sizes of a control, margins of a layout's child, geometry of an item.
-    function printControlInfo(control, txt) {
+    function printControlInfo(control: var, txt: string) {
         privat.printValues(control, txt, ["topInset", "rightInset", "bottomInset", "leftInset", "topPadding", "rightPadding", "bottomPadding", "leftPadding"]);
     }
 
-    function printLayoutInfo(elem: Item, txt) {
+    function printLayoutInfo(elem: Item, txt: string) {
         privat.printValues(elem.Layout, txt, ["topMargin", "rightMargin", "bottomMargin", "leftMargin"]);
     }
 
-    function printItemInfo(elem, txt) {
+    function printItemInfo(elem: var, txt: string) {
         privat.printValues(elem, txt, ["x", "y", "width", "height"]);
     }
 
@@ -208,24 +159,12 @@ Item {
         id: privat
 
         property int windowSize: Common.WindowSize.Sm
-        // Points. While there is no room at all.
-        readonly property int smallestSize: 1
-        readonly property real sparingly: 0.96
 
-        function firstPiece(text) {
-            if (text.length <= root.textPiece) {
-                return text;
-            }
-            const piece = text.slice(0, root.textPiece);
-            const end = piece.lastIndexOf("\n") + 1 || piece.lastIndexOf(" ") + 1 || piece.length;
-            return piece.slice(0, end);
-        }
-
-        function counted(number, unit) {
+        function counted(number: real, unit: string): string {
             return `${number} ${unit}${number > 1 ? "n" : ""}`;
         }
 
-        function printValues(object, txt, names) {
+        function printValues(object: var, txt: string, names: list<string>) {
             console.log(`${txt}: ` + names.map(name => `${name}=${object[name]}`).join(" "));
         }
     }

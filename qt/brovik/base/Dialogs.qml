@@ -17,15 +17,23 @@ Item {
     readonly property Component yesNoComp: Qt.createComponent("MyYesNoDialog.qml")
     readonly property Component msgComp: Qt.createComponent("MyDialog.qml")
 
+    // Of a dialog, and at least of its text.
+    readonly property int dialogMaxWidth: 450
+    readonly property int dialogWidth: Math.min(dialogMaxWidth, Common.w1)
+    readonly property int textHeight: 100
+    readonly property int drawnDialogs: 3
+    // So many dialogs take memory that is worth giving back, when all is quiet.
+    readonly property int manyDialogs: 20
+
     // The dialogs that are on their way out, as they count themselves.
     property int fading: 0
     readonly property bool popupActive: privat.openDialogsIdStackLen > 0
     // More are open than an operator can have asked for.
-    readonly property bool many: privat.openDialogsIdStackLen > Common.manyDialogs
+    readonly property bool many: privat.openDialogsIdStackLen > root.manyDialogs
 
     // Opens a message. Options: id, details, traceback, ofException (see exception()). Returns the dialog, or nothing
     // if its id is open already.
-    function message(title, text, category = "info", options = {}) {
+    function message(title: string, text: string, category = "info", options = {}): var {
         const traceback = options.traceback || "";
         const dialog = msgComp.createObject(overlay, {
             color: colorFromCategory(category),
@@ -44,9 +52,9 @@ Item {
 
     // Shows an exception of the backend. If the backend has raised it when it was told of the dialog of another one, a
     // toast must do: a dialog for each would never end.
-    function exception(error) {
+    function exception(error: var) {
         if (privat.echoing) {
-            Gui.toastWarn(`${error.type}: ${error.text}`, Common.echoDuration);
+            Gui.toastWarn(`${error.type}: ${error.text}`, privat.echoDuration);
             return;
         }
         message(error.type, error.text, "error", {
@@ -56,10 +64,10 @@ Item {
     }
 
     // Asks for a text. Options: category, text (the text to start with), password, open. Returns the dialog.
-    function input(title, text, options = {}) {
+    function input(title: string, text: string, options = {}): var {
         const dialog = inputComp.createObject(overlay, {
             color: colorFromCategory(options.category || "info"),
-            popupWidth: Qt.binding(() => Common.dialogWidth),
+            popupWidth: Qt.binding(() => root.dialogWidth),
             title: title,
             text: text,
             value: options.text || "",
@@ -73,7 +81,7 @@ Item {
 
     // Asks for a decision. Options: yes, no, id, color, category, description (told to the backend), open, component
     // (name of a custom one) and the properties of the dialog. Returns the dialog, or nothing if its id is open already.
-    function question(title, text, options = {}) {
+    function question(title: string, text: string, options = {}): var {
         const properties = Object.assign({}, options);
         const take = name => {
             const value = properties[name];
@@ -90,7 +98,7 @@ Item {
         properties.yes = options.yes === null ? "" : options.yes || "OK";
         properties.no = options.no || "";
         properties.color = options.color || colorFromCategory(category);
-        properties.width = Qt.binding(() => Common.dialogWidth);
+        properties.width = Qt.binding(() => root.dialogWidth);
 
         const dialog = privat.createQuestion(component, properties);
         const newId = privat.enter("question", id, dialog, description);
@@ -106,7 +114,7 @@ Item {
     }
 
     // The pair of dialog and description, or undefined.
-    function getOpenDialogById(dialogId) {
+    function getOpenDialogById(dialogId: real): var {
         return privat.openDialogsMap.get(String(dialogId));
     }
 
@@ -123,23 +131,23 @@ Item {
         dialog.accepted.connect(Gui.reboot);
     }
 
-    function colorFromCategory(category, defaultColor = "gray") {
+    function colorFromCategory(category: string, defaultColor = Common.otherBarColor): var {
         switch (category) {
         case "info":
-            return "blue";
+            return Common.infoBarColor;
         case "warning":
             return Common.colorWarning;
         case "error":
-            return "red";
+            return Common.errorBarColor;
         case "success":
-            return "green";
+            return Common.successBarColor;
         default:
             return defaultColor;
         }
     }
 
     // Enters a popup in the stack and returns its id: the given one if that is positive, else an automatic one.
-    function setupPopup(popup, id = 0) {
+    function setupPopup(popup: var, id = 0): var {
         if (!(popup instanceof Popup)) {
             console.log(`${popup} ist keine Instanz von Popup`);
             return;
@@ -153,7 +161,7 @@ Item {
     }
 
     // `value` goes to the backend: plain data only.
-    function removePopupById(id, accepted, value) {
+    function removePopupById(id: real, accepted: bool, value: var) {
         privat.removeDialogById(id, accepted, false, value);
     }
 
@@ -167,7 +175,7 @@ Item {
     }
 
     // What Enter does in a dialog or popup.
-    function acceptDialog(dialog) {
+    function acceptDialog(dialog: var) {
         if (dialog.customAccept) {
             dialog.customAccept();
         } else if (dialog.accept) {
@@ -190,7 +198,7 @@ Item {
 
     // Makes a component known to the option `component` of question(). Its objects have the signals accepted,
     // rejected and closed and the function open().
-    function addCustomQuestionComponent(name, comp) {
+    function addCustomQuestionComponent(name: string, comp: var): bool {
         const prefix = "[addCustomQuestionComponent(name, comp)]";
         if (!(comp instanceof Component)) {
             console.log(`${prefix} ${comp} ist keine Instanz von Component`);
@@ -204,19 +212,24 @@ Item {
         return true;
     }
 
-    function delCustomQuestionComponent(name) {
+    function delCustomQuestionComponent(name: string): bool {
         return privat.customQuestionComponentsMap.delete(name);
     }
 
     QtObject {
         id: privat
 
-        // Decimal id to the pair of dialog and description.
+        // Milliseconds.
+        readonly property int echoDuration: 5000
+        readonly property int quietTime: 500
+
+        // Decimal id to the pair of dialog and description. Untyped: QML has no name for maps.
         property var openDialogsMap: new Map()
-        // Open ids as decimal texts, the current one last.
+        // Open ids as decimal texts, the current one last. Untyped: typed lists cannot change in place.
         property var openDialogsIdStack: []
         property int openDialogAutoNumber: -1
         property int openDialogsIdStackLen: 0
+        // Untyped: likewise.
         property var customQuestionComponentsMap: new Map()
         // The signals that arrive now were raised while the backend was told of the dialog of an exception.
         property bool echoing: false
@@ -230,10 +243,10 @@ Item {
         property int most: 0
         readonly property MemoryReturn memory: MemoryReturn {}
         readonly property Timer afterMany: Timer {
-            interval: Common.quietTime
+            interval: privat.quietTime
 
             onTriggered: {
-                if (privat.most > Common.manyDialogs && !root.popupActive) {
+                if (privat.most > root.manyDialogs && !root.popupActive) {
                     privat.most = 0;
                     privat.memory.giveBack();
                 }
@@ -241,34 +254,34 @@ Item {
         }
 
         // 0 for what is no number.
-        function wholeNumber(id) {
+        function wholeNumber(id: var): real {
             return Math.trunc(id) || 0;
         }
 
-        function nextAutoId() {
+        function nextAutoId(): int {
             while (openDialogsMap.has(String(openDialogAutoNumber))) {
                 --openDialogAutoNumber;
             }
             return openDialogAutoNumber--;
         }
 
-        function push(id) {
+        function push(id: real) {
             openDialogsIdStack.push(String(id));
             openDialogsIdStackLen = openDialogsIdStack.length;
             most = Math.max(most, openDialogsIdStackLen);
         }
 
-        function top() {
+        function top(): var {
             return openDialogsIdStack[openDialogsIdStack.length - 1];
         }
 
-        function current() {
+        function current(): var {
             const [dialog] = openDialogsMap.get(top()) ?? [];
             return dialog;
         }
 
         // Enters the dialog and returns its id, 0 if the id is open already. The backend is told first.
-        function setupDialog(id, dialog, description = null) {
+        function setupDialog(id: real, dialog: var, description = null): real {
             if (id === 0) {
                 id = nextAutoId();
             } else if (openDialogsMap.has(String(id))) {
@@ -282,7 +295,7 @@ Item {
         }
 
         // Enters a new dialog that leaves the stack when it has closed; a refused one goes away.
-        function enter(caller, id, dialog, description) {
+        function enter(caller: string, id: real, dialog: var, description: var): real {
             const newId = setupDialog(id, dialog, description);
             if (!newId) {
                 dialog.destroy();
@@ -302,7 +315,7 @@ Item {
             let above = 0;
             for (let i = openDialogsIdStack.length - 1; i >= 0; --i) {
                 const [dialog] = openDialogsMap.get(openDialogsIdStack[i]) ?? [];
-                if (above >= Common.drawnDialogs && dialog?.covered) {
+                if (above >= root.drawnDialogs && dialog?.covered) {
                     return;
                 }
                 if (dialog?.above !== undefined) {
@@ -315,7 +328,7 @@ Item {
         }
 
         // Reports to the backend, and marks in the event queue what it raises meanwhile if this is about an exception.
-        function tell(dialog, data) {
+        function tell(dialog: var, data: var) {
             const ofException = dialog?.ofException === true;
             if (ofException) {
                 echoBegin.raise();
@@ -326,13 +339,13 @@ Item {
             }
         }
 
-        function openUnless(dialog, open) {
+        function openUnless(dialog: var, open: var) {
             if (open ?? true) {
                 dialog.open();
             }
         }
 
-        function createQuestion(name, properties) {
+        function createQuestion(name: var, properties: var): var {
             const custom = customQuestionComponentsMap.get(name)?.createObject(root.overlay, properties);
             if (custom) {
                 return custom;
@@ -343,11 +356,11 @@ Item {
             return root.yesNoComp.createObject(root.overlay, properties);
         }
 
-        function answer(id, accepted) {
+        function answer(id: real, accepted: bool) {
             Gui.toPy(Gui.DialogData, {[id]: {a: accepted}});
         }
 
-        function removeDialogById(id, accepted, destroy, value) {
+        function removeDialogById(id: real, accepted: bool, destroy: bool, value: var) {
             if (openDialogsIdStack.length === 0) {
                 return;
             }
@@ -372,7 +385,7 @@ Item {
             tell(dialog, reply);
         }
 
-        function currentForBackend() {
+        function currentForBackend(): var {
             if (openDialogsIdStack.length === 0) {
                 return null;
             }

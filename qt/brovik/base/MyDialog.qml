@@ -10,10 +10,10 @@ import brovik.base
 MyDialogFrame {
     id: root
 
-    // Shown left of the buttons if it is a text.
+    // Shown left of the buttons if it is a text. Untyped: otherwise it is the traceback.
     property var time: ""
     property string details: ""
-    // Frames with pathRel, pathAbs, lineNo, func and lineStr, outermost first.
+    // Frames with pathRel, pathAbs, lineNo, func and lineStr, outermost first. Untyped: a list of records, or nothing.
     property var traceback: null
     // Shows an exception of the backend, whose text is no markup.
     property bool ofException: false
@@ -71,7 +71,7 @@ MyDialogFrame {
                 id: detailsList
 
                 Layout.fillWidth: true
-                Layout.preferredHeight: Math.min(Common.dialogDetailsHeight, contentHeight)
+                Layout.preferredHeight: Math.min(privat.detailsHeight, contentHeight)
                 texts: privat.closed ? [] : privat.detailTexts()
                 visible: tracebackButton.checked || detailsButton.checked
             }
@@ -86,9 +86,10 @@ MyDialogFrame {
     QtObject {
         id: privat
 
+        readonly property int detailsHeight: 200
         property bool closed: false
 
-        function detailTexts() {
+        function detailTexts(): list<string> {
             if (root.details) {
                 return [root.details];
             }
@@ -98,7 +99,7 @@ MyDialogFrame {
             return [];
         }
 
-        function frameText(frame) {
+        function frameText(frame: var): string {
             const file = String(frame.pathRel).startsWith(".") ? frame.pathAbs : frame.pathRel;
             const line = frame.lineStr ? `:\n  ${frame.lineStr}` : "";
             return `Datei ${file}, Zeile ${frame.lineNo}, in Funktion ${frame.func}${line}`;

@@ -9,14 +9,14 @@ Popup {
 
     property string title: "Titel"
     // Of the title bar.
-    property color color: "grey"
+    property color color: Common.colorDialog
     property string text
     property bool plainText: false
-    property int textMinimumHeight: Common.dialogTextHeight
+    property int textMinimumHeight: Dialogs.textHeight
     // The dialogs that show above this one, as far as they matter.
     property int above: 0
     // It is not drawn: drawing hundreds would take all the time there is.
-    readonly property bool covered: above >= Common.drawnDialogs
+    readonly property bool covered: above >= Dialogs.drawnDialogs
     // The dialog is fading out: it has its answer already.
     readonly property bool closing: privat.closing
 
@@ -26,7 +26,7 @@ Popup {
     parent: Dialogs.overlay
     x: parent ? (parent.width - width) / 2 : 0
     y: parent ? (parent.height - height) / 2 : 0
-    width: Common.dialogWidth
+    width: Dialogs.dialogWidth
     height: Math.min(contentItem.implicitHeight + topPadding + bottomPadding, parent ? parent.height : Infinity)
     margins: 0
     modal: true
@@ -62,7 +62,7 @@ Popup {
         target: root
         property: "exit"
         value: null
-        when: root.covered || Dialogs.fading - privat.closing >= Common.drawnDialogs
+        when: root.covered || Dialogs.fading - privat.closing >= Dialogs.drawnDialogs
     }
 
     QtObject {

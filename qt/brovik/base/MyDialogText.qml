@@ -10,7 +10,7 @@ Item {
 
     property string text
     property bool plain: false
-    property int minimumHeight: Common.dialogTextHeight
+    property int minimumHeight: Dialogs.textHeight
 
     implicitHeight: Math.max(minimumHeight, privat.tooLong ? longText.implicitHeight : label.implicitHeight)
 
@@ -55,7 +55,10 @@ Item {
 
     QtObject {
         id: privat
-        readonly property bool tooLong: root.text.length > Common.richTextLimit
+
+        // Characters.
+        readonly property int richLimit: 20000
+        readonly property bool tooLong: root.text.length > privat.richLimit
         // What the scroll bar takes from the text.
         property real barWidth: 0
 

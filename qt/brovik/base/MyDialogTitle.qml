@@ -8,18 +8,25 @@ Label {
     id: root
 
     property string title: "Titel"
-    property color barColor: "grey"
+    property color barColor: Common.colorDialog
 
-    padding: Common.dialogTitlePadding
-    text: Common.shortText(title)
+    padding: privat.padding
+    text: Texts.shortened(title)
     textFormat: Text.PlainText
     wrapMode: Text.Wrap
-    color: "white"
-    font.pointSize: Common.dialogTitleSize
+    color: Common.fgOnBar
+    font.pointSize: privat.size
 
     background: Rectangle {
         color: root.barColor
     }
 
-    onTitleChanged: Common.logCutText(title)
+    QtObject {
+        id: privat
+
+        readonly property int padding: 3
+        readonly property int size: 16
+    }
+
+    onTitleChanged: Texts.logCut(title)
 }

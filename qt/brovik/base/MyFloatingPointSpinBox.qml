@@ -41,7 +41,7 @@ SpinBox {
             return text.replace(/[.*+?^${}()|[\]\\]/g, "\\$&");
         }
 
-        // A QLocale, whose type the linter does not know.
+        // Untyped: QML has no name for the type of a locale, and the linter does not know it.
         readonly property var locale: root.locale // qmllint disable type
 
         function affixedNumber() {
@@ -58,7 +58,7 @@ SpinBox {
         }
 
         // What is no number leaves the value as it is.
-        function parse(text: string, locale): int {
+        function parse(text: string, locale: var): int {
             let number = NaN;
             try {
                 number = Number.fromLocaleString(locale, privat.bare(text));

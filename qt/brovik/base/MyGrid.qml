@@ -10,6 +10,7 @@ import brovik.base
 GridLayout {
     id: root
 
+    // Texts. Untyped: createObject() would leave a typed list empty.
     property var model: []
     property int alignmentLeft: Qt.AlignRight | Qt.AlignVCenter
     property int alignmentRight: Qt.AlignLeft | Qt.AlignVCenter

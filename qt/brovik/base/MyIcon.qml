@@ -12,7 +12,7 @@ Item {
     property color color: Common.fg1
 
     // An empty value brings the theme's colour back.
-    function setColor(col) {
+    function setColor(col: var) {
         root.color = col || Qt.binding(() => Common.fg1);
     }
 

@@ -19,11 +19,11 @@ Rectangle {
     property string yes: stdYes
     property string no: stdNo
     property bool required: true
-    property int popupWidth: Common.dialogMaxWidth
+    property int popupWidth: Dialogs.dialogMaxWidth
     property bool password: false
     readonly property string stdYes: "OK"
     readonly property string stdNo: "Abbrechen"
-    readonly property color stdColor: "grey"
+    readonly property color stdColor: Common.colorDialog
 
     signal accepted(text: string)
     signal rejected
@@ -98,7 +98,7 @@ Rectangle {
         width: root.popupWidth
         modal: false
         color: root.color
-        textMinimumHeight: Common.dialogTextHeight - field.height
+        textMinimumHeight: Dialogs.textHeight - field.height
 
         onEnterPressed: root.accept()
         onEscapePressed: root.reject()
@@ -140,7 +140,7 @@ Rectangle {
                 // It may quote what was typed, however long.
                 maximumLineCount: privat.errorLines
                 elide: Text.ElideRight
-                color: "red"
+                color: Common.colorError
                 visible: text
             }
 

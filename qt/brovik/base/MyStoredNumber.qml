@@ -18,7 +18,7 @@ MyStoredValue {
         id: privat
 
         // What the operator has wished and nobody has answered, the last wish last.
-        property var open: []
+        property list<int> open: []
         readonly property Timer wait: Timer {
             interval: root.patience
 
@@ -38,9 +38,9 @@ MyStoredValue {
 
         // Any value but that of an earlier wish ends the waiting: the last wish is stored, or something else is.
         function answer() {
-            const answered = privat.open.indexOf(root.stored);
+            const answered = Array.from(privat.open).indexOf(root.stored);
             if (answered >= 0 && answered < privat.open.length - 1) {
-                privat.open = privat.open.filter((_, i) => i !== answered);
+                privat.open = Array.from(privat.open).filter((_, i) => i !== answered);
                 privat.wait.restart();
             } else {
                 privat.open = [];

@@ -10,6 +10,7 @@ QtObject {
 
     required property QtObject target
     required property string name
+    // Untyped: as the property is.
     required property var value
 
     // A QtObject has no place for children.

@@ -12,7 +12,7 @@ Button {
     Accessible.name: root.text
 
     contentItem: Label {
-        text: Common.shortText(root.text)
+        text: Texts.shortened(root.text)
         textFormat: Text.PlainText
         font: root.font
         color: root.enabled ? root.Material.foreground : root.Material.hintTextColor

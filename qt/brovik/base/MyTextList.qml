@@ -9,7 +9,7 @@ import brovik.base
 ListView {
     id: root
 
-    property var texts: []
+    property list<string> texts: []
 
     // Never higher than the window, or all of a long text would be laid out.
     implicitHeight: Math.min(contentHeight, Common.h)
@@ -36,10 +36,10 @@ ListView {
     QtObject {
         id: privat
 
-        function pieces(texts) {
+        function pieces(texts: list<string>): list<string> {
             let pieces = [];
             for (const text of texts) {
-                pieces = pieces.concat(Common.splitText(text));
+                pieces = pieces.concat(Texts.split(text));
             }
             return pieces;
         }

@@ -13,14 +13,14 @@ Popup {
     property url imgUrl: "qrc:/brovik/base/img/save.svg"
 
     // Without an icon the last one stays. Options: color, duration in ms.
-    function notify(text, iconUrl, options = {}) {
+    function notify(text: string, iconUrl: var, options = {}) {
         if (iconUrl) {
             imgUrl = iconUrl;
         }
         privat.show(text, options.color || "transparent", options.duration || privat.stdDuration);
     }
 
-    function warn(text, duration = privat.stdDuration) {
+    function warn(text: string, duration = privat.stdDuration) {
         imgUrl = "qrc:/brovik/base/img/exclamation-triangle.svg";
         privat.show(text, Common.colorWarning, duration);
     }
@@ -42,7 +42,7 @@ Popup {
         spacing: Common.spacing
 
         MyIcon {
-            Layout.leftMargin: Common.toastMargin
+            Layout.leftMargin: privat.margin
             source: root.imgUrl
             size: Qt.size(root.height * 2 / 3, root.height * 2 / 3)
         }
@@ -52,7 +52,7 @@ Popup {
 
             Layout.fillWidth: true
             Layout.fillHeight: true
-            Layout.rightMargin: Common.toastMargin
+            Layout.rightMargin: privat.margin
             verticalAlignment: Text.AlignVCenter
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
@@ -68,11 +68,11 @@ Popup {
     Connections {
         target: Gui
 
-        function onToastNotify(text, iconUrl, colorEnum, duration) {
+        function onToastNotify(text: string, iconUrl: var, colorEnum: int, duration: int) {
             root.notify(text, iconUrl, {color: privat.colorOf(colorEnum), duration: duration});
         }
 
-        function onToastWarn(text, duration) {
+        function onToastWarn(text: string, duration: int) {
             root.warn(text, duration);
         }
     }
@@ -80,19 +80,20 @@ Popup {
     QtObject {
         id: privat
 
+        readonly property int margin: 10
         // Milliseconds.
         readonly property int stdDuration: 1000
 
-        function show(text, color, duration) {
-            label.text = Common.shortText(text);
-            Common.logCutText(text);
+        function show(text: string, color: color, duration: int) {
+            label.text = Texts.shortened(text);
+            Texts.logCut(text);
             background.color = color;
             root.open();
             timer.interval = duration;
             timer.restart();
         }
 
-        function colorOf(colorEnum) {
+        function colorOf(colorEnum: int): color {
             switch (colorEnum) {
             case Gui.ColorGreen:
                 return Material.color(Material.Green, Material.Shade500);

@@ -35,8 +35,8 @@ MyDialogFrame {
         close();
     }
 
-    width: Common.dialogMaxWidth
-    color: "blue"
+    width: Dialogs.dialogMaxWidth
+    color: Common.infoBarColor
     text: "Frage"
 
     // The ids end the deferring: the style has no content of its own that would be made in vain.

@@ -11,13 +11,13 @@ CategoryAxis {
     required property string title
     // Decides what shows of the axis.
     required property ChartsOptionGroup group
-    // Texts from outside, the first at the height 1.
+    // Texts from outside, the first at the height 1. Untyped: the linter does not take a QStringList for a list of texts.
     required property var names
     // Pixels that the axis may be wide, and each of its labels high. Names that need more are wrapped and cut off.
     property real room: Infinity
     property real rowHeight: 0
     // Pixels that the axis would be wide with whole names.
-    readonly property real wantedWidth: privat.frame + Math.max(0, ...privat.wholeLabels.map(label => labelMetrics.advanceWidth(label)))
+    readonly property real wantedWidth: privat.frame + Math.max(0, ...Array.from(privat.wholeLabels).map(label => labelMetrics.advanceWidth(label)))
 
     function setCategoriesLabels(labels: var, shortLabels: bool) {
         Array.from(root.categoriesLabels).forEach(label => root.remove(label));
@@ -60,8 +60,8 @@ CategoryAxis {
         readonly property real labelRoom: root.visible ? root.room - privat.frame : Infinity
         readonly property int mostLines: Math.max(1, Math.floor(root.rowHeight / labelMetrics.lineSpacing))
         readonly property bool shortLabels: root.group.shortLabels
-        readonly property var wholeLabels: Array.from(root.names, (name, index) => privat.shortLabels ? String(index + 1) : name)
-        readonly property var labels: privat.wholeLabels.map(label => privat.fitted(label))
+        readonly property list<string> wholeLabels: Array.from(root.names, (name, index) => privat.shortLabels ? String(index + 1) : name)
+        readonly property list<string> labels: Array.from(privat.wholeLabels).map(label => privat.fitted(label))
         // Unlike the list, the same as before if its texts are.
         readonly property string labelsKey: JSON.stringify(privat.labels)
         readonly property string invisible: "\u200b"
@@ -89,7 +89,7 @@ CategoryAxis {
 
         // The text of the label. An axis refuses one that it has already.
         function distinct(label: string, used: var): string {
-            let text = Common.escaped(label);
+            let text = Texts.escaped(label);
             while (used.has(text)) {
                 text += privat.invisible;
             }

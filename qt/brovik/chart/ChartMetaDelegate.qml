@@ -25,7 +25,7 @@ ColumnLayout {
 
             Layout.fillWidth: true
             padding: privat.headingPadding
-            color: "black"
+            color: ChartColors.name
             text: `${root.name} - ${root.metaData?.status ?? ""}`
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
@@ -78,13 +78,13 @@ ColumnLayout {
         readonly property color resultColor: {
             switch (root.metaData?.result) {
             case "success":
-                return "lightgreen";
+                return ChartColors.success;
             case "warning":
-                return Qt.lighter("orange");
+                return ChartColors.warning;
             case "error":
-                return "lightcoral";
+                return ChartColors.error;
             default:
-                return "lightblue";
+                return ChartColors.unknown;
             }
         }
 
@@ -102,7 +102,7 @@ ColumnLayout {
         }
 
         function askToDelete(name: string) {
-            const dialog = Dialogs.question("Chart löschen", `Soll das Chart '${Common.escaped(name)}' wirklich gelöscht werden?`, {
+            const dialog = Dialogs.question("Chart löschen", `Soll das Chart '${Texts.escaped(name)}' wirklich gelöscht werden?`, {
                 yes: "Ja",
                 no: "Abbrechen"
             });

@@ -34,7 +34,7 @@ ChartView {
         bottom: Common.spacing
     }
     // It is taken for rich text.
-    title: Common.escaped(Chart.currentName)
+    title: Texts.escaped(Chart.currentName)
     titleColor: ChartColors.labelColor
 
     ChartValueAxis {

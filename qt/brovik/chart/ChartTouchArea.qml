@@ -31,6 +31,7 @@ MultiPointTouchArea {
         id: privat
 
         // Where each finger was at the last update. A touch point itself keeps its last step while it rests.
+        // Untyped: QML has no name for maps.
         property var lastX: new Map()
 
         function update(points: var) {

@@ -3,6 +3,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 
+import brovik.base
 import brovik.chart
 import brovik.components
 
@@ -11,7 +12,7 @@ BrovikBox {
 
     property string title
     // Background of the heading.
-    property color color: "black"
+    property color color: ChartColors.headingColor
     property alias showLine: lineSwitch.checked
     property alias showAxis: axisSwitch.checked
     property alias showTitle: titleSwitch.checked
@@ -30,7 +31,7 @@ BrovikBox {
 
         Layout.fillWidth: true
         padding: privat.headingPadding
-        color: "white"
+        color: Common.fgOnBar
         text: root.title
         wrapMode: Text.Wrap
 

@@ -21,7 +21,7 @@ QtObject {
     readonly property QtObject inner: QtObject {
         id: privat
 
-        function errorText(txt, key) {
+        function errorText(txt: string, key: var): string {
             if (Array.from(Chart.assignedNames).some(name => key(name) === key(txt))) {
                 return `Der Name ${txt} ist bereits vergeben`;
             }

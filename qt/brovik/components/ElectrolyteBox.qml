@@ -44,7 +44,7 @@ BrovikBox {
         verticalAlignment: Text.AlignVCenter
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
-        text: Common.shortText(root.product)
+        text: Texts.shortened(root.product)
     }
 
     BrovikBoxSeparatorLine {}
@@ -171,7 +171,7 @@ BrovikBox {
 
         readonly property real room: root.width - 2 * root.margins
         // The same for every value and button text, so that they do not jump.
-        readonly property real valueSize: Common.fittingSize(widestValue, privat.room)
-        readonly property real buttonSize: Common.fittingSize(widestButton, privat.room - btnStart.leftPadding - btnStart.rightPadding)
+        readonly property real valueSize: Texts.fittingSize(widestValue, privat.room)
+        readonly property real buttonSize: Texts.fittingSize(widestButton, privat.room - btnStart.leftPadding - btnStart.rightPadding)
     }
 }

@@ -23,9 +23,9 @@ QtObject {
         id: privat
 
         // What the backend was asked for and has not stored yet, by whatever box of the setting.
-        property var wishes: []
+        property list<int> wishes: []
         // All that was sent lately. Most of what is given back changes nothing, so it is not waited for any longer.
-        property var latest: []
+        property list<int> latest: []
         property int last
         // A value of the latest came again: it was stored once more, or the backend has changed it back by itself.
         property bool doubtful: false
@@ -52,23 +52,23 @@ QtObject {
             onTriggered: privat.forgetLatest()
         }
 
-        function remember(value) {
+        function remember(value: int) {
             privat.last = value;
-            privat.latest.push(value);
+            privat.latest = [...privat.latest, value];
             privat.latestFade.restart();
             if (!privat.givingBack) {
-                privat.wishes.push(value);
+                privat.wishes = [...privat.wishes, value];
                 privat.wishesFade.restart();
             }
         }
 
-        function wasAskedFor(value) {
-            const wish = privat.wishes.indexOf(value);
+        function wasAskedFor(value: int): bool {
+            const wish = Array.from(privat.wishes).indexOf(value);
             if (wish >= 0) {
-                privat.wishes.splice(wish, 1);
+                privat.wishes = Array.from(privat.wishes).filter((_, i) => i !== wish);
                 return true;
             }
-            privat.doubtful = privat.latest.includes(value);
+            privat.doubtful = Array.from(privat.latest).includes(value);
             if (privat.doubtful) {
                 privat.latestFade.restart();
             }

@@ -9,8 +9,9 @@ RowLayout {
     property alias text: label.text
     property alias product: field.text
     property alias field: field
+    readonly property int gap: 10
 
-    spacing: 10
+    spacing: root.gap
 
     Label {
         id: label

@@ -67,13 +67,13 @@ Rectangle {
 
         readonly property int margin: 10
         readonly property string heading: {
-            const [name, distribution, version, date, urgency] = ["name", "distribution", "version", "date", "urgencyStr"].map(key => Common.escaped(privat.cut(root.modelData[key])));
+            const [name, distribution, version, date, urgency] = ["name", "distribution", "version", "date", "urgencyStr"].map(key => Texts.escaped(privat.cut(root.modelData[key])));
             return `<b>${name}</b> / ${distribution} - ${version} - ${date} - Dringlichkeit: ${privat.coloured(urgency)}`;
         }
 
         // No such text is as long; a backend's may be, and would hold the window up.
         function cut(text: string): string {
-            return Common.shortText(text, Common.longTextLimit);
+            return Texts.shortened(text, Texts.longLimit);
         }
 
         // An invalid colour would be black, in the dark theme too.

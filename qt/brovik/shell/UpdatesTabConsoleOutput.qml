@@ -33,7 +33,7 @@ ColumnLayout {
             Accessible.role: Accessible.EditableText
             Accessible.readOnly: true
             width: flick.width
-            color: Common.isDarkTheme ? "white" : "black"
+            color: Common.fg1
             font.pointSize: Gui.fSizeS
             readOnly: true
             textFormat: TextEdit.RichText

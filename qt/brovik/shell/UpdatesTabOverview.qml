@@ -40,7 +40,7 @@ Flickable {
                 objectName: "searchHint"
 
                 Layout.fillWidth: true
-                color: privat.hasUpdates ? "lightgrey" : Common.fg2
+                color: privat.hasUpdates ? Common.fgOnGreen : Common.fg2
                 wrapMode: Text.WordWrap
                 text: "Neue Suche durch tippen/klicken auf 'Suche nach Updates'"
             }
@@ -50,7 +50,7 @@ Flickable {
 
                 Layout.fillWidth: true
                 visible: privat.hasUpdates
-                color: "lightgrey"
+                color: Common.fgOnGreen
                 wrapMode: Text.WordWrap
                 text: "Für mehr Infos bitte den Tab/Reiter 'verfügbar' wählen"
             }

@@ -22,7 +22,7 @@ SwipeView {
     readonly property alias table: packages.tableView
 
     // Asks for the changelog of that value of a record. Until it comes, the last one shows.
-    function showChangelog(action: int, value) {
+    function showChangelog(action: int, value: var) {
         Shell.toPy(action, value);
         root.currentIndex = 1;
     }
@@ -37,12 +37,12 @@ SwipeView {
     }
 
     // What a column of texts shows of a value. One that is no text would keep the model from taking any row.
-    function asText(value): string {
-        return typeof value === "string" ? Common.shortText(value, Common.longTextLimit) : "";
+    function asText(value: var): string {
+        return typeof value === "string" ? Texts.shortened(value, Texts.longLimit) : "";
     }
 
     // The same for a column of lists of texts.
-    function asTexts(value): list<string> {
+    function asTexts(value: var): list<string> {
         return Array.isArray(value) ? value.map(root.asText) : [];
     }
 

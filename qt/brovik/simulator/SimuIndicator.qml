@@ -3,6 +3,7 @@ import QtQuick
 import QtQuick.Controls
 
 import brovik.actuator
+import brovik.base
 
 Row {
     id: root
@@ -17,7 +18,7 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
         width: root.size
         height: root.size
-        color: root.out.state ? "green" : "lightgrey"
+        color: root.out.state ? Common.colorOn : Common.colorOff
     }
 
     Label {

@@ -23,7 +23,7 @@ Item {
         }
         const line = comp.createObject(networks, {
             width: Qt.binding(() => networks.width),
-            ssid: Common.shortText(ssid),
+            ssid: Texts.shortened(ssid),
             quality: privat.percent(data?.quality) || "?",
             is5GHz: Boolean(data?.is5GHz)
         });
@@ -73,7 +73,7 @@ Item {
                 objectName: "current"
 
                 width: parent.width
-                ssid: Common.shortText(Wifi.ssid)
+                ssid: Texts.shortened(Wifi.ssid)
                 quality: privat.percent(Wifi.qualityPercentage)
                 is5GHz: Wifi.is5GHz
                 btn.text: "Trennen"
@@ -160,7 +160,7 @@ Item {
 
         // Empty for what is neither text nor number.
         function plain(value: var): string {
-            return typeof value === "string" || typeof value === "number" ? Common.shortText(String(value)) : "";
+            return typeof value === "string" || typeof value === "number" ? Texts.shortened(String(value)) : "";
         }
 
         // Empty for 0 and for what is no quality.

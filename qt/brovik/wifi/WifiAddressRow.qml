@@ -21,7 +21,7 @@ RowLayout {
         Layout.fillWidth: true
         Layout.leftMargin: Common.spacing
         Accessible.name: privat.described(root.name, root.type, root.ip)
-        text: privat.described(`<b>${Common.escaped(root.name)}</b>`, Common.escaped(root.type), Common.escaped(root.ip))
+        text: privat.described(`<b>${Texts.escaped(root.name)}</b>`, Texts.escaped(root.type), Texts.escaped(root.ip))
         textFormat: Text.RichText
         wrapMode: Text.Wrap
     }

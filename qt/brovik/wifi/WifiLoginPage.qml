@@ -27,7 +27,7 @@ ColumnLayout {
 
     Label {
         Layout.fillWidth: true
-        text: `Passwort für: ${Common.shortText(root.essid)}`
+        text: `Passwort für: ${Texts.shortened(root.essid)}`
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
     }

@@ -51,13 +51,23 @@ MyIcon {
         repeat: true
         running: Wifi.state === Wifi.Connecting
 
-        onTriggered: root.state = privat.nextState[root.state] ?? "1"
+        onTriggered: root.state = privat.next(root.state)
     }
 
     QtObject {
         id: privat
 
-        readonly property var nextState: ({"1": "2", "2": "3"})
+        // The highest level is followed by the lowest that has bars.
+        function next(level: string): string {
+            switch (level) {
+            case "1":
+                return "2";
+            case "2":
+                return "3";
+            default:
+                return "1";
+            }
+        }
 
         function showLevel() {
             if (!root.animated) {

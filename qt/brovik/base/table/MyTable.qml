@@ -12,12 +12,13 @@ ColumnLayout {
 
     property int horizontalMargins: 10
     property alias model: view.model
-    property var headerModel: []
-    // By column; a width that is no number of 0 or more is no limit.
+    property list<string> headerModel: []
+    // By column; a width that is no number of 0 or more is no limit. Untyped: a list of numbers with gaps.
     property var headerMinWidths: []
-    property var headerMaxWidths: []
-    property var headerFillWidths: []
-    // By column; what its cells need to stay on one line. A column gets it as far as the table has room.
+    property var headerMaxWidths: [] // Untyped: likewise
+    property var headerFillWidths: [] // Untyped: a list of what counts as true or false
+    // By column; what its cells need to stay on one line. A column gets it as far as the table has room. Untyped: a list
+    // of numbers with gaps.
     property var headerWantedWidths: []
     property alias delegate: view.delegate
     // The cell under the pointer, or the last one that was.
@@ -133,7 +134,7 @@ ColumnLayout {
     Timer {
         id: resetRowTimer
 
-        interval: 10
+        interval: privat.crossingTime
 
         onTriggered: view.hoveredRow = -1
     }
@@ -142,16 +143,18 @@ ColumnLayout {
         id: privat
 
         readonly property int verticalMargin: 5
+        // Milliseconds.
+        readonly property int crossingTime: 10
         readonly property int headerSpacing: 10
 
         // What the columns get beside their own widths; first those that need little.
-        readonly property var extraWidths: {
+        readonly property list<real> extraWidths: {
             const labels = Array.from({length: headers.count}, (_, column) => headers.itemAt(column));
             const own = labels.map((label, column) => label ? privat.ownWidth(label, column) : 0);
             const spacing = 2 * root.horizontalMargins + privat.headerSpacing * Math.max(0, own.length - 1);
             let room = Math.max(0, own.reduce((rest, width) => rest - width, root.width - spacing));
             const wanted = own.map((width, column) => Math.max(0, privat.limit(root.headerWantedWidths[column]) - width));
-            const extra = [];
+            const extra = wanted.map(() => 0);
             for (const column of Array.from(wanted.keys()).sort((a, b) => wanted[a] - wanted[b])) {
                 extra[column] = Math.min(room, wanted[column]);
                 room -= extra[column];
@@ -166,7 +169,7 @@ ColumnLayout {
             return Math.max(width, privat.limit(root.headerMinWidths[column]));
         }
 
-        function limit(width): real {
+        function limit(width: var): real {
             return typeof width === "number" && width >= 0 ? width : -1;
         }
 

@@ -7,18 +7,22 @@ import brovik.base
 MyTableDelegateContainer {
     id: root
 
+    // Untyped: the roles of the row, made by the view.
     required property var model
     property alias btn: button
+    // Pixels that a finger hits.
+    readonly property int touchHeight: 44
 
-    implicitHeight: Common.touchHeight + topPadding + bottomPadding
+    implicitHeight: root.touchHeight + topPadding + bottomPadding
 
     Button {
         id: button
 
         readonly property int gap: 5
+        readonly property int leastHeight: 10
 
         // The row gives the button its height.
-        implicitHeight: 10
+        implicitHeight: leastHeight
         padding: 0
         topInset: 0
         bottomInset: 0

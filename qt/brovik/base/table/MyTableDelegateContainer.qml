@@ -8,12 +8,13 @@ Control {
     id: root
 
     required property int row
-    // A MyTable; its type would need this one in turn.
+    // Untyped: a MyTable, whose type would need this one in turn.
     required property var table
     default required property Item content
+    readonly property int margin: 10
 
     contentItem: root.content
-    leftPadding: 10
+    leftPadding: root.margin
     rightPadding: 0
     verticalPadding: 5
     hoverEnabled: true

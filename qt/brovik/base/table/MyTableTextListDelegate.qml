@@ -10,6 +10,7 @@ import brovik.base
 MyTableDelegateContainer {
     id: root
 
+    // Untyped: the roles of the row, made by the view.
     required property var model
 
     ColumnLayout {

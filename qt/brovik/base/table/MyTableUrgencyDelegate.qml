@@ -24,7 +24,7 @@ MyTableDelegateContainer {
             case "high":
                 return "Hoch";
             default:
-                return Common.shortText(label.urgency, Common.longTextLimit);
+                return Texts.shortened(label.urgency, Texts.longLimit);
             }
         }
 

@@ -1,0 +1,73 @@
+// How texts are shown that come from outside: cut, escaped, in pieces, or in letters that fit.
+pragma Singleton
+
+import QtQuick
+
+QtObject {
+    id: root
+
+    // Characters: of a title or toast, of a status, and of a cell of a table or a part of a changelog.
+    readonly property int shortLimit: 200
+    readonly property int statusLimit: 1000
+    readonly property int longLimit: 10000
+    // Characters of the pieces in which a text is laid out that is too long for one.
+    readonly property int pieceLength: 1000
+
+    // A text for a place that has no room for a long one.
+    function shortened(text: string, limit = shortLimit): string {
+        return text.length <= limit ? text : text.slice(0, limit) + "…";
+    }
+
+    // For the log, where a text comes in that shortened() cuts and that nobody keeps. Not from a binding, which reads
+    // its text as often as it likes.
+    function logCut(text: string, limit = shortLimit) {
+        if (text.length > limit) {
+            console.log(text);
+        }
+    }
+
+    // The metrics' font size in points, or a smaller one in halves with which their text fits the width. The letters do
+    // not quite follow their size, so this leaves them some room.
+    function fittingSize(metrics: TextMetrics, width: real): real {
+        const size = metrics.font.pointSize;
+        if (metrics.advanceWidth <= width) {
+            return size;
+        }
+        return Math.max(privat.smallestSize, Math.floor(2 * size * privat.sparingly * width / metrics.advanceWidth) / 2);
+    }
+
+    // The text in pieces of at most `pieceLength` characters, cut at the ends of lines or words where there are any.
+    function split(text: string): list<string> {
+        const pieces = [];
+        let start = 0;
+        do {
+            const piece = privat.firstPiece(text.slice(start, start + pieceLength + 1));
+            pieces.push(piece.replace(/\n$/, ""));
+            start += piece.length;
+        } while (start < text.length);
+        return pieces;
+    }
+
+    // The text for a place that takes rich text only: shown as it stands, with all its blanks.
+    function escaped(text: string): string {
+        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", " ": "&nbsp;", "\0": "\ufffd"};
+        return text.replace(/[&<>"\n\0]|^ | $| (?= )/g, found => entities[found]);
+    }
+
+    readonly property QtObject inner: QtObject {
+        id: privat
+
+        // Points. While there is no room at all.
+        readonly property int smallestSize: 1
+        readonly property real sparingly: 0.96
+
+        function firstPiece(text: string): string {
+            if (text.length <= root.pieceLength) {
+                return text;
+            }
+            const piece = text.slice(0, root.pieceLength);
+            const end = piece.lastIndexOf("\n") + 1 || piece.lastIndexOf(" ") + 1 || piece.length;
+            return piece.slice(0, end);
+        }
+    }
+}

@@ -1,0 +1,74 @@
+// What is done to texts that come from outside.
+import QtQuick
+import QtTest
+
+import brovik.base
+import kubelor.test
+
+TestCase {
+    id: root
+
+    name: "Texts"
+
+    TextMetrics {
+        id: metrics
+
+        font.pointSize: 20
+        text: "Text".repeat(100)
+    }
+
+    function init() {
+        failOnWarning(/.?/);
+    }
+
+    function test_shortened() {
+        const limit = Texts.shortLimit;
+        compare(Texts.shortened("x".repeat(limit)), "x".repeat(limit));
+        const text = "x".repeat(limit + 1);
+        Backend.startRecordingPrints();
+        compare(Texts.shortened(text), "x".repeat(limit) + "…");
+        compare(Texts.shortened(text, 3), "xxx…");
+        compare(Backend.takePrints(), []);
+    }
+
+    function test_log_of_a_text_that_is_cut() {
+        const text = "x".repeat(Texts.shortLimit);
+        Backend.startRecordingPrints();
+        Texts.logCut(text);
+        compare(Backend.takePrints(), []);
+        Backend.startRecordingPrints();
+        Texts.logCut(text + "x");
+        Texts.logCut("abcd", 3);
+        compare(Backend.takePrints(), [text + "x", "abcd"]);
+    }
+
+    function test_fitting_size_data() {
+        return [
+            {tag: "with room", width: metrics.advanceWidth + 1, share: 1},
+            {tag: "just so", width: metrics.advanceWidth, share: 1},
+            {tag: "half", width: metrics.advanceWidth / 2, share: 9.5 / 20},
+            {tag: "nearly", width: metrics.advanceWidth - 1, share: 19 / 20},
+            {tag: "nothing", width: 0, share: 1 / 20},
+            {tag: "less than nothing", width: -5, share: 1 / 20}
+        ];
+    }
+
+    function test_fitting_size(data) {
+        compare(Texts.fittingSize(metrics, data.width), 20 * data.share);
+    }
+
+    function test_split_data() {
+        const limit = Texts.pieceLength;
+        return [
+            {tag: "empty", text: "", pieces: [""]},
+            {tag: "short", text: "a b\nc", pieces: ["a b\nc"]},
+            {tag: "without a gap", text: "x".repeat(limit + 1), pieces: ["x".repeat(limit), "x"]},
+            {tag: "word", text: "a " + "x".repeat(limit), pieces: ["a ", "x".repeat(limit)]},
+            {tag: "line", text: "a b\nc d" + "x".repeat(limit), pieces: ["a b", "c ", "d" + "x".repeat(limit - 1), "x"]}
+        ];
+    }
+
+    function test_split(data) {
+        compare(Texts.split(data.text), data.pieces);
+    }
+}
