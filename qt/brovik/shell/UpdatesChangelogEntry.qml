@@ -13,6 +13,7 @@ Rectangle {
     id: root
 
     required property int index
+    // Null once the changelog has changed, until this has gone.
     required property ChangelogEntry modelData
 
     height: column.implicitHeight + privat.margin
@@ -35,7 +36,7 @@ Rectangle {
         }
 
         Repeater {
-            model: root.modelData.changes
+            model: root.modelData?.changes
 
             RowLayout {
                 id: change
@@ -67,6 +68,9 @@ Rectangle {
 
         readonly property int margin: 10
         readonly property string heading: {
+            if (!root.modelData) {
+                return "";
+            }
             const [name, distribution, version, date, urgency] = ["name", "distribution", "version", "date", "urgencyStr"].map(key => Texts.escaped(privat.cut(root.modelData[key])));
             return `<b>${name}</b> / ${distribution} - ${version} - ${date} - Dringlichkeit: ${privat.coloured(urgency)}`;
         }
