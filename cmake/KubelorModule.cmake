@@ -48,11 +48,14 @@ function(kubelor_compiled_qml target)
   set(files_in_one 8)
   get_target_property(sources ${target} SOURCES)
   list(FILTER sources INCLUDE REGEX "/qmlcache/.*_qml\\.cpp$")
+  set(prelude "")
+  foreach(warning IN ITEMS conversion float-conversion shadow)
+    string(APPEND prelude "#pragma GCC diagnostic ignored \"-W${warning}\"\n")
+  endforeach()
   set_target_properties(${target} PROPERTIES
     UNITY_BUILD ON
     UNITY_BUILD_MODE GROUP
-    UNITY_BUILD_CODE_BEFORE_INCLUDE
-    "#pragma GCC diagnostic ignored \"-Wshadow\"\n#pragma GCC diagnostic ignored \"-Wconversion\"")
+    UNITY_BUILD_CODE_BEFORE_INCLUDE "${prelude}")
   set(count 0)
   foreach(source IN LISTS sources)
     math(EXPR group "${count} / ${files_in_one}")
