@@ -1,5 +1,6 @@
 """The programs as `cmake --install` puts them: test_installed.py <cmake> <build directory>."""
 
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -18,7 +19,9 @@ class InstalledTest(unittest.TestCase):
 
     @classmethod
     def setUpClass(cls) -> None:
-        cls.prefix = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
+        folder = tempfile.mkdtemp()
+        cls.addClassCleanup(shutil.rmtree, folder)
+        cls.prefix = Path(folder)
         command = [CMAKE, "--install", BUILD, "--prefix", str(cls.prefix)]
         subprocess.run(command, check=True, capture_output=True)
 
@@ -40,7 +43,7 @@ class InstalledTest(unittest.TestCase):
             self.assertEqual((run.returncode, run.stdout.split()[0]), (0, "Kubelor"))
 
     def test_demo_machine(self) -> None:
-        """The demo finds the backend that was installed with it, wherever that is, and writes its stubs there."""
+        """The demo finds the backend that was installed with it, and writes its stubs there."""
         demo = self.prefix / "share/kubelor/demo"
         stubs = demo / "stubs/brovik/gui.pyi"
         before = stubs.read_text(encoding="utf-8")
