@@ -43,26 +43,27 @@ public:                                                                         
         return get;                                                                                          \
     }
 
-/// A member, with its first value or the arguments that it is made of in braces.
-#define SHARED_MEMBER(type, name, ...)                                                                       \
-private:                                                                                                     \
-    type m_##name __VA_ARGS__;
-
 /// Property, getter, setter, change signal and member of one line of a table, in the body of a SharedObject.
 #define SHARED_PROPERTY(type, name, setter, pyName, initial, doc)                                            \
     SHARED_ACCESS(type, name, setter, read(m_##name),                                                        \
                   change<type>(m_##name, value, SHARED_SIGNAL(name##Changed)))                               \
-    SHARED_MEMBER(type, name, = initial)
+                                                                                                             \
+private:                                                                                                     \
+    type m_##name = initial;
 
 /// A constant beside a property: the `...Default` of its name. Read without the mutex.
 #define SHARED_CONSTANT(type, name, value)                                                                   \
     SHARED_FIXED(type, name, m_##name, const)                                                                \
-    SHARED_MEMBER(const type, name, = value)
+                                                                                                             \
+private:                                                                                                     \
+    const type m_##name = value;
 
 /// A part that lives as long as its owner; what follows is handed to its constructor.
 #define SHARED_PART(type, name, ...)                                                                         \
     SHARED_FIXED(type *, name, &m_##name)                                                                    \
-    SHARED_MEMBER(type, name, {__VA_ARGS__})
+                                                                                                             \
+private:                                                                                                     \
+    type m_##name{__VA_ARGS__};
 
 /// A property with its `...Default`.
 #define SHARED_DEFAULTED(type, name, setter, pyName, initial, doc)                                           \
@@ -77,5 +78,7 @@ private:                                                                        
     SHARED_ACCESS(                                                                                           \
         type, name, setter, read(m_##name),                                                                  \
         changeWithin<type>(m_##name, value, m_##name##Min, m_##name##Max, SHARED_SIGNAL(name##Changed)))     \
-    SHARED_MEMBER(type, name, = initial)                                                                     \
+                                                                                                             \
+private:                                                                                                     \
+    type m_##name = initial;                                                                                 \
     SHARED_CONSTANT(type, name##Default, initial)

@@ -60,7 +60,8 @@ private:
 #define SHELL_COLOR(type, name, setter, ...)                                                                 \
     SHARED_ACCESS(type, name, setter, m_##name.value(),                                                      \
                   change<type>(m_##name, value, SHARED_SIGNAL(name##Changed)))                               \
-    SHARED_MEMBER(UrgencyColor, name)
+private:                                                                                                     \
+    UrgencyColor m_##name;
 
 /// State of the update facility. Starts no process and knows no package: the backend does. Lives on the GUI
 /// thread; written from any Python thread under its mutex. The colours and the list of changelog entries have
