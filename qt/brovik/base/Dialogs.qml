@@ -27,9 +27,9 @@ Item {
 
     // The dialogs that are on their way out, as they count themselves.
     property int fading: 0
-    readonly property bool popupActive: privat.openDialogsIdStackLen > 0
+    readonly property bool popupActive: privat.stack.count > 0
     // More are open than an operator can have asked for.
-    readonly property bool many: privat.openDialogsIdStackLen > root.manyDialogs
+    readonly property bool many: privat.stack.count > root.manyDialogs
 
     // Opens a message. Options: id, details, traceback, ofException (see exception()). Returns the dialog, or nothing
     // if its id is open already.
@@ -115,7 +115,7 @@ Item {
 
     // The pair of dialog and description, or undefined.
     function getOpenDialogById(dialogId: real): var {
-        return privat.openDialogsMap.get(String(dialogId));
+        return privat.stack.has(dialogId) ? [privat.stack.dialog(dialogId), privat.stack.description(dialogId)] : undefined;
     }
 
     function poweroffQuestion() {
@@ -152,11 +152,9 @@ Item {
             console.log(`${popup} ist keine Instanz von Popup`);
             return;
         }
-        const newId = id > 0 ? id : privat.nextAutoId();
-        privat.push(newId);
+        const newId = privat.stack.enterPopup(id);
         Gui.toPy(Gui.PopupOpened, true);
-        privat.openDialogsMap.set(String(newId), [popup, null]);
-        privat.countAbove();
+        privat.stack.place(newId, popup, null);
         return newId;
     }
 
@@ -166,7 +164,7 @@ Item {
     }
 
     function acceptCurrent() {
-        const dialog = privat.current();
+        const dialog = privat.stack.current();
         if (!dialog) {
             console.warn("Dialogs.acceptCurrent() --> kein Dialog offen");
         } else {
@@ -186,10 +184,16 @@ Item {
     }
 
     function rejectCurrent() {
-        const dialog = privat.current();
+        const dialog = privat.stack.current();
         if (!dialog) {
             console.warn("Dialogs.rejectCurrent() --> kein Dialog offen");
-        } else if (dialog.reject) {
+        } else {
+            rejectDialog(dialog);
+        }
+    }
+
+    function rejectDialog(dialog: var) {
+        if (dialog.reject) {
             dialog.reject();
         } else {
             dialog.close();
@@ -223,13 +227,12 @@ Item {
         readonly property int echoDuration: 5000
         readonly property int quietTime: 500
 
-        // Decimal id to the pair of dialog and description. Untyped: QML has no name for maps.
-        property var openDialogsMap: new Map()
-        // Open ids as decimal texts, the current one last. Untyped: typed lists cannot change in place.
-        property var openDialogsIdStack: []
-        property int openDialogAutoNumber: -1
-        property int openDialogsIdStackLen: 0
-        // Untyped: likewise.
+        readonly property DialogStack stack: DialogStack {
+            drawn: root.drawnDialogs
+
+            onCountChanged: privat.most = Math.max(privat.most, count)
+        }
+        // Untyped: QML has no name for maps.
         property var customQuestionComponentsMap: new Map()
         // The signals that arrive now were raised while the backend was told of the dialog of an exception.
         property bool echoing: false
@@ -258,40 +261,16 @@ Item {
             return Math.trunc(id) || 0;
         }
 
-        function nextAutoId(): int {
-            while (openDialogsMap.has(String(openDialogAutoNumber))) {
-                --openDialogAutoNumber;
-            }
-            return openDialogAutoNumber--;
-        }
-
-        function push(id: real) {
-            openDialogsIdStack.push(String(id));
-            openDialogsIdStackLen = openDialogsIdStack.length;
-            most = Math.max(most, openDialogsIdStackLen);
-        }
-
-        function top(): var {
-            return openDialogsIdStack[openDialogsIdStack.length - 1];
-        }
-
-        function current(): var {
-            const [dialog] = openDialogsMap.get(top()) ?? [];
-            return dialog;
-        }
-
         // Enters the dialog and returns its id, 0 if the id is open already. The backend is told first.
         function setupDialog(id: real, dialog: var, description = null): real {
-            if (id === 0) {
-                id = nextAutoId();
-            } else if (openDialogsMap.has(String(id))) {
+            const newId = stack.enter(id);
+            if (!newId) {
                 console.log("Dialog ist bereits offen: " + id);
                 return 0;
             }
-            push(id);
-            tell(dialog, {current: [id, description]});
-            openDialogsMap.set(String(id), [dialog, description]);
-            return id;
+            tell(dialog, {current: [newId, description]});
+            stack.place(newId, dialog, description);
+            return newId;
         }
 
         // Enters a new dialog that leaves the stack when it has closed; a refused one goes away.
@@ -305,26 +284,9 @@ Item {
             let accepted = false;
             dialog.accepted?.connect(() => accepted = true);
             dialog.closed.connect(() => removeDialogById(newId, accepted, true));
-            dialog.visibleChanged?.connect(countAbove);
-            dialog.closingChanged?.connect(countAbove);
+            dialog.visibleChanged?.connect(stack.countAbove);
+            dialog.closingChanged?.connect(stack.countAbove);
             return newId;
-        }
-
-        // Tells each dialog how many stand above it. Below a covered one all are covered already.
-        function countAbove() {
-            let above = 0;
-            for (let i = openDialogsIdStack.length - 1; i >= 0; --i) {
-                const [dialog] = openDialogsMap.get(openDialogsIdStack[i]) ?? [];
-                if (above >= root.drawnDialogs && dialog?.covered) {
-                    return;
-                }
-                if (dialog?.above !== undefined) {
-                    dialog.above = above;
-                }
-                if (dialog?.visible && !dialog.closing) {
-                    ++above;
-                }
-            }
         }
 
         // Reports to the backend, and marks in the event queue what it raises meanwhile if this is about an exception.
@@ -361,23 +323,17 @@ Item {
         }
 
         function removeDialogById(id: real, accepted: bool, destroy: bool, value: var) {
-            if (openDialogsIdStack.length === 0) {
+            if (!root.popupActive) {
                 return;
             }
-            const key = String(id);
-            const [dialog] = openDialogsMap.get(key) ?? [];
+            const dialog = stack.dialog(id);
             if (destroy) {
                 dialog?.destroy();
             }
-            openDialogsMap.delete(key);
-            const index = openDialogsIdStack.lastIndexOf(key);
-            if (index >= 0) {
-                openDialogsIdStack.splice(index, 1);
-            }
-            openDialogsIdStackLen = openDialogsIdStack.length;
-            countAbove();
+            stack.leave(id);
             afterMany.restart();
 
+            const key = String(id);
             const reply = {[key]: {a: accepted}, current: currentForBackend()};
             if (value !== undefined) {
                 reply[key].v = value;
@@ -386,11 +342,7 @@ Item {
         }
 
         function currentForBackend(): var {
-            if (openDialogsIdStack.length === 0) {
-                return null;
-            }
-            const [, description = null] = openDialogsMap.get(top()) ?? [];
-            return [Number.parseInt(top()), description];
+            return root.popupActive ? [stack.top(), stack.description(stack.top())] : null;
         }
     }
 }
