@@ -31,10 +31,19 @@ function(kubelor_qml_module name)
   kubelor_compiled_qml(${name}_module)
   # What Qt generates names the headers without a folder.
   target_include_directories(${name}_module PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
-  target_link_libraries(${name}_module PUBLIC kubelor_shared Qt6::Qml Qt6::Quick ${arg_LINK}
-                                       PRIVATE kubelor_options)
-  target_precompile_headers(${name}_module REUSE_FROM kubelor_precompiled_qml)
+  target_link_libraries(${name}_module PUBLIC kubelor_shared Qt6::Qml Qt6::Quick ${arg_LINK})
+  kubelor_precompiled_module(${name}_module)
   target_link_libraries(kubelor_modules INTERFACE ${name}_module ${name}_moduleplugin)
+endfunction()
+
+# Gives a module the precompiled headers, and what Qt adds to it, which is nothing but headers.
+function(kubelor_precompiled_module target)
+  foreach(part IN ITEMS ${target} ${target}_qmlcache ${target}plugin ${target}plugin_init)
+    if(TARGET ${part})
+      target_link_libraries(${part} PRIVATE kubelor_options)
+      target_precompile_headers(${part} REUSE_FROM kubelor_precompiled_qml)
+    endif()
+  endforeach()
 endfunction()
 
 # Marks QML files of this folder as singletons. Call before kubelor_qml_module().

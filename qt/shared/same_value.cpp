@@ -31,7 +31,10 @@ bool areSame(const QVariant &left, const QVariant &right)
 
 bool isSame(const QVariantMap &left, const QVariantMap &right)
 {
-    return left.keys() == right.keys() && areSame(left.values(), right.values());
+    return std::equal(left.constKeyValueBegin(), left.constKeyValueEnd(), right.constKeyValueBegin(),
+                      right.constKeyValueEnd(), [](const auto &one, const auto &other) {
+                          return one.first == other.first && areSame(one.second, other.second);
+                      });
 }
 
 bool isSame(const QList<QVariantMap> &left, const QList<QVariantMap> &right)

@@ -1,0 +1,131 @@
+#!/usr/bin/python3
+"""Runs a checker of C++ over the sources of this project, several of them in one go.
+
+Most of the time that clang-tidy or clazy takes for a file is that of its headers. So sources that are compiled alike
+are included into one unit. A unit with a complaint is halved, until a source stands alone, and what is said of that one
+counts: sources that only do not go together are no fault.
+
+    scripts/lint_units.py COMPILE_COMMANDS CHECKER [ARGUMENT...]
+
+The checker is called as `CHECKER ARGUMENT... FILE -- OPTIONS OF THE COMPILER...`.
+"""
+
+import json
+import os
+import re
+import shlex
+import subprocess
+import sys
+from collections.abc import Iterable, Iterator
+from concurrent.futures import ThreadPoolExecutor
+from dataclasses import dataclass
+from pathlib import Path
+from tempfile import TemporaryDirectory
+from typing import Final
+
+ROOT: Final = Path(__file__).resolve().parent.parent
+FOLDERS: Final = ("qt", "tests", "bench")
+SOURCES_OF_A_UNIT: Final = 10
+#: What a source cannot share with another one.
+ALONE: Final = re.compile(r"^int main\(|^PYBIND11_(EMBEDDED_)?MODULE\(", re.MULTILINE)
+#: Of the compiler alone: its precompiled headers, and warnings that the checkers do not know or that come from
+#: sources standing together.
+FOREIGN: Final = re.compile(r"-Wduplicated-cond|-Wlogical-op|-Winvalid-pch|-fpch-preprocess|-Wshadow|-include=.*cmake_pch\.hxx")
+#: A line of a checker that is one.
+COMPLAINT: Final = re.compile(r": (warning|error): ")
+#: Options whose argument follows as a word of its own.
+WITH_ARGUMENT: Final = ("-isystem", "-include")
+
+
+@dataclass(frozen=True)
+class Source:
+    """A file with the options that it is compiled with, each with its argument."""
+
+    path: Path
+    directory: str
+    options: tuple[tuple[str, ...], ...]
+
+    @property
+    def definitions(self) -> dict[str, str]:
+        """Macros of the command line, with their values."""
+        pairs = (option[0][2:].partition("=") for option in self.options if option[0].startswith("-D"))
+        return {name: value for name, _, value in pairs}
+
+    def goes_with(self, others: Iterable["Source"]) -> bool:
+        """Whether no macro has another value there."""
+        return all(
+            other.definitions.get(name, value) == value
+            for other in others
+            for name, value in self.definitions.items()
+        )
+
+
+def _options(words: list[str]) -> Iterator[tuple[str, ...]]:
+    """The options of a command line, without what is to be compiled into what."""
+    rest = iter(words)
+    for word in rest:
+        if word in ("-o", "-c"):
+            next(rest)
+        elif word in WITH_ARGUMENT:
+            yield (word, next(rest))
+        else:
+            yield (word,)
+
+
+def read_sources(commands: Path) -> list[Source]:
+    """The project's own sources, by their path. Those of other targets and generated ones are left out."""
+    found: dict[Path, Source] = {}
+    for entry in json.loads(commands.read_text(encoding="utf-8")):
+        path = Path(entry["file"])
+        if not path.is_relative_to(ROOT) or path.relative_to(ROOT).parts[0] not in FOLDERS:
+            continue
+        words = shlex.split(entry["command"])
+        compiler = next(i for i, word in enumerate(words) if word.endswith(("++", "cc", "gcc")) and "ccache" not in word)
+        options = (o for o in _options(words[compiler + 1 :]) if not FOREIGN.fullmatch("=".join(o)))
+        found.setdefault(path, Source(path, entry["directory"], tuple(options)))
+    return [found[path] for path in sorted(found)]
+
+
+def in_units(sources: Iterable[Source]) -> list[list[Source]]:
+    """Puts sources together that lie beside each other."""
+    units: list[list[Source]] = []
+    alone: list[list[Source]] = []
+    for source in sources:
+        if ALONE.search(source.path.read_text(encoding="utf-8")):
+            alone.append([source])
+        elif units and len(units[-1]) < SOURCES_OF_A_UNIT and source.goes_with(units[-1]):
+            units[-1].append(source)
+        else:
+            units.append([source])
+    return units + alone
+
+
+def check(checker: list[str], unit: list[Source], folder: Path) -> list[str]:
+    """What the checker has to say, for each source that it does not like."""
+    path = folder / f"{len(unit)}_{'_'.join(unit[0].path.relative_to(ROOT).parts)}"
+    path.write_text("".join(f'#include "{source.path}" // NOLINT\n' for source in unit), encoding="utf-8")
+    options = dict.fromkeys(option for source in unit for option in source.options)
+    words = [*checker, str(path), "--", *(word for option in options for word in option)]
+    done = subprocess.run(words, capture_output=True, text=True, check=False, cwd=unit[0].directory)
+    said = done.stdout + done.stderr
+    if done.returncode == 0 and not COMPLAINT.search(said):
+        return []
+    if len(unit) == 1:
+        return [said]
+    half = len(unit) // 2
+    return check(checker, unit[:half], folder) + check(checker, unit[half:], folder)
+
+
+def main() -> int:
+    """0 if there is nothing to complain about."""
+    commands, checker = Path(sys.argv[1]), sys.argv[2:]
+    units = in_units(read_sources(commands))
+    with TemporaryDirectory() as folder, ThreadPoolExecutor(os.cpu_count()) as pool:
+        said = pool.map(lambda unit: check(checker, unit, Path(folder)), units)
+        complaints = [text for texts in said for text in texts]
+    print("\n".join(complaints))
+    return 1 if complaints else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
