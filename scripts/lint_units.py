@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 """Runs a checker of C++ over the sources of this project, several of them in one go.
 
-Most of the time that clang-tidy or clazy takes for a file is that of its headers. So sources that are compiled alike
-are included into one unit. A unit with a complaint is halved, until a source stands alone, and what is said of that one
-counts: sources that only do not go together are no fault.
+Most of the time that clang-tidy or clazy takes for a file is that of its headers. So sources that are compiled
+alike are included into one unit. A unit with a complaint is halved, until a source stands alone, and what is said
+of that one counts: sources that only do not go together are no fault.
 
     scripts/lint_units.py COMPILE_COMMANDS CHECKER [ARGUMENT...]
 
@@ -28,9 +28,12 @@ FOLDERS: Final = ("qt", "tests", "bench")
 SOURCES_OF_A_UNIT: Final = 10
 #: What a source cannot share with another one.
 ALONE: Final = re.compile(r"^int main\(|^PYBIND11_(EMBEDDED_)?MODULE\(", re.MULTILINE)
-#: Of the compiler alone: its precompiled headers, and warnings that the checkers do not know or that come from
+COMPILER: Final = re.compile(r".*(g|c|clang)\+\+(-\d+)?")
+#: For the compiler alone: its precompiled headers, and warnings that the checkers do not know or that come from
 #: sources standing together.
-FOREIGN: Final = re.compile(r"-Wduplicated-cond|-Wlogical-op|-Winvalid-pch|-fpch-preprocess|-Wshadow|-include=.*cmake_pch\.hxx")
+FOREIGN: Final = re.compile(
+    r"-W(duplicated-cond|logical-op|invalid-pch|shadow)|-fpch-preprocess|-include=.*cmake_pch\.hxx"
+)
 #: A line of a checker that is one.
 COMPLAINT: Final = re.compile(r": (warning|error): ")
 #: Options whose argument follows as a word of its own.
@@ -65,9 +68,9 @@ def _options(words: list[str]) -> Iterator[tuple[str, ...]]:
     rest = iter(words)
     for word in rest:
         if word in ("-o", "-c"):
-            next(rest)
+            next(rest, None)
         elif word in WITH_ARGUMENT:
-            yield (word, next(rest))
+            yield (word, next(rest, ""))
         else:
             yield (word,)
 
@@ -80,7 +83,7 @@ def read_sources(commands: Path) -> list[Source]:
         if not path.is_relative_to(ROOT) or path.relative_to(ROOT).parts[0] not in FOLDERS:
             continue
         words = shlex.split(entry["command"])
-        compiler = next(i for i, word in enumerate(words) if word.endswith(("++", "cc", "gcc")) and "ccache" not in word)
+        compiler = next(i for i, word in enumerate(words) if COMPILER.fullmatch(word))
         options = (o for o in _options(words[compiler + 1 :]) if not FOREIGN.fullmatch("=".join(o)))
         found.setdefault(path, Source(path, entry["directory"], tuple(options)))
     return [found[path] for path in sorted(found)]
