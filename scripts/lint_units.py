@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 """Runs a checker of C++ over the sources of this project, several of them in one go.
 
-Most of the time that clang-tidy or clazy takes for a file is that of its headers. So sources that are compiled
-alike are included into one unit. A unit with a complaint is halved, until a source stands alone, and what is said
-of that one counts: sources that only do not go together are no fault.
+Most of the time that clang-tidy or clazy takes for a file is that of its headers. So sources that are
+compiled alike are included into one unit. A unit with a complaint is halved, until a source stands alone,
+and what is said of that one counts: sources that only do not go together are no fault.
 
     scripts/lint_units.py COMPILE_COMMANDS CHECKER [ARGUMENT...]
 
@@ -29,8 +29,8 @@ SOURCES_OF_A_UNIT: Final = 10
 #: What a source cannot share with another one.
 ALONE: Final = re.compile(r"^int main\(|^PYBIND11_(EMBEDDED_)?MODULE\(", re.MULTILINE)
 COMPILER: Final = re.compile(r".*(g|c|clang)\+\+(-\d+)?")
-#: For the compiler alone: its precompiled headers, and warnings that the checkers do not know or that come from
-#: sources standing together.
+#: For the compiler alone: its precompiled headers, and warnings that the checkers do not know or that come
+#: from sources standing together.
 FOREIGN: Final = re.compile(
     r"-W(duplicated-cond|logical-op|invalid-pch|shadow)|-fpch-preprocess|-include=.*cmake_pch\.hxx"
 )
