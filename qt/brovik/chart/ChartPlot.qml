@@ -104,7 +104,7 @@ ChartView {
         objectName: "lineP"
 
         line: Chart.p
-        kind: ChartTrace.Measured
+        kind: TraceKinds.Measured
         group: root.optsP
         axisX: axisTime
         axisY: axisP
@@ -118,7 +118,7 @@ ChartView {
         objectName: "lineLw"
 
         line: Chart.lw
-        kind: ChartTrace.Measured
+        kind: TraceKinds.Measured
         group: root.optsLw
         axisX: axisTime
         axisY: axisLw
@@ -132,7 +132,7 @@ ChartView {
         objectName: "lineStep"
 
         line: Chart.step
-        kind: ChartTrace.Step
+        kind: TraceKinds.Step
         group: root.optsSteps
         axisX: axisTime
         axisYRight: axisSteps
@@ -145,7 +145,7 @@ ChartView {
         objectName: "lineLIn"
 
         line: Chart.lIn
-        kind: ChartTrace.Actuator
+        kind: TraceKinds.Actuator
         group: root.optsValves
         axisX: axisTime
         axisYRight: axisValves

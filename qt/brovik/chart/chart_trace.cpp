@@ -8,19 +8,6 @@
 
 namespace {
 
-/// How a kind of line takes a point of a whole list and one that comes alone.
-struct Drawing
-{
-    void (TracePoints::*stored)(const QPointF &point);
-    void (TracePoints::*live)(const QPointF &point);
-};
-
-constexpr Drawing drawings[] = {
-    {&TracePoints::addMeasured, &TracePoints::addMeasured},
-    {&TracePoints::addStoredActuator, &TracePoints::addLiveActuator},
-    {&TracePoints::addStoredStep, &TracePoints::addLiveStep},
-};
-
 /// A line two pixels wide needs more than one column for each, or steep parts come out too thin.
 constexpr double columnsPerPixel = 2.0;
 
@@ -75,7 +62,7 @@ void ChartTrace::setLine(ChartLine *line)
     Q_EMIT lineChanged();
 }
 
-void ChartTrace::setKind(Kind kind)
+void ChartTrace::setKind(TraceKind kind)
 {
     if (m_kind != kind) {
         m_kind = kind;
@@ -184,7 +171,7 @@ void ChartTrace::catchUp()
         m_drawnTo = m_endOfWhole;
     }
     const std::optional<double> drawnTo = std::exchange(m_drawnTo, std::nullopt);
-    if (drawnTo && m_kind == Measured) {
+    if (drawnTo && m_kind == TraceKind::Measured) {
         Q_EMIT pointsDrawn(*drawnTo);
     }
 }
@@ -210,8 +197,7 @@ void ChartTrace::readWhole(const Points &points)
     m_endOfWhole = endOfNothing;
     for (const QPointF &point : points) {
         if (isDrawable(point)) {
-            (m_points.*drawings[m_kind].stored)(point);
-            m_highest = std::max(m_highest, point.y());
+            take(point, TracePoints::Arrival::Stored);
             m_endOfWhole = point.x();
         }
     }
@@ -221,15 +207,20 @@ void ChartTrace::readLive(const Points &points)
 {
     for (const QPointF &point : points) {
         if (isDrawable(point)) {
-            (m_points.*drawings[m_kind].live)(point);
-            m_highest = std::max(m_highest, point.y());
+            take(point, TracePoints::Arrival::Live);
         }
     }
 }
 
+void ChartTrace::take(const QPointF &point, TracePoints::Arrival arrival)
+{
+    m_points.add(m_kind, arrival, point);
+    m_highest = std::max(m_highest, point.y());
+}
+
 void ChartTrace::publish()
 {
-    if (m_kind == Measured && std::exchange(m_maxY, m_highest) != m_highest) {
+    if (m_kind == TraceKind::Measured && std::exchange(m_maxY, m_highest) != m_highest) {
         Q_EMIT maxYChanged();
     }
     const double lastX = m_points.last().x();
