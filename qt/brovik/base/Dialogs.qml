@@ -331,11 +331,11 @@ Item {
         function tell(dialog: var, data: var) {
             const ofException = dialog?.ofException === true;
             if (ofException) {
-                echoBegin.raise();
+                echoBegin.enqueue();
             }
             Gui.toPy(Gui.DialogData, data);
             if (ofException) {
-                echoEnd.raise();
+                echoEnd.enqueue();
             }
         }
 

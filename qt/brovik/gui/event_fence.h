@@ -13,10 +13,10 @@ class EventFence : public QObject
 public:
     using QObject::QObject;
 
-    /// Puts the mark behind all that waits now.
-    Q_INVOKABLE void raise() { QMetaObject::invokeMethod(this, &EventFence::passed, Qt::QueuedConnection); }
+    /// Puts the mark into the queue, behind all that waits now.
+    Q_INVOKABLE void enqueue() { QMetaObject::invokeMethod(this, &EventFence::passed, Qt::QueuedConnection); }
 
 Q_SIGNALS:
-    /// All that waited at raise() has arrived.
+    /// All that waited at enqueue() has arrived.
     void passed();
 };
