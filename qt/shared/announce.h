@@ -7,7 +7,7 @@
 #include <type_traits>
 #include <utility>
 
-/// What the GUI thread has to do for one notification, in the time of a light binding.
+/// How long the GUI thread takes for one notification. The unit is the time of a light binding.
 enum class Cost : int {
     Binding = 1,
     ConsoleLine = 10,
@@ -32,7 +32,8 @@ public:
 
     Q_DISABLE_COPY_MOVE(AnnouncesLater)
 
-    /// Adds to what this thread has told. Tells the brake at once if nothing speaks against it.
+    /// Adds to what this thread has told. Tells the brake at once, unless an AnnouncesLater of this thread
+    /// exists.
     static void add(int cost)
     {
         if (t_depth > 0) {

@@ -138,7 +138,7 @@ void NotificationBrake::postMark()
     m_markTells = m_stops == 0;
     m_sinceMark.start();
     m_markedUpTo = m_told;
-    // Carries nothing: the thread sanitizer does not see how Qt hands it over.
+    // Captures nothing: the thread sanitizer does not see how Qt hands a captured value to the other thread.
     QMetaObject::invokeMethod(
         &m_receiver, [] { instance().handled(); }, Qt::QueuedConnection);
 }

@@ -42,8 +42,8 @@ void setIdentity(const PlatformPaths &paths)
     QCoreApplication::setApplicationVersion(QLatin1String(identity::version));
 }
 
-/// Moves a settings file that is not one out of the way: its values are not to be trusted either. Tells where
-/// to, once the screens are loaded.
+/// Renames a settings file that cannot be parsed, since what was read of it may be wrong as well. Shows the
+/// new name once the screens are loaded.
 void putDamagedSettingsAside()
 {
     const QSettings settings;

@@ -132,7 +132,7 @@ private:
     {
         logCritical("%s: Das Programm wartet noch immer auf %s und wird abgebrochen. Die Python-Threads:",
                     EndSignals::name(m_signal), qUtf8Printable(awaited()));
-        // Nobody holds the threads while their stacks are read.
+        // The threads run on while their stacks are read, so the reading may crash.
         std::signal(SIGSEGV, leave);
         PythonStacks::write();
         leave(m_signal);

@@ -33,7 +33,7 @@ ChartView {
         right: Common.spacing
         bottom: Common.spacing
     }
-    // It is taken for rich text.
+    // The chart takes its title for rich text.
     title: Texts.escaped(Chart.currentName)
     titleColor: ChartColors.labelColor
 
@@ -169,7 +169,7 @@ ChartView {
 
         // The chart gives this part of its width to all y axes together, and each side as much as it has axes.
         readonly property real axesPart: 0.4
-        // Title and time axis take the rest. To ask for the plot itself, which the labels move, would go in circles.
+        // Title and time axis take the rest. The height of the plot itself depends on the labels: a binding loop.
         readonly property real leastPlotHeight: root.height * 0.7
         readonly property real roomOfEach: {
             const count = [axisP, axisLw, axisValves, axisSteps].filter(axis => axis.visible).length;

@@ -55,7 +55,8 @@ public:
     void clear() { setData({}); }
     /// Appends one point. Without a series to draw it in it says so in the log, and keeps the point.
     void addPoint(const QPointF &point);
-    /// For who follows the line: signals may come late and several at once, this is always consistent.
+    /// What the line has got since the mark was taken. Always consistent, while the signals that tell of it
+    /// may come late.
     News newsSince(const Mark &mark) const;
 
     QString name() const { return read(m_name); }

@@ -84,7 +84,7 @@ void ChartTrace::componentComplete()
     start();
 }
 
-/// Who comes later finds the line as one whole list.
+/// A trace that starts later than the recording takes all points as one whole list.
 void ChartTrace::start()
 {
     if (!m_complete || !m_line) {
@@ -244,7 +244,7 @@ void ChartTrace::draw()
 ChartTrace::Points ChartTrace::picture(const QLineSeries &series) const
 {
     if (!series.isVisible()) {
-        return {}; // it costs as much as a visible one
+        return {}; // the chart computes the path of a hidden series, too
     }
     if (!m_time || !m_value || !m_chart) {
         return m_points.all();

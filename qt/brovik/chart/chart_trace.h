@@ -92,7 +92,7 @@ private:
     double m_maxY = lowestMaxY;
     double m_lastX = 0.0;
     double m_endOfWhole = endOfNothing; ///< x of the last point that came with a whole list.
-    std::optional<double> m_drawnTo;    ///< What pointsDrawn() has yet to say.
+    std::optional<double> m_drawnTo;    ///< The x of the next pointsDrawn().
     bool m_wholeListCame = false;
     QPropertyNotifier m_seriesNotifier;
     QPointer<QLineSeries> m_series;

@@ -214,7 +214,7 @@ void TracePoints::addStoredActuator(const QPointF &point)
     }
 }
 
-/// What was on goes off, whatever the height of the point.
+/// An output that is on goes off, whatever the height of the point.
 void TracePoints::addLiveActuator(const QPointF &point)
 {
     const double lastY = last().y();

@@ -34,7 +34,7 @@ double conductivityPercent(double value)
     return (value / 125.0 + 0.2) * 100.0;
 }
 
-/// Any wish fits into an int, so that the simulator's bounds decide and no wrap-around.
+/// Limited to what fits into an int: a larger number must not wrap round, but meet the simulator's bounds.
 int wholePercent(double percent)
 {
     using Limits = std::numeric_limits<int>;

@@ -87,9 +87,9 @@ void Setting::setKey(Settings::SettingsEnum key)
     announce(*this, &Setting::valueChanged);
 }
 
-void Setting::ask(const QJSValue &wish)
+void Setting::ask(const QJSValue &value)
 {
-    announce(Settings::instance(), &Settings::toPy, m_key, wish);
+    announce(Settings::instance(), &Settings::toPy, m_key, value);
 }
 
 NumberSetting::NumberSetting(QObject *parent)
@@ -129,14 +129,14 @@ bool NumberSetting::takeUp(Settings::SettingsEnum key)
     connect(&settings, m_fields->valueChanged, this, &Setting::valueChanged);
     connect(&settings, m_fields->lowestChanged, this, &NumberSetting::lowestChanged);
     connect(&settings, m_fields->highestChanged, this, &NumberSetting::highestChanged);
-    connect(&settings, &Settings::toPy, this, &NumberSetting::noteWish);
+    connect(&settings, &Settings::toPy, this, &NumberSetting::noteRequest);
     return true;
 }
 
-void NumberSetting::noteWish(Settings::SettingsEnum key, const QJSValue &wish)
+void NumberSetting::noteRequest(Settings::SettingsEnum key, const QJSValue &value)
 {
     if (key == this->key()) {
-        announce(*this, &NumberSetting::asked, wish.toNumber());
+        announce(*this, &NumberSetting::asked, value.toNumber());
     }
 }
 

@@ -12,7 +12,7 @@
 
 namespace {
 
-// What is written in one step at most. The layout that follows takes its time by the characters.
+// What is written in one step at most. The more characters, the longer the layout takes that follows.
 constexpr qint64 stepMs = 10;
 constexpr qsizetype stepLength = 20'000;
 // Characters.
@@ -120,7 +120,8 @@ void ConsoleWriter::writeSome()
     reportBacklog();
 }
 
-/// Who prints is to wait for what is written, not for what is taken.
+/// A thread that prints too much waits until its text is in the document; to be out of the event queue is not
+/// enough.
 void ConsoleWriter::reportBacklog() const
 {
     NotificationBrake::instance().setBacklog(static_cast<qint64>(m_waiting.size()) *

@@ -32,7 +32,7 @@ int ends[2] = {closed, closed};
 /// The process whose end the signals ask for.
 pid_t owner = 0;
 
-/// Async-signal-safe. A full pipe has enough to say already.
+/// Async-signal-safe. If the pipe is full, signals enough wait in it: this one may be lost.
 void tell(int signal)
 {
     const int error = errno;

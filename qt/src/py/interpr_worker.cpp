@@ -325,7 +325,8 @@ void PyWorker::extendSysPath()
 bool PyWorker::bringUpBackend()
 {
     const bool prepared = guarded([this] { extendSysPath(); }) && guarded([] { py::exec(streamCatcher); });
-    // Makes the enums of the presses known to Python, also to a backend that never imports the module.
+    // Makes the enums of the operator's actions known to Python, also to a backend that never imports the
+    // module.
     const bool known = prepared && guarded([] { py::module_::import("brovik"); });
     const bool imported = known && guarded([this] { importBackend(); });
     if (!imported || m_bridge->stubMode()) {

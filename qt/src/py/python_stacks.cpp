@@ -12,7 +12,7 @@ namespace py = pybind11;
 
 namespace {
 
-/// Python's fault handler writes the stacks when a signal comes. This one is in nobody else's way.
+/// Python's fault handler writes the stacks when a signal comes. This one is used for nothing else.
 int stackSignal()
 {
     constexpr int offset = 5;

@@ -28,7 +28,7 @@ struct DefaultValue
     py::object (*read)(const Settings &settings);
 };
 
-/// Scope of the key names that stand for themselves.
+/// Scope of the attributes whose value is their own name.
 struct SettingsKeys
 {};
 

@@ -10,7 +10,7 @@ namespace {
 
 using Self = Simulator;
 
-/// Scope of the key names that stand for themselves.
+/// Scope of the attributes whose value is their own name.
 struct SimKeys
 {};
 
