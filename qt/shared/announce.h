@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QCoreApplication>
+#include "shared/gui_thread.h"
+
 #include <QObject>
 #include <QThread>
 
@@ -56,8 +57,7 @@ private:
 inline bool isForGuiThread(const QObject &object)
 {
     const QThread *const home = object.thread();
-    const QCoreApplication *application = QCoreApplication::instance();
-    return home != QThread::currentThread() && application != nullptr && home == application->thread();
+    return home != QThread::currentThread() && home != nullptr && home == guiThread();
 }
 
 /// The one way in which a shared object tells of anything: emits the signal, and holds back a thread that

@@ -1,5 +1,7 @@
 #include "shared/notification_brake.h"
 
+#include "shared/gui_thread.h"
+
 #include <QCoreApplication>
 #include <QThread>
 
@@ -10,12 +12,6 @@ namespace {
 
 /// The calls of the backend that run on this thread.
 constinit thread_local int t_calls = 0;
-
-bool isGuiThread()
-{
-    const QCoreApplication *application = QCoreApplication::instance();
-    return application != nullptr && application->thread() == QThread::currentThread();
-}
 
 } // namespace
 
@@ -72,6 +68,7 @@ void NotificationBrake::waitInTurn(std::unique_lock<std::mutex> &lock)
 
 void NotificationBrake::setBacklog(qint64 cost)
 {
+    Q_ASSERT(onGuiThread());
     const std::lock_guard lock(m_mutex);
     m_backlog = cost;
     m_moved.notify_all();
@@ -146,6 +143,7 @@ void NotificationBrake::postMark()
 /// The GUI thread has come to a mark.
 void NotificationBrake::handled()
 {
+    Q_ASSERT(onGuiThread());
     const std::lock_guard lock(m_mutex);
     const qint64 told = m_markedUpTo;
     m_loopRuns = QThread::currentThread()->loopLevel() > 0;
@@ -186,7 +184,7 @@ void NotificationBrake::measure(qint64 cost)
 }
 
 GuiThreadWaits::GuiThreadWaits(For what)
-    : m_onGuiThread(isGuiThread())
+    : m_onGuiThread(guiThread() == QThread::currentThread())
 {
     if (m_onGuiThread) {
         const std::chrono::milliseconds none{0};

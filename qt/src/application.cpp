@@ -1,5 +1,6 @@
 #include "src/application.h"
 
+#include "shared/gui_thread.h"
 #include "shared/log.h"
 #include "shared/screen_engine.h"
 #include "src/end_watch.h"
@@ -189,6 +190,7 @@ SplitArguments splitArguments(const QStringList &arguments, const QString &inter
 
 void exportEnvironment(const QString &path)
 {
+    Q_ASSERT(onGuiThread());
     QFile file(path);
     if (!file.exists() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         return;

@@ -65,8 +65,8 @@ public:
     /// Tells in which series and against which axis the page draws the line.
     Q_INVOKABLE void registerQmlLine(QLineSeries *series, QValueAxis *axis);
     /// Null until the page has registered it, and when it is gone. GUI thread.
-    const QProperty<QLineSeries *> &series() const { return m_series; }
-    QValueAxis *axis() const { return m_axis; }
+    const QProperty<QLineSeries *> &series() const;
+    QValueAxis *axis() const;
 
 Q_SIGNALS:
     /// The whole list was replaced.

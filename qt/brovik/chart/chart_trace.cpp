@@ -1,6 +1,7 @@
 #include "brovik/chart/chart_trace.h"
 
 #include "brovik/chart/trace_schedule.h"
+#include "shared/gui_thread.h"
 
 #include <algorithm>
 #include <cmath>
@@ -51,6 +52,7 @@ void followInstead(QPointer<Object> &followed, Object *object, Signal signal, Re
 
 void ChartTrace::setLine(ChartLine *line)
 {
+    Q_ASSERT(onGuiThread());
     if (m_line == line) {
         return;
     }
@@ -64,6 +66,7 @@ void ChartTrace::setLine(ChartLine *line)
 
 void ChartTrace::setKind(TraceKind kind)
 {
+    Q_ASSERT(onGuiThread());
     if (m_kind != kind) {
         m_kind = kind;
         start();
@@ -73,6 +76,7 @@ void ChartTrace::setKind(TraceKind kind)
 
 void ChartTrace::redraw()
 {
+    Q_ASSERT(onGuiThread());
     readNews();
     publish();
     draw();
@@ -80,6 +84,7 @@ void ChartTrace::redraw()
 
 void ChartTrace::componentComplete()
 {
+    Q_ASSERT(onGuiThread());
     m_complete = true;
     start();
 }
@@ -102,6 +107,7 @@ void ChartTrace::start()
 
 void ChartTrace::followSeries()
 {
+    Q_ASSERT(onGuiThread());
     followInstead(m_series, m_line->series().value(), &QLineSeries::visibleChanged, this,
                   &ChartTrace::requestForView);
     requestForNews();
@@ -142,6 +148,7 @@ void ChartTrace::requestForView()
 
 void ChartTrace::viewMoves()
 {
+    Q_ASSERT(onGuiThread());
     if (TraceSchedule::instance().isViewMoving() && m_series && m_series->count() > 0) {
         m_series->replace(Points());
     }
@@ -150,6 +157,7 @@ void ChartTrace::viewMoves()
 
 void ChartTrace::pointCame(const QPointF &point)
 {
+    Q_ASSERT(onGuiThread());
     if (isDrawable(point)) {
         m_wholeListCame = false;
         m_drawnTo = point.x();
@@ -159,6 +167,7 @@ void ChartTrace::pointCame(const QPointF &point)
 
 void ChartTrace::wholeListCame()
 {
+    Q_ASSERT(onGuiThread());
     m_wholeListCame = true;
     requestForNews();
 }

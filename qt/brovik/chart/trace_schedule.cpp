@@ -1,6 +1,7 @@
 #include "brovik/chart/trace_schedule.h"
 
 #include "brovik/chart/chart_trace.h"
+#include "shared/gui_thread.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -30,6 +31,7 @@ TraceSchedule::ViewMove::~ViewMove()
 
 TraceSchedule &TraceSchedule::instance()
 {
+    Q_ASSERT(onGuiThread());
     static TraceSchedule schedule;
     return schedule;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/gui_thread.h"
+
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
@@ -14,7 +16,11 @@ public:
     using QObject::QObject;
 
     /// Puts the mark into the queue, behind all that waits now.
-    Q_INVOKABLE void enqueue() { QMetaObject::invokeMethod(this, &EventFence::passed, Qt::QueuedConnection); }
+    Q_INVOKABLE void enqueue()
+    {
+        Q_ASSERT(onGuiThread());
+        QMetaObject::invokeMethod(this, &EventFence::passed, Qt::QueuedConnection);
+    }
 
 Q_SIGNALS:
     /// All that waited at enqueue() has arrived.

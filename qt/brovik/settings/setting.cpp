@@ -1,5 +1,7 @@
 #include "brovik/settings/setting.h"
 
+#include "shared/gui_thread.h"
+
 #include <QVariant>
 #include <QtQml/qqmlinfo.h>
 
@@ -74,6 +76,7 @@ auto find(const Table &table, Settings::SettingsEnum key) -> decltype(std::data(
 
 void Setting::setKey(Settings::SettingsEnum key)
 {
+    Q_ASSERT(onGuiThread());
     if (key == m_key) {
         return;
     }
@@ -89,6 +92,7 @@ void Setting::setKey(Settings::SettingsEnum key)
 
 void Setting::ask(const QJSValue &value)
 {
+    Q_ASSERT(onGuiThread());
     announce(Settings::instance(), &Settings::toPy, m_key, value);
 }
 
@@ -101,21 +105,25 @@ NumberSetting::NumberSetting(QObject *parent)
 
 double NumberSetting::value() const
 {
+    Q_ASSERT(onGuiThread());
     return m_fields == nullptr ? 0.0 : m_fields->value(Settings::instance());
 }
 
 double NumberSetting::lowest() const
 {
+    Q_ASSERT(onGuiThread());
     return m_fields == nullptr ? 0.0 : m_fields->lowest(Settings::instance());
 }
 
 double NumberSetting::highest() const
 {
+    Q_ASSERT(onGuiThread());
     return m_fields == nullptr ? 0.0 : m_fields->highest(Settings::instance());
 }
 
 double NumberSetting::defaultValue() const
 {
+    Q_ASSERT(onGuiThread());
     return m_fields == nullptr ? 0.0 : m_fields->defaultValue(Settings::instance());
 }
 
@@ -135,6 +143,7 @@ bool NumberSetting::takeUp(Settings::SettingsEnum key)
 
 void NumberSetting::noteRequest(Settings::SettingsEnum key, const QJSValue &value)
 {
+    Q_ASSERT(onGuiThread());
     if (key == this->key()) {
         announce(*this, &NumberSetting::asked, value.toNumber());
     }
@@ -142,11 +151,13 @@ void NumberSetting::noteRequest(Settings::SettingsEnum key, const QJSValue &valu
 
 bool SwitchSetting::value() const
 {
+    Q_ASSERT(onGuiThread());
     return m_fields != nullptr && m_fields->value(Settings::instance());
 }
 
 bool SwitchSetting::defaultValue() const
 {
+    Q_ASSERT(onGuiThread());
     return m_fields != nullptr && m_fields->defaultValue(Settings::instance());
 }
 
@@ -162,6 +173,7 @@ bool SwitchSetting::takeUp(Settings::SettingsEnum key)
 
 QString TextSetting::value() const
 {
+    Q_ASSERT(onGuiThread());
     return m_fields == nullptr ? QString() : m_fields->value(Settings::instance());
 }
 
