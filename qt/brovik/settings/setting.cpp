@@ -63,6 +63,13 @@ constexpr SwitchSetting::Fields switchKeys[] = {
     SETTINGS_KEYS(NO_FIELDS, SWITCH_FIELDS, NO_FIELDS, NO_FIELDS)};
 constexpr TextSetting::Fields textKeys[] = {SETTINGS_KEYS(NO_FIELDS, NO_FIELDS, TEXT_FIELDS, NO_FIELDS)};
 
+/// What a setting has stored in one of its fields; a default value without a key.
+template <typename Fields, typename T> T read(const Fields *fields, Read<T> Fields::*field)
+{
+    Q_ASSERT(onGuiThread());
+    return fields != nullptr ? (fields->*field)(Settings::instance()) : T();
+}
+
 /// Null for a key of another kind.
 template <typename Table>
 auto find(const Table &table, Settings::SettingsEnum key) -> decltype(std::data(table))
@@ -105,26 +112,22 @@ NumberSetting::NumberSetting(QObject *parent)
 
 double NumberSetting::value() const
 {
-    Q_ASSERT(onGuiThread());
-    return m_fields == nullptr ? 0.0 : m_fields->value(Settings::instance());
+    return read(m_fields, &Fields::value);
 }
 
 double NumberSetting::lowest() const
 {
-    Q_ASSERT(onGuiThread());
-    return m_fields == nullptr ? 0.0 : m_fields->lowest(Settings::instance());
+    return read(m_fields, &Fields::lowest);
 }
 
 double NumberSetting::highest() const
 {
-    Q_ASSERT(onGuiThread());
-    return m_fields == nullptr ? 0.0 : m_fields->highest(Settings::instance());
+    return read(m_fields, &Fields::highest);
 }
 
 double NumberSetting::defaultValue() const
 {
-    Q_ASSERT(onGuiThread());
-    return m_fields == nullptr ? 0.0 : m_fields->defaultValue(Settings::instance());
+    return read(m_fields, &Fields::defaultValue);
 }
 
 bool NumberSetting::takeUp(Settings::SettingsEnum key)
@@ -151,14 +154,12 @@ void NumberSetting::noteRequest(Settings::SettingsEnum key, const QJSValue &valu
 
 bool SwitchSetting::value() const
 {
-    Q_ASSERT(onGuiThread());
-    return m_fields != nullptr && m_fields->value(Settings::instance());
+    return read(m_fields, &Fields::value);
 }
 
 bool SwitchSetting::defaultValue() const
 {
-    Q_ASSERT(onGuiThread());
-    return m_fields != nullptr && m_fields->defaultValue(Settings::instance());
+    return read(m_fields, &Fields::defaultValue);
 }
 
 bool SwitchSetting::takeUp(Settings::SettingsEnum key)
@@ -173,8 +174,7 @@ bool SwitchSetting::takeUp(Settings::SettingsEnum key)
 
 QString TextSetting::value() const
 {
-    Q_ASSERT(onGuiThread());
-    return m_fields == nullptr ? QString() : m_fields->value(Settings::instance());
+    return read(m_fields, &Fields::value);
 }
 
 bool TextSetting::takeUp(Settings::SettingsEnum key)
