@@ -43,6 +43,8 @@ add_compile_definitions(_GLIBCXX_ASSERTIONS)
 if(KUBELOR_SANITIZE)
   add_compile_options(-fsanitize=${KUBELOR_SANITIZE} -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=${KUBELOR_SANITIZE})
+  # Qt leaves its assertions out of all builds but Debug.
+  add_compile_definitions(QT_FORCE_ASSERTS)
 endif()
 
 # The headers that take longest, compiled once: of what qmlcachegen writes, of bindings, and of tests. A target takes

@@ -68,7 +68,7 @@ BrovikFlickable {
         objectName: "progressText"
 
         Layout.fillWidth: true
-        // That of the size that fits.
+        // The height of the text in the size that was chosen to fit.
         Layout.preferredHeight: contentHeight
         horizontalAlignment: Text.AlignHCenter
         font.pointSize: privat.progressPointSize

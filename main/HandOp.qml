@@ -55,7 +55,7 @@ BrovikFlickable {
             onClicked: Actuator.toggleManualHeating()
         }
 
-        // What does not come by a pointer.
+        // By keyboard or assistive technology, which make no click.
         onToggled: Actuator.toggleManualHeating()
     }
 

@@ -11,7 +11,7 @@ Label {
     leftPadding: Common.spacing
     rightPadding: Common.spacing
     verticalAlignment: Text.AlignVCenter
-    // Rather smaller letters than lost ones.
+    // Smaller letters rather than a text that is cut off.
     fontSizeMode: Text.Fit
     minimumPointSize: Gui.fSizeXs / 2
     wrapMode: Text.WordWrap

@@ -82,7 +82,7 @@ ColumnLayout {
     QtObject {
         id: privat
 
-        // Pixels. Further out no screen reaches.
+        // Pixels. The largest coordinate that is taken for one of a screen.
         readonly property int furthest: 32767
         readonly property rect standard: Qt.rect(0, 70, 720, 950)
         readonly property list<string> sides: ["x", "y", "width", "height"]

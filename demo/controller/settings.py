@@ -43,9 +43,9 @@ def load(stored: Mapping[str, object], equipment: Equipment) -> None:
 
 
 class SettingsKeeper:  # pylint: disable=too-few-public-methods
-    """Takes the operator's wishes. Runs on the interpreter thread.
+    """Takes the operator's wishes: a parameter, and the value that it is to have. Runs on the interpreter thread.
 
-    The host clamps; what it has made of a wish is what gets stored.
+    The host clamps; what it has made of the value is what gets stored.
     """
 
     def __init__(self, writer: StorageWriter, equipment: Equipment) -> None:

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QCoreApplication>
+#include "shared/gui_thread.h"
+
 #include <QObject>
 #include <QThread>
 
 #include <type_traits>
 #include <utility>
 
-/// What the GUI thread has to do for one notification, in the time of a light binding.
+/// How long the GUI thread takes for one notification. The unit is the time of a light binding.
 enum class Cost : int {
     Binding = 1,
     ConsoleLine = 10,
@@ -32,7 +33,8 @@ public:
 
     Q_DISABLE_COPY_MOVE(AnnouncesLater)
 
-    /// Adds to what this thread has told. Tells the brake at once if nothing speaks against it.
+    /// Adds to what this thread has told. Tells the brake at once, unless an AnnouncesLater of this thread
+    /// exists.
     static void add(int cost)
     {
         if (t_depth > 0) {
@@ -55,8 +57,7 @@ private:
 inline bool isForGuiThread(const QObject &object)
 {
     const QThread *const home = object.thread();
-    const QCoreApplication *application = QCoreApplication::instance();
-    return home != QThread::currentThread() && application != nullptr && home == application->thread();
+    return home != QThread::currentThread() && home != nullptr && home == guiThread();
 }
 
 /// The one way in which a shared object tells of anything: emits the signal, and holds back a thread that

@@ -1,5 +1,7 @@
 #include "shared/notification_brake.h"
 
+#include "shared/gui_thread.h"
+
 #include <QCoreApplication>
 #include <QThread>
 
@@ -10,12 +12,6 @@ namespace {
 
 /// The calls of the backend that run on this thread.
 constinit thread_local int t_calls = 0;
-
-bool isGuiThread()
-{
-    const QCoreApplication *application = QCoreApplication::instance();
-    return application != nullptr && application->thread() == QThread::currentThread();
-}
 
 } // namespace
 
@@ -72,6 +68,7 @@ void NotificationBrake::waitInTurn(std::unique_lock<std::mutex> &lock)
 
 void NotificationBrake::setBacklog(qint64 cost)
 {
+    Q_ASSERT(onGuiThread());
     const std::lock_guard lock(m_mutex);
     m_backlog = cost;
     m_moved.notify_all();
@@ -138,7 +135,7 @@ void NotificationBrake::postMark()
     m_markTells = m_stops == 0;
     m_sinceMark.start();
     m_markedUpTo = m_told;
-    // Carries nothing: the thread sanitizer does not see how Qt hands it over.
+    // Captures nothing: the thread sanitizer does not see how Qt hands a captured value to the other thread.
     QMetaObject::invokeMethod(
         &m_receiver, [] { instance().handled(); }, Qt::QueuedConnection);
 }
@@ -146,6 +143,7 @@ void NotificationBrake::postMark()
 /// The GUI thread has come to a mark.
 void NotificationBrake::handled()
 {
+    Q_ASSERT(onGuiThread());
     const std::lock_guard lock(m_mutex);
     const qint64 told = m_markedUpTo;
     m_loopRuns = QThread::currentThread()->loopLevel() > 0;
@@ -186,7 +184,7 @@ void NotificationBrake::measure(qint64 cost)
 }
 
 GuiThreadWaits::GuiThreadWaits(For what)
-    : m_onGuiThread(isGuiThread())
+    : m_onGuiThread(guiThread() == QThread::currentThread())
 {
     if (m_onGuiThread) {
         const std::chrono::milliseconds none{0};

@@ -28,7 +28,7 @@
 class NotificationBrake
 {
 public:
-    /// Of the account, in the time of a light binding.
+    /// How much the account may hold, in the unit of `Cost`.
     static constexpr qint64 capacityAtStart = 1'000;
     static constexpr qint64 smallestCapacity = 100;
     static constexpr qint64 largestCapacity = 5'000;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shared/gui_thread.h"
 #include "shared/record_list.h"
 
 #include <QBasicTimer>
@@ -30,6 +31,7 @@ public:
 
     void adopt(QObject &copy)
     {
+        Q_ASSERT(onGuiThread());
         endGenerationOfOldList();
         copy.setParent(m_copies.get());
         QJSEngine::setObjectOwnership(&copy, QJSEngine::CppOwnership);
@@ -38,6 +40,7 @@ public:
 protected:
     void timerEvent(QTimerEvent * /*event*/) override
     {
+        Q_ASSERT(onGuiThread());
         m_going = std::exchange(m_resting, {});
         // Whoever read the list before may have gone.
         endGenerationOfOldList();
@@ -60,6 +63,7 @@ private:
 
     void letRest()
     {
+        Q_ASSERT(onGuiThread());
         if (!m_timer.isActive()) {
             m_timer.start(restMs, this);
         }
@@ -90,12 +94,20 @@ public:
         , m_generations(owner, listChanged)
     {}
 
-    QQmlListProperty<Record> property(QObject *owner) { return {owner, this, &count, &copyAt}; }
+    QQmlListProperty<Record> property(QObject *owner)
+    {
+        Q_ASSERT(onGuiThread());
+        return {owner, this, &count, &copyAt};
+    }
 
 private:
     using Property = QQmlListProperty<Record>;
 
-    static QmlRecords &self(const Property *property) { return *static_cast<QmlRecords *>(property->data); }
+    static QmlRecords &self(const Property *property)
+    {
+        Q_ASSERT(onGuiThread());
+        return *static_cast<QmlRecords *>(property->data);
+    }
 
     static qsizetype count(Property *property) { return self(property).m_records.size(); }
 

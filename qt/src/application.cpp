@@ -1,5 +1,6 @@
 #include "src/application.h"
 
+#include "shared/gui_thread.h"
 #include "shared/log.h"
 #include "shared/screen_engine.h"
 #include "src/end_watch.h"
@@ -42,8 +43,8 @@ void setIdentity(const PlatformPaths &paths)
     QCoreApplication::setApplicationVersion(QLatin1String(identity::version));
 }
 
-/// Moves a settings file that is not one out of the way: its values are not to be trusted either. Tells where
-/// to, once the screens are loaded.
+/// Renames a settings file that cannot be parsed, since what was read of it may be wrong as well. Shows the
+/// new name once the screens are loaded.
 void putDamagedSettingsAside()
 {
     const QSettings settings;
@@ -189,6 +190,7 @@ SplitArguments splitArguments(const QStringList &arguments, const QString &inter
 
 void exportEnvironment(const QString &path)
 {
+    Q_ASSERT(onGuiThread());
     QFile file(path);
     if (!file.exists() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         return;

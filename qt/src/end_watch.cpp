@@ -1,5 +1,6 @@
 #include "src/end_watch.h"
 
+#include "shared/gui_thread.h"
 #include "shared/log.h"
 #include "src/py/backend_activity.h"
 #include "src/py/end_signals.h"
@@ -56,6 +57,7 @@ void leaveAfter(std::chrono::seconds time)
 /// window that closes nothing would quit.
 void closeProgram()
 {
+    Q_ASSERT(onGuiThread());
     for (QWindow *window : QGuiApplication::topLevelWindows()) {
         window->close();
     }
@@ -132,7 +134,7 @@ private:
     {
         logCritical("%s: Das Programm wartet noch immer auf %s und wird abgebrochen. Die Python-Threads:",
                     EndSignals::name(m_signal), qUtf8Printable(awaited()));
-        // Nobody holds the threads while their stacks are read.
+        // The threads run on while their stacks are read, so the reading may crash.
         std::signal(SIGSEGV, leave);
         PythonStacks::write();
         leave(m_signal);
@@ -147,6 +149,7 @@ private:
 EndWatch::EndWatch()
     : m_watcher(new EndWatcher)
 {
+    Q_ASSERT(onGuiThread());
     EndSignals::open();
     m_watcher->moveToThread(&m_thread);
     QObject::connect(&m_thread, &QThread::started, m_watcher, &EndWatcher::start);
@@ -156,16 +159,19 @@ EndWatch::EndWatch()
 
 EndWatch::~EndWatch()
 {
+    Q_ASSERT(onGuiThread());
     m_thread.quit();
     m_thread.wait();
 }
 
 void EndWatch::begin()
 {
+    Q_ASSERT(onGuiThread());
     QMetaObject::invokeMethod(m_watcher, &EndWatcher::begin, Qt::QueuedConnection);
 }
 
 void EndWatch::finish()
 {
+    Q_ASSERT(onGuiThread());
     QMetaObject::invokeMethod(m_watcher, &EndWatcher::finish, Qt::QueuedConnection);
 }

@@ -2,6 +2,7 @@
 
 #include "src/identity.h"
 
+#include "shared/gui_thread.h"
 #include "shared/log.h"
 
 #include <QLocalSocket>
@@ -81,5 +82,6 @@ bool raiseThroughWindowTool()
 
 bool raiseRunningInstance(const QString &socketPath)
 {
+    Q_ASSERT(onGuiThread());
     return raiseThroughSocket(socketPath) || raiseThroughWindowTool();
 }

@@ -42,7 +42,7 @@ const char *levelTag(QtMsgType type)
 
 bool otherThreadsRun()
 {
-    // A directory has two links, and this one a further link for each thread.
+    // A directory has two links and one more for each of its own: here, for each thread.
     constexpr std::uintmax_t linksOfOneThread = 3;
     std::error_code error;
     return std::filesystem::hard_link_count("/proc/self/task", error) != linksOfOneThread;

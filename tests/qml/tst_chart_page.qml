@@ -438,7 +438,7 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                 const measured = [
                     {tag: "lineP", line: Chart.p, axis: "axisP", colour: Material.Green, group: "optsP"},
                     {tag: "lineLw", line: Chart.lw, axis: "axisLw", colour: Material.Blue, group: "optsLw"},
-                    {tag: "lineStep", line: Chart.step, axis: "axisSteps", colour: Material.Red, group: "optsSteps", right: true, kind: ChartTrace.Step}
+                    {tag: "lineStep", line: Chart.step, axis: "axisSteps", colour: Material.Red, group: "optsSteps", right: true, kind: TraceKinds.Step}
                 ];
                 const actuators = {
                     lineLIn: Chart.lIn,
@@ -454,14 +454,14 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                     linePumpe: Chart.pumpe,
                     lineSteam: Chart.steam
                 };
-                return measured.concat(Object.entries(actuators).map(([name, line]) => ({tag: name, line: line, axis: "axisValves", colour: Material.Amber, group: "optsValves", right: true, kind: ChartTrace.Actuator})));
+                return measured.concat(Object.entries(actuators).map(([name, line]) => ({tag: name, line: line, axis: "axisValves", colour: Material.Amber, group: "optsValves", right: true, kind: TraceKinds.Actuator})));
             }
 
             function test_series(data) {
                 const series = part(data.tag);
                 compare(series.line, data.line);
                 compare(series.trace.line, data.line);
-                compare(series.trace.kind, data.kind ?? ChartTrace.Measured);
+                compare(series.trace.kind, data.kind ?? TraceKinds.Measured);
                 compare(series.axisX, part("axisTime"));
                 compare(data.right ? series.axisYRight : series.axisY, part(data.axis));
                 compare(data.right ? series.axisY : series.axisYRight, null);

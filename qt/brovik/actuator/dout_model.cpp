@@ -1,5 +1,7 @@
 #include "brovik/actuator/dout_model.h"
 
+#include "shared/gui_thread.h"
+
 #include <utility>
 
 DOutModel::DOutModel(QObject *parent)
@@ -13,11 +15,13 @@ DOutModel::DOutModel(QObject *parent)
 
 int DOutModel::rowCount(const QModelIndex &parent) const
 {
+    Q_ASSERT(onGuiThread());
     return parent.isValid() ? 0 : static_cast<int>(m_douts.size());
 }
 
 QVariant DOutModel::data(const QModelIndex &index, int role) const
 {
+    Q_ASSERT(onGuiThread());
     if (role != dOutRole || !checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
     }
@@ -45,12 +49,14 @@ void DOutModel::addDOut(DOut *dout)
 
 void DOutModel::addDOuts(const QList<DOut *> &douts)
 {
+    Q_ASSERT(onGuiThread());
     takeNewest();
     insert(douts);
 }
 
 void DOutModel::setDOuts(const QList<DOut *> &douts)
 {
+    Q_ASSERT(onGuiThread());
     m_newest.reset();
     removeAll();
     insert(douts);
@@ -59,6 +65,7 @@ void DOutModel::setDOuts(const QList<DOut *> &douts)
 /// At once if no newer list waits behind this one, else at the end of this turn of the event loop.
 void DOutModel::takeSoon(const QList<DOut *> &douts)
 {
+    Q_ASSERT(onGuiThread());
     const bool isLast = --m_setsWaiting == 0;
     if (!isLast && !m_newest) {
         QMetaObject::invokeMethod(this, &DOutModel::takeNewest, Qt::QueuedConnection);
@@ -71,6 +78,7 @@ void DOutModel::takeSoon(const QList<DOut *> &douts)
 
 void DOutModel::takeNewest()
 {
+    Q_ASSERT(onGuiThread());
     if (m_newest) {
         setDOuts(*std::exchange(m_newest, std::nullopt));
     }

@@ -25,10 +25,10 @@ Item {
     // So many dialogs take memory that is worth giving back, when all is quiet.
     readonly property int manyDialogs: 20
 
-    // The dialogs that are on their way out, as they count themselves.
+    // How many dialogs are fading out. Each adds and subtracts itself.
     property int fading: 0
     readonly property bool popupActive: privat.stack.count > 0
-    // More are open than an operator can have asked for.
+    // More dialogs are open than an operator opens: a backend opens one after the other.
     readonly property bool many: privat.stack.count > root.manyDialogs
 
     // Opens a message. Options: id, details, traceback, ofException (see exception()). Returns the dialog, or nothing
@@ -293,11 +293,11 @@ Item {
         function tell(dialog: var, data: var) {
             const ofException = dialog?.ofException === true;
             if (ofException) {
-                echoBegin.raise();
+                echoBegin.enqueue();
             }
             Gui.toPy(Gui.DialogData, data);
             if (ofException) {
-                echoEnd.raise();
+                echoEnd.enqueue();
             }
         }
 

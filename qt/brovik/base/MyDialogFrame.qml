@@ -30,7 +30,7 @@ Popup {
     height: Math.min(contentItem.implicitHeight + topPadding + bottomPadding, parent ? parent.height : Infinity)
     margins: 0
     modal: true
-    // One veil is enough; more would hide all that is below.
+    // One dialog darkens the page; more would make it black.
     dim: modal && above === 0
     Overlay.modal: Rectangle {
         color: Common.colorVeil
@@ -57,7 +57,8 @@ Popup {
         value: !root.covered
     }
 
-    // What fades out is drawn into a picture of its own. Of hundreds that close at once few do that; the others just go.
+    // A dialog that fades out is drawn into a picture of its own, which takes time. If hundreds close at once, only a few
+    // fade; the others disappear.
     Binding {
         target: root
         property: "exit"

@@ -1,5 +1,5 @@
-// Makes what stands in a dialog. Of hundreds that open at once only for those that are drawn, once all have opened:
-// the time and the memory of a dialog go into this.
+// Makes the content of a dialog, which takes most of a dialog's time and memory. If hundreds of dialogs open at once,
+// only those that are drawn get theirs, when all have opened.
 import QtQuick
 
 import brovik.base

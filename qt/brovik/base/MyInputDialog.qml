@@ -117,7 +117,7 @@ Rectangle {
 
             dialog: popup
 
-            // The keys go round here. Of a popup that is not modal they would leave otherwise.
+            // Tab goes round within the dialog; it would leave a popup that is not modal.
             TextField {
                 id: field
 

@@ -1,6 +1,6 @@
 // Keeps a spin box at a number that is stored elsewhere, by somebody who may take a while.
 //
-// What the operator wishes stays in the box until it is answered, so that the next step goes on from there.
+// A number that the operator has set stays in the box until it is answered, so that the next step goes on from there.
 import QtQml
 
 import brovik.base
@@ -11,13 +11,13 @@ MyStoredValue {
     required property MyFloatingPointSpinBox spinBox
     // In the units of the spin box.
     required property int stored
-    // How long a wish stays without an answer, in milliseconds.
+    // How long a number stays in the box without an answer, in milliseconds.
     property int patience: 1000
 
-    readonly property QtObject wishing: QtObject {
+    readonly property QtObject waiting: QtObject {
         id: privat
 
-        // What the operator has wished and nobody has answered, the last wish last.
+        // The numbers that the operator has set and that nobody has answered, the last one at the end.
         property list<int> open: []
         readonly property Timer wait: Timer {
             interval: root.patience
@@ -28,15 +28,16 @@ MyStoredValue {
             target: root.spinBox
 
             function onValueModified() {
-                const wish = root.spinBox.value;
-                if (privat.open.length > 0 || wish !== root.stored) {
-                    privat.open = [...privat.open, wish];
+                const number = root.spinBox.value;
+                if (privat.open.length > 0 || number !== root.stored) {
+                    privat.open = [...privat.open, number];
                     privat.wait.restart();
                 }
             }
         }
 
-        // Any value but that of an earlier wish ends the waiting: the last wish is stored, or something else is.
+        // If one of the earlier numbers is stored, the last one is still waited for. Any other value ends the waiting:
+        // it is the last number, or one that nobody has set here.
         function answer() {
             const answered = Array.from(privat.open).indexOf(root.stored);
             if (answered >= 0 && answered < privat.open.length - 1) {

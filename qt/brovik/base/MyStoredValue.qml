@@ -1,8 +1,8 @@
 // Keeps a property of a control at a value that is stored elsewhere.
 //
 // A control changes its property by itself when the operator uses it. Once the handlers of that change have run,
-// and with them the backend and its change signals, the control shows again what is stored. So a wish that was not
-// taken disappears, and one that was taken stays.
+// and with them the backend and its change signals, the control shows again what is stored. So a value that the backend
+// has refused disappears, and one that it has stored stays.
 import QtQml
 
 QtObject {

@@ -1,5 +1,7 @@
 #include "brovik/base/dialog_stack.h"
 
+#include "shared/gui_thread.h"
+
 #include <QVariant>
 
 namespace {
@@ -23,6 +25,7 @@ void setAbove(QObject *dialog, int count)
 
 double DialogStack::enter(double id)
 {
+    Q_ASSERT(onGuiThread());
     if (has(id)) {
         return 0;
     }
@@ -33,6 +36,7 @@ double DialogStack::enter(double id)
 
 double DialogStack::enterPopup(double id)
 {
+    Q_ASSERT(onGuiThread());
     const double entered = id > 0 ? id : nextFree();
     push(entered);
     return entered;
@@ -40,12 +44,14 @@ double DialogStack::enterPopup(double id)
 
 void DialogStack::place(double id, QObject *dialog, const QJSValue &description)
 {
+    Q_ASSERT(onGuiThread());
     m_dialogs.insert(id, {dialog, description.isUndefined() ? QJSValue(QJSValue::NullValue) : description});
     countAbove();
 }
 
 void DialogStack::leave(double id)
 {
+    Q_ASSERT(onGuiThread());
     m_dialogs.remove(id);
     const auto place = m_ids.lastIndexOf(id);
     if (place >= 0) {
@@ -57,6 +63,7 @@ void DialogStack::leave(double id)
 
 void DialogStack::countAbove()
 {
+    Q_ASSERT(onGuiThread());
     const auto ids = m_ids;
     int showing = 0;
     for (auto place = ids.size() - 1; place >= 0; --place) {

@@ -1,4 +1,4 @@
-// The line of an actuator: in the look and on the axes of the first of them.
+// The line of an actuator, with the colour and on the axes of the line of the first actuator.
 import QtQuick
 
 import brovik.chart

@@ -33,7 +33,7 @@ ChartView {
         right: Common.spacing
         bottom: Common.spacing
     }
-    // It is taken for rich text.
+    // The chart takes its title for rich text.
     title: Texts.escaped(Chart.currentName)
     titleColor: ChartColors.labelColor
 
@@ -104,7 +104,7 @@ ChartView {
         objectName: "lineP"
 
         line: Chart.p
-        kind: ChartTrace.Measured
+        kind: TraceKinds.Measured
         group: root.optsP
         axisX: axisTime
         axisY: axisP
@@ -118,7 +118,7 @@ ChartView {
         objectName: "lineLw"
 
         line: Chart.lw
-        kind: ChartTrace.Measured
+        kind: TraceKinds.Measured
         group: root.optsLw
         axisX: axisTime
         axisY: axisLw
@@ -132,7 +132,7 @@ ChartView {
         objectName: "lineStep"
 
         line: Chart.step
-        kind: ChartTrace.Step
+        kind: TraceKinds.Step
         group: root.optsSteps
         axisX: axisTime
         axisYRight: axisSteps
@@ -145,7 +145,7 @@ ChartView {
         objectName: "lineLIn"
 
         line: Chart.lIn
-        kind: ChartTrace.Actuator
+        kind: TraceKinds.Actuator
         group: root.optsValves
         axisX: axisTime
         axisYRight: axisValves
@@ -169,7 +169,7 @@ ChartView {
 
         // The chart gives this part of its width to all y axes together, and each side as much as it has axes.
         readonly property real axesPart: 0.4
-        // Title and time axis take the rest. To ask for the plot itself, which the labels move, would go in circles.
+        // Title and time axis take the rest. The height of the plot itself depends on the labels: a binding loop.
         readonly property real leastPlotHeight: root.height * 0.7
         readonly property real roomOfEach: {
             const count = [axisP, axisLw, axisValves, axisSteps].filter(axis => axis.visible).length;

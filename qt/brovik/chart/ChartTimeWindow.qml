@@ -73,11 +73,11 @@ QtObject {
         readonly property real leastSecs: 0.1
         readonly property real leastSecsOfAll: 10
 
-        // Whether there was anything to show so near.
+        // Shows this stretch within the ends of the chart. False, and nothing changed, if it would be too short.
         function zoomTo(xMin: real, xMax: real): bool {
             const min = Math.max(xMin, 0);
             const max = Math.min(xMax + min - xMin, root.lastX);
-            // Also false while a plot without width makes nonsense of them.
+            // Also false if the ends are NaN: the plot has no width yet.
             if (!(max - min >= privat.leastSecs)) {
                 return false;
             }

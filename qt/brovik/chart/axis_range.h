@@ -1,6 +1,7 @@
 #pragma once
 
 #include "brovik/chart/trace_schedule.h"
+#include "shared/gui_thread.h"
 
 #include <QObject>
 #include <QValueAxis>
@@ -22,6 +23,7 @@ public:
     /// Does nothing if the ends are the wrong way round, or no numbers.
     Q_INVOKABLE void set(QValueAxis *axis, double min, double max) const
     {
+        Q_ASSERT(onGuiThread());
         if (axis != nullptr && std::isfinite(min) && std::isfinite(max)) {
             const TraceSchedule::ViewMove move;
             axis->setRange(min, max);

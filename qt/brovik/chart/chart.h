@@ -3,6 +3,7 @@
 #include "brovik/actuator/actuator_enums.h"
 #include "brovik/chart/chart_line.h"
 #include "brovik/chart/chart_meta_data.h"
+#include "shared/gui_thread.h"
 #include "shared/qml_records.h"
 #include "shared/record_list.h"
 #include "shared/shared_object.h"
@@ -95,35 +96,43 @@ public:
     /// Width of the time axis while it follows the recording, seconds.
     double shownSecs() const
     {
+        Q_ASSERT(onGuiThread());
         return m_shownSecs;
     }
     void setShownSecs(double secs)
     {
+        Q_ASSERT(onGuiThread());
         m_shownSecs = secs;
     }
     /// The visible window of the time axis, seconds.
     double prevXMin() const
     {
+        Q_ASSERT(onGuiThread());
         return m_prevXMin;
     }
     void setPrevXMin(double secs)
     {
+        Q_ASSERT(onGuiThread());
         m_prevXMin = secs;
     }
     QBindable<double> bindablePrevXMin()
     {
+        Q_ASSERT(onGuiThread());
         return &m_prevXMin;
     }
     double prevXMax() const
     {
+        Q_ASSERT(onGuiThread());
         return m_prevXMax;
     }
     void setPrevXMax(double secs)
     {
+        Q_ASSERT(onGuiThread());
         m_prevXMax = secs;
     }
     QBindable<double> bindablePrevXMax()
     {
+        Q_ASSERT(onGuiThread());
         return &m_prevXMax;
     }
 

@@ -1,5 +1,7 @@
 #include "brovik/chart/chart_line.h"
 
+#include "shared/gui_thread.h"
+
 #include <QLineSeries>
 #include <QValueAxis>
 
@@ -51,6 +53,7 @@ void ChartLine::setName(const QString &name)
 
 void ChartLine::registerQmlLine(QLineSeries *series, QValueAxis *axis)
 {
+    Q_ASSERT(onGuiThread());
     for (QObject *object : {static_cast<QObject *>(series), static_cast<QObject *>(axis)}) {
         if (object != nullptr) {
             connect(object, &QObject::destroyed, this, &ChartLine::forget, Qt::UniqueConnection);
@@ -61,8 +64,21 @@ void ChartLine::registerQmlLine(QLineSeries *series, QValueAxis *axis)
     m_series = series;
 }
 
+const QProperty<QLineSeries *> &ChartLine::series() const
+{
+    Q_ASSERT(onGuiThread());
+    return m_series;
+}
+
+QValueAxis *ChartLine::axis() const
+{
+    Q_ASSERT(onGuiThread());
+    return m_axis;
+}
+
 void ChartLine::forget(const QObject *gone)
 {
+    Q_ASSERT(onGuiThread());
     if (m_axis == gone) {
         m_axis = nullptr;
     }

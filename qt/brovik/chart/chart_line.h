@@ -55,7 +55,8 @@ public:
     void clear() { setData({}); }
     /// Appends one point. Without a series to draw it in it says so in the log, and keeps the point.
     void addPoint(const QPointF &point);
-    /// For who follows the line: signals may come late and several at once, this is always consistent.
+    /// What the line has got since the mark was taken. Always consistent, while the signals that tell of it
+    /// may come late.
     News newsSince(const Mark &mark) const;
 
     QString name() const { return read(m_name); }
@@ -64,8 +65,8 @@ public:
     /// Tells in which series and against which axis the page draws the line.
     Q_INVOKABLE void registerQmlLine(QLineSeries *series, QValueAxis *axis);
     /// Null until the page has registered it, and when it is gone. GUI thread.
-    const QProperty<QLineSeries *> &series() const { return m_series; }
-    QValueAxis *axis() const { return m_axis; }
+    const QProperty<QLineSeries *> &series() const;
+    QValueAxis *axis() const;
 
 Q_SIGNALS:
     /// The whole list was replaced.

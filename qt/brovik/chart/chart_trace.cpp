@@ -1,25 +1,13 @@
 #include "brovik/chart/chart_trace.h"
 
 #include "brovik/chart/trace_schedule.h"
+#include "shared/gui_thread.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 namespace {
-
-/// How a kind of line takes a point of a whole list and one that comes alone.
-struct Drawing
-{
-    void (TracePoints::*stored)(const QPointF &point);
-    void (TracePoints::*live)(const QPointF &point);
-};
-
-constexpr Drawing drawings[] = {
-    {&TracePoints::addMeasured, &TracePoints::addMeasured},
-    {&TracePoints::addStoredActuator, &TracePoints::addLiveActuator},
-    {&TracePoints::addStoredStep, &TracePoints::addLiveStep},
-};
 
 /// A line two pixels wide needs more than one column for each, or steep parts come out too thin.
 constexpr double columnsPerPixel = 2.0;
@@ -64,6 +52,7 @@ void followInstead(QPointer<Object> &followed, Object *object, Signal signal, Re
 
 void ChartTrace::setLine(ChartLine *line)
 {
+    Q_ASSERT(onGuiThread());
     if (m_line == line) {
         return;
     }
@@ -75,8 +64,9 @@ void ChartTrace::setLine(ChartLine *line)
     Q_EMIT lineChanged();
 }
 
-void ChartTrace::setKind(Kind kind)
+void ChartTrace::setKind(TraceKind kind)
 {
+    Q_ASSERT(onGuiThread());
     if (m_kind != kind) {
         m_kind = kind;
         start();
@@ -86,6 +76,7 @@ void ChartTrace::setKind(Kind kind)
 
 void ChartTrace::redraw()
 {
+    Q_ASSERT(onGuiThread());
     readNews();
     publish();
     draw();
@@ -93,11 +84,12 @@ void ChartTrace::redraw()
 
 void ChartTrace::componentComplete()
 {
+    Q_ASSERT(onGuiThread());
     m_complete = true;
     start();
 }
 
-/// Who comes later finds the line as one whole list.
+/// A trace that starts later than the recording takes all points as one whole list.
 void ChartTrace::start()
 {
     if (!m_complete || !m_line) {
@@ -115,6 +107,7 @@ void ChartTrace::start()
 
 void ChartTrace::followSeries()
 {
+    Q_ASSERT(onGuiThread());
     followInstead(m_series, m_line->series().value(), &QLineSeries::visibleChanged, this,
                   &ChartTrace::requestForView);
     requestForNews();
@@ -155,6 +148,7 @@ void ChartTrace::requestForView()
 
 void ChartTrace::viewMoves()
 {
+    Q_ASSERT(onGuiThread());
     if (TraceSchedule::instance().isViewMoving() && m_series && m_series->count() > 0) {
         m_series->replace(Points());
     }
@@ -163,6 +157,7 @@ void ChartTrace::viewMoves()
 
 void ChartTrace::pointCame(const QPointF &point)
 {
+    Q_ASSERT(onGuiThread());
     if (isDrawable(point)) {
         m_wholeListCame = false;
         m_drawnTo = point.x();
@@ -172,6 +167,7 @@ void ChartTrace::pointCame(const QPointF &point)
 
 void ChartTrace::wholeListCame()
 {
+    Q_ASSERT(onGuiThread());
     m_wholeListCame = true;
     requestForNews();
 }
@@ -184,7 +180,7 @@ void ChartTrace::catchUp()
         m_drawnTo = m_endOfWhole;
     }
     const std::optional<double> drawnTo = std::exchange(m_drawnTo, std::nullopt);
-    if (drawnTo && m_kind == Measured) {
+    if (drawnTo && m_kind == TraceKind::Measured) {
         Q_EMIT pointsDrawn(*drawnTo);
     }
 }
@@ -210,8 +206,7 @@ void ChartTrace::readWhole(const Points &points)
     m_endOfWhole = endOfNothing;
     for (const QPointF &point : points) {
         if (isDrawable(point)) {
-            (m_points.*drawings[m_kind].stored)(point);
-            m_highest = std::max(m_highest, point.y());
+            take(point, TracePoints::Arrival::Stored);
             m_endOfWhole = point.x();
         }
     }
@@ -221,15 +216,20 @@ void ChartTrace::readLive(const Points &points)
 {
     for (const QPointF &point : points) {
         if (isDrawable(point)) {
-            (m_points.*drawings[m_kind].live)(point);
-            m_highest = std::max(m_highest, point.y());
+            take(point, TracePoints::Arrival::Live);
         }
     }
 }
 
+void ChartTrace::take(const QPointF &point, TracePoints::Arrival arrival)
+{
+    m_points.add(m_kind, arrival, point);
+    m_highest = std::max(m_highest, point.y());
+}
+
 void ChartTrace::publish()
 {
-    if (m_kind == Measured && std::exchange(m_maxY, m_highest) != m_highest) {
+    if (m_kind == TraceKind::Measured && std::exchange(m_maxY, m_highest) != m_highest) {
         Q_EMIT maxYChanged();
     }
     const double lastX = m_points.last().x();
@@ -253,7 +253,7 @@ void ChartTrace::draw()
 ChartTrace::Points ChartTrace::picture(const QLineSeries &series) const
 {
     if (!series.isVisible()) {
-        return {}; // it costs as much as a visible one
+        return {}; // the chart computes the path of a hidden series, too
     }
     if (!m_time || !m_value || !m_chart) {
         return m_points.all();

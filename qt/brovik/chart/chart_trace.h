@@ -26,15 +26,11 @@ class ChartTrace : public QObject, public QQmlParserStatus
     Q_INTERFACES(QQmlParserStatus)
 
     Q_PROPERTY(ChartLine *line READ line WRITE setLine NOTIFY lineChanged REQUIRED)
-    Q_PROPERTY(Kind kind READ kind WRITE setKind NOTIFY kindChanged REQUIRED)
+    Q_PROPERTY(TraceKinds::TraceKind kind READ kind WRITE setKind NOTIFY kindChanged REQUIRED)
     Q_PROPERTY(double maxY READ maxY NOTIFY maxYChanged)
     Q_PROPERTY(double lastX READ lastX NOTIFY lastXChanged)
 
 public:
-    /// A measured quantity, an output that is off or on at a height of its own, or the number of the step.
-    enum Kind { Measured, Actuator, Step };
-    Q_ENUM(Kind)
-
     static constexpr double lowestMaxY = 0.5;
     static constexpr double endOfNothing = 1.0;
 
@@ -42,8 +38,8 @@ public:
 
     ChartLine *line() const { return m_line; }
     void setLine(ChartLine *line);
-    Kind kind() const { return m_kind; }
-    void setKind(Kind kind);
+    TraceKind kind() const { return m_kind; }
+    void setKind(TraceKind kind);
 
     /// Of a measured line: its highest value since the data was last replaced, at least 0.5.
     double maxY() const { return m_maxY; }
@@ -82,12 +78,13 @@ private:
     void readNews();
     void readWhole(const Points &points);
     void readLive(const Points &points);
+    void take(const QPointF &point, TracePoints::Arrival arrival);
     void publish();
     void draw();
     Points picture(const QLineSeries &series) const;
 
     QPointer<ChartLine> m_line;
-    Kind m_kind = Measured;
+    TraceKind m_kind = TraceKind::Measured;
     bool m_complete = true;
     ChartLine::Mark m_mark;
     TracePoints m_points;
@@ -95,7 +92,7 @@ private:
     double m_maxY = lowestMaxY;
     double m_lastX = 0.0;
     double m_endOfWhole = endOfNothing; ///< x of the last point that came with a whole list.
-    std::optional<double> m_drawnTo;    ///< What pointsDrawn() has yet to say.
+    std::optional<double> m_drawnTo;    ///< The x of the next pointsDrawn().
     bool m_wholeListCame = false;
     QPropertyNotifier m_seriesNotifier;
     QPointer<QLineSeries> m_series;

@@ -2,7 +2,28 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <optional>
+
+namespace {
+
+/// Where a point lies: in one of the window's columns, or beyond the window on one side. What is beyond on
+/// one side is one column, far away from all others.
+struct Column
+{
+    enum class Place { Before, Within, Behind };
+
+    bool operator==(const Column &other) const = default;
+
+    bool isNextTo(const Column &other) const
+    {
+        return place == Place::Within && other.place == Place::Within && std::abs(index - other.index) <= 1;
+    }
+
+    Place place;
+    int index = 0; ///< Of the columns within the window.
+};
+
+} // namespace
 
 /// Collapses each run of neighbouring points in one column to its extremes. Where the line comes from or goes
 /// on to a column that is not the next one, the point at that end stays, too: the long way there shows.
@@ -20,7 +41,7 @@ public:
     /// Neighbouring points that do not go back, with the lowest and the highest of them.
     void add(const QPointF *first, const QPointF *lowest, const QPointF *highest, const QPointF *last)
     {
-        const double column = columnOf(first->x());
+        const Column column = columnOf(first->x());
         if (columnOf(last->x()) == column) {
             add(column, first, lowest, highest, last);
         } else {
@@ -30,61 +51,77 @@ public:
 
     QList<QPointF> result()
     {
-        flush(true);
+        collapse(true);
         return std::move(m_result);
     }
 
 private:
-    /// What is beyond the window on one side is one column, far away.
-    double columnOf(double x) const
+    /// Neighbouring points in one column. All points lie in one list: the order of their addresses is that of
+    /// the line.
+    struct Run
     {
-        constexpr double farAway = std::numeric_limits<double>::infinity();
+        bool isCrowded() const { return last - first > 1; }
+
+        Column column;
+        bool keepsFirst;
+        const QPointF *first;
+        const QPointF *lowest;
+        const QPointF *highest;
+        const QPointF *last;
+    };
+
+    Column columnOf(double x) const
+    {
         if (x < m_from) {
-            return -farAway;
+            return {Column::Place::Before};
         }
-        return x > m_to ? farAway : static_cast<int>((x - m_from) * m_perSecond);
+        return x > m_to ? Column{Column::Place::Behind}
+                        : Column{Column::Place::Within, static_cast<int>((x - m_from) * m_perSecond)};
     }
 
-    void add(double column, const QPointF *first, const QPointF *lowest, const QPointF *highest,
+    void add(const Column &column, const QPointF *first, const QPointF *lowest, const QPointF *highest,
              const QPointF *last)
     {
-        if (column != m_column) {
-            const bool isNext = std::abs(column - m_column) <= 1.0;
-            flush(!isNext);
-            m_column = column;
-            m_keepsFirst = !isNext;
-            m_first = m_lowest = m_highest = first;
+        if (!m_run || m_run->column != column) {
+            begin(column, first);
         }
-        m_lowest = lowest->y() < m_lowest->y() ? lowest : m_lowest;
-        m_highest = highest->y() > m_highest->y() ? highest : m_highest;
-        m_last = last;
+        Run &run = *m_run;
+        run.lowest = lowest->y() < run.lowest->y() ? lowest : run.lowest;
+        run.highest = highest->y() > run.highest->y() ? highest : run.highest;
+        run.last = last;
     }
 
-    /// In a crowded column the order of the extremes does not show; the shorter way to them costs less to
-    /// draw.
-    void flush(bool keepsLast)
+    void begin(const Column &column, const QPointF *first)
     {
-        if (m_first == nullptr) {
+        const bool isNext = m_run && column.isNextTo(m_run->column);
+        collapse(!isNext);
+        m_run = Run{column, !isNext, first, first, first, first};
+    }
+
+    void collapse(bool keepsLast)
+    {
+        if (!m_run) {
             return;
         }
-        if (m_keepsFirst) {
-            append(m_first);
+        if (m_run->keepsFirst) {
+            append(m_run->first);
         }
-        const bool highestFirst = isCrowded() ? isNearer(m_highest, m_lowest) : m_highest < m_lowest;
-        append(highestFirst ? m_highest : m_lowest);
-        append(highestFirst ? m_lowest : m_highest);
+        const bool highestFirst = startsWithHighest(*m_run);
+        append(highestFirst ? m_run->highest : m_run->lowest);
+        append(highestFirst ? m_run->lowest : m_run->highest);
         if (keepsLast) {
-            append(m_last);
+            append(m_run->last);
         }
     }
 
-    /// The points lie in one list: the order of their addresses is that of the line.
-    bool isCrowded() const { return m_last - m_first > 1; }
-
-    bool isNearer(const QPointF *one, const QPointF *other) const
+    /// In a crowded column the order does not show; the shorter way to the extremes costs less to draw.
+    bool startsWithHighest(const Run &run) const
     {
-        const double present = m_result.isEmpty() ? m_first->y() : m_result.constLast().y();
-        return std::abs(one->y() - present) < std::abs(other->y() - present);
+        if (!run.isCrowded()) {
+            return run.highest < run.lowest;
+        }
+        const double present = m_result.isEmpty() ? run.first->y() : m_result.constLast().y();
+        return std::abs(run.highest->y() - present) < std::abs(run.lowest->y() - present);
     }
 
     void append(const QPointF *point)
@@ -98,12 +135,7 @@ private:
     const double m_from;
     const double m_to;
     const double m_perSecond;
-    double m_column = std::numeric_limits<double>::quiet_NaN();
-    bool m_keepsFirst = false;
-    const QPointF *m_first = nullptr;
-    const QPointF *m_lowest = nullptr;
-    const QPointF *m_highest = nullptr;
-    const QPointF *m_last = nullptr;
+    std::optional<Run> m_run; ///< The one that goes on; none before the first point.
     const QPointF *m_appended = nullptr;
     QList<QPointF> m_result;
 };
@@ -155,6 +187,19 @@ void TracePoints::removeLast()
     m_orderedCount = std::min(m_orderedCount, m_points.size());
 }
 
+void TracePoints::add(TraceKind kind, Arrival arrival, const QPointF &point)
+{
+    const bool isLive = arrival == Arrival::Live;
+    switch (kind) {
+    case TraceKind::Measured:
+        return append(point);
+    case TraceKind::Actuator:
+        return isLive ? addLiveActuator(point) : addStoredActuator(point);
+    case TraceKind::Step:
+        return isLive ? addLiveStep(point) : addStoredStep(point);
+    }
+}
+
 void TracePoints::addStoredActuator(const QPointF &point)
 {
     const double lastY = last().y();
@@ -169,7 +214,7 @@ void TracePoints::addStoredActuator(const QPointF &point)
     }
 }
 
-/// What was on goes off, whatever the height of the point.
+/// An output that is on goes off, whatever the height of the point.
 void TracePoints::addLiveActuator(const QPointF &point)
 {
     const double lastY = last().y();

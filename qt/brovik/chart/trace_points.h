@@ -1,5 +1,7 @@
 #pragma once
 
+#include "brovik/chart/trace_kind.h"
+
 #include <QList>
 #include <QPointF>
 
@@ -16,12 +18,11 @@ public:
     /// So many points are drawn as they are.
     static constexpr qsizetype few = 3000;
 
+    /// How a point comes: with a whole list, or alone while the recording runs.
+    enum class Arrival { Stored, Live };
+
     void clear();
-    void addMeasured(const QPointF &point) { append(point); }
-    void addStoredActuator(const QPointF &point);
-    void addLiveActuator(const QPointF &point);
-    void addStoredStep(const QPointF &point);
-    void addLiveStep(const QPointF &point);
+    void add(TraceKind kind, Arrival arrival, const QPointF &point);
 
     const QList<QPointF> &all() const { return m_points; }
     /// (0, 0) without points.
@@ -43,6 +44,10 @@ private:
         qsizetype highest = 0;
     };
 
+    void addStoredActuator(const QPointF &point);
+    void addLiveActuator(const QPointF &point);
+    void addStoredStep(const QPointF &point);
+    void addLiveStep(const QPointF &point);
     void append(const QPointF &point);
     void appendBlock();
     void removeLast();

@@ -1,13 +1,13 @@
 #include "brovik/chart/trace_schedule.h"
 
 #include "brovik/chart/chart_trace.h"
+#include "shared/gui_thread.h"
 
 #include <QCoreApplication>
 #include <QEvent>
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 namespace {
@@ -31,6 +31,7 @@ TraceSchedule::ViewMove::~ViewMove()
 
 TraceSchedule &TraceSchedule::instance()
 {
+    Q_ASSERT(onGuiThread());
     static TraceSchedule schedule;
     return schedule;
 }
@@ -39,7 +40,9 @@ void TraceSchedule::requestForNews(ChartTrace *trace)
 {
     m_withNews.removeOne(trace);
     m_withNews.append(trace);
-    post(Qt::NormalEventPriority);
+    if (m_state == State::Idle) {
+        queue(State::Queued);
+    }
 }
 
 void TraceSchedule::requestForView(ChartTrace *trace)
@@ -47,15 +50,17 @@ void TraceSchedule::requestForView(ChartTrace *trace)
     if (!m_moved.contains(trace)) {
         m_moved.append(trace);
     }
-    post(Qt::HighEventPriority);
+    if (m_state == State::Idle || m_state == State::Queued) {
+        queue(State::QueuedFirst);
+    }
 }
 
-void TraceSchedule::post(int priority)
+void TraceSchedule::queue(State state)
 {
-    if (m_posted < priority) {
-        m_posted = priority;
-        QCoreApplication::postEvent(this, new QEvent(runEvent), priority);
-    }
+    m_state = state;
+    const bool isFirst = state == State::QueuedFirst;
+    QCoreApplication::postEvent(this, new QEvent(runEvent),
+                                isFirst ? Qt::HighEventPriority : Qt::NormalEventPriority);
 }
 
 bool TraceSchedule::event(QEvent *event)
@@ -63,17 +68,19 @@ bool TraceSchedule::event(QEvent *event)
     if (event->type() != runEvent) {
         return QObject::event(event);
     }
-    run();
+    if (m_state == State::Queued || m_state == State::QueuedFirst) {
+        run();
+    }
     return true;
 }
 
 void TraceSchedule::run()
 {
-    m_posted = std::numeric_limits<int>::max(); // those that the news move draw at the end of this
+    m_state = State::Running;
     takeNews();
-    m_posted = notPosted;
+    m_state = State::Idle;
     if (!m_withNews.isEmpty() || !m_moved.isEmpty()) {
-        post(Qt::NormalEventPriority);
+        queue(State::Queued);
     }
 }
 

@@ -25,7 +25,17 @@ public:
         Q_DISABLE_COPY_MOVE(ViewMove)
     };
 
+    /// How the next run stands.
+    enum class State {
+        Idle,        ///< Nobody has anything to draw.
+        Queued,      ///< It waits behind the events that were there before it.
+        QueuedFirst, ///< It waits ahead of all other events. One that was `Queued` is overtaken, and does
+                     ///< nothing.
+        Running,     ///< What is requested now is drawn at its end, or in a further run that is queued then.
+    };
+
     static TraceSchedule &instance();
+    State state() const { return m_state; }
     bool isViewMoving() const { return m_viewMoves > 0; }
 
     /// Points came: behind all the other points that wait.
@@ -37,15 +47,14 @@ public:
 
 private:
     using Traces = QList<QPointer<ChartTrace>>;
-    static constexpr int notPosted = Qt::LowEventPriority;
 
-    void post(int priority);
+    void queue(State state);
     void run();
     void takeNews();
     void drawMoved();
 
     Traces m_withNews; ///< The one that got news last at the end.
     Traces m_moved;
-    int m_posted = notPosted; ///< The highest priority with which a run is posted.
+    State m_state = State::Idle;
     int m_viewMoves = 0;
 };

@@ -15,15 +15,16 @@ QtObject {
     // In steps.
     required property int stored
     property bool enabled: true
-    // How long an answer takes as a rule, and how long it may take, in milliseconds.
+    // How long the backend usually takes to store what it was asked for, in milliseconds.
     required property int patience
+    // How long it may take at most, in milliseconds.
     readonly property int memory: 60000
 
     readonly property QtObject inner: QtObject {
         id: privat
 
         // What the backend was asked for and has not stored yet, by whatever box of the setting.
-        property list<int> wishes: []
+        property list<int> requested: []
         // All that was sent lately. Most of what is given back changes nothing, so it is not waited for any longer.
         property list<int> latest: []
         property int last
@@ -35,15 +36,15 @@ QtObject {
             target: root.setting
             enabled: root.enabled
 
-            function onAsked(wish: real) {
-                privat.remember(Math.round(wish * root.factor));
+            function onAsked(value: real) {
+                privat.remember(Math.round(value * root.factor));
             }
         }
 
-        readonly property Timer wishesFade: Timer {
+        readonly property Timer requestedFade: Timer {
             interval: root.memory
 
-            onTriggered: privat.wishes = []
+            onTriggered: privat.requested = []
         }
 
         readonly property Timer latestFade: Timer {
@@ -57,15 +58,15 @@ QtObject {
             privat.latest = [...privat.latest, value];
             privat.latestFade.restart();
             if (!privat.givingBack) {
-                privat.wishes = [...privat.wishes, value];
-                privat.wishesFade.restart();
+                privat.requested = [...privat.requested, value];
+                privat.requestedFade.restart();
             }
         }
 
         function wasAskedFor(value: int): bool {
-            const wish = Array.from(privat.wishes).indexOf(value);
-            if (wish >= 0) {
-                privat.wishes = Array.from(privat.wishes).filter((_, i) => i !== wish);
+            const found = Array.from(privat.requested).indexOf(value);
+            if (found >= 0) {
+                privat.requested = Array.from(privat.requested).filter((_, i) => i !== found);
                 return true;
             }
             privat.doubtful = Array.from(privat.latest).includes(value);

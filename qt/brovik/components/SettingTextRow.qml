@@ -41,7 +41,7 @@ SettingsStepBoxTextField {
         property bool typing: false
     }
 
-    // By key, on-screen keyboard or clipboard. That the stored text comes in is no wish.
+    // The operator has typed or pasted something. A stored text that comes in is not sent back.
     field.onTextChanged: {
         if (privat.typing || root.product !== setting.value) {
             privat.typing = true;

@@ -34,7 +34,7 @@ public:
 
     /// Throws what the library throws if the chip cannot be opened; an open chip then stays open.
     void openChip(const std::string &pathToDev);
-    /// Gives one line up, behind the back of the thread that waits for it. Throws what the library throws.
+    /// Gives one line up. The thread that waits for it is not told. Throws what the library throws.
     void release(uint line);
     const gpiod::chip &chip() const { return m_chip; }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/gui_thread.h"
+
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
@@ -13,10 +15,14 @@ class EventFence : public QObject
 public:
     using QObject::QObject;
 
-    /// Puts the mark behind all that waits now.
-    Q_INVOKABLE void raise() { QMetaObject::invokeMethod(this, &EventFence::passed, Qt::QueuedConnection); }
+    /// Puts the mark into the queue, behind all that waits now.
+    Q_INVOKABLE void enqueue()
+    {
+        Q_ASSERT(onGuiThread());
+        QMetaObject::invokeMethod(this, &EventFence::passed, Qt::QueuedConnection);
+    }
 
 Q_SIGNALS:
-    /// All that waited at raise() has arrived.
+    /// All that waited at enqueue() has arrived.
     void passed();
 };

@@ -1,6 +1,7 @@
 #include "brovik/gui/gui.h"
 
 #include "shared/backend_control.h"
+#include "shared/gui_thread.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -119,6 +120,7 @@ template <typename Queue> bool Gui::takeFirst(Queue &queue, typename Queue::valu
 
 void Gui::deliverPending()
 {
+    Q_ASSERT(onGuiThread());
     {
         const SharedLocker lock(&m_mutex);
         m_ready = true;

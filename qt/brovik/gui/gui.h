@@ -40,9 +40,9 @@ class BackendControl;
     S(int,    boxLeftMargin, setBoxLeftMargin, "box_left_margin", 35,   "Left margin of boxes, pixels.")
 // clang-format on
 
-/// The one object through which the backend and the screens speak of what belongs to no machine function.
-/// Lives on the GUI thread; written from any Python thread under its mutex. `title`, `fullscreen` and
-/// `itemsScaleFactor` take no lock.
+/// What the backend and the screens exchange that belongs to no function of the machine: page, status lines,
+/// messages, dialogs, sizes. Lives on the GUI thread; written from any Python thread under its mutex.
+/// `title`, `fullscreen` and `itemsScaleFactor` take no lock.
 class Gui : public SharedObject, public SharedSingleton<Gui>
 {
     Q_OBJECT

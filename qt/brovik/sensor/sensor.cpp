@@ -3,6 +3,7 @@
 #include "brovik/gpio/gpio.h"
 #include "brovik/settings/settings.h"
 #include "brovik/simulator/simulator.h"
+#include "shared/gui_thread.h"
 #include "shared/log.h"
 
 #include <QMetaEnum>
@@ -34,7 +35,7 @@ double conductivityPercent(double value)
     return (value / 125.0 + 0.2) * 100.0;
 }
 
-/// Any wish fits into an int, so that the simulator's bounds decide and no wrap-around.
+/// Limited to what fits into an int: a larger number must not wrap round, but meet the simulator's bounds.
 int wholePercent(double percent)
 {
     using Limits = std::numeric_limits<int>;
@@ -115,6 +116,7 @@ gpio_callback_func Sensor::edgeCounter()
 
 void Sensor::_initLwTimer()
 {
+    Q_ASSERT(onGuiThread());
     connect(&m_periodTimer, &QTimer::timeout, this, &Sensor::_calcLw);
     m_elapsed.start();
     m_periodTimer.start(period);
@@ -143,6 +145,7 @@ std::optional<qint64> Sensor::takeFrequency(qint64 elapsedMs)
 
 void Sensor::calcLw(qint64 elapsedMs)
 {
+    Q_ASSERT(onGuiThread());
     const std::optional<qint64> frequency = takeFrequency(elapsedMs);
     if (!frequency) {
         const Hold hold(*this);

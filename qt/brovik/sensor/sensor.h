@@ -95,8 +95,8 @@ public:
     /// The pressure, bar, that a simulated sensor shows: sets the simulated input as well.
     void pChangeFromSimulator(double bar);
 
-    /// A wish of the simulator's window. Start and stop take a truth value, SensorLw mS/cm, SensorP bar; the
-    /// level is switched over, whatever the value.
+    /// What the operator asks for in the simulator's window. Start and stop take a truth value, SensorLw
+    /// mS/cm, SensorP bar; the level is switched over, whatever the value.
     Q_INVOKABLE void requestValueChange(SensorEnums::SensorEnum input, const QJSValue &value);
 
 Q_SIGNALS:

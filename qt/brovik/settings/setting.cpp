@@ -1,5 +1,7 @@
 #include "brovik/settings/setting.h"
 
+#include "shared/gui_thread.h"
+
 #include <QVariant>
 #include <QtQml/qqmlinfo.h>
 
@@ -61,6 +63,13 @@ constexpr SwitchSetting::Fields switchKeys[] = {
     SETTINGS_KEYS(NO_FIELDS, SWITCH_FIELDS, NO_FIELDS, NO_FIELDS)};
 constexpr TextSetting::Fields textKeys[] = {SETTINGS_KEYS(NO_FIELDS, NO_FIELDS, TEXT_FIELDS, NO_FIELDS)};
 
+/// What a setting has stored in one of its fields; a default value without a key.
+template <typename Fields, typename T> T read(const Fields *fields, Read<T> Fields::*field)
+{
+    Q_ASSERT(onGuiThread());
+    return fields != nullptr ? (fields->*field)(Settings::instance()) : T();
+}
+
 /// Null for a key of another kind.
 template <typename Table>
 auto find(const Table &table, Settings::SettingsEnum key) -> decltype(std::data(table))
@@ -74,6 +83,7 @@ auto find(const Table &table, Settings::SettingsEnum key) -> decltype(std::data(
 
 void Setting::setKey(Settings::SettingsEnum key)
 {
+    Q_ASSERT(onGuiThread());
     if (key == m_key) {
         return;
     }
@@ -87,9 +97,10 @@ void Setting::setKey(Settings::SettingsEnum key)
     announce(*this, &Setting::valueChanged);
 }
 
-void Setting::ask(const QJSValue &wish)
+void Setting::ask(const QJSValue &value)
 {
-    announce(Settings::instance(), &Settings::toPy, m_key, wish);
+    Q_ASSERT(onGuiThread());
+    announce(Settings::instance(), &Settings::toPy, m_key, value);
 }
 
 NumberSetting::NumberSetting(QObject *parent)
@@ -101,22 +112,22 @@ NumberSetting::NumberSetting(QObject *parent)
 
 double NumberSetting::value() const
 {
-    return m_fields == nullptr ? 0.0 : m_fields->value(Settings::instance());
+    return read(m_fields, &Fields::value);
 }
 
 double NumberSetting::lowest() const
 {
-    return m_fields == nullptr ? 0.0 : m_fields->lowest(Settings::instance());
+    return read(m_fields, &Fields::lowest);
 }
 
 double NumberSetting::highest() const
 {
-    return m_fields == nullptr ? 0.0 : m_fields->highest(Settings::instance());
+    return read(m_fields, &Fields::highest);
 }
 
 double NumberSetting::defaultValue() const
 {
-    return m_fields == nullptr ? 0.0 : m_fields->defaultValue(Settings::instance());
+    return read(m_fields, &Fields::defaultValue);
 }
 
 bool NumberSetting::takeUp(Settings::SettingsEnum key)
@@ -129,25 +140,26 @@ bool NumberSetting::takeUp(Settings::SettingsEnum key)
     connect(&settings, m_fields->valueChanged, this, &Setting::valueChanged);
     connect(&settings, m_fields->lowestChanged, this, &NumberSetting::lowestChanged);
     connect(&settings, m_fields->highestChanged, this, &NumberSetting::highestChanged);
-    connect(&settings, &Settings::toPy, this, &NumberSetting::noteWish);
+    connect(&settings, &Settings::toPy, this, &NumberSetting::noteRequest);
     return true;
 }
 
-void NumberSetting::noteWish(Settings::SettingsEnum key, const QJSValue &wish)
+void NumberSetting::noteRequest(Settings::SettingsEnum key, const QJSValue &value)
 {
+    Q_ASSERT(onGuiThread());
     if (key == this->key()) {
-        announce(*this, &NumberSetting::asked, wish.toNumber());
+        announce(*this, &NumberSetting::asked, value.toNumber());
     }
 }
 
 bool SwitchSetting::value() const
 {
-    return m_fields != nullptr && m_fields->value(Settings::instance());
+    return read(m_fields, &Fields::value);
 }
 
 bool SwitchSetting::defaultValue() const
 {
-    return m_fields != nullptr && m_fields->defaultValue(Settings::instance());
+    return read(m_fields, &Fields::defaultValue);
 }
 
 bool SwitchSetting::takeUp(Settings::SettingsEnum key)
@@ -162,7 +174,7 @@ bool SwitchSetting::takeUp(Settings::SettingsEnum key)
 
 QString TextSetting::value() const
 {
-    return m_fields == nullptr ? QString() : m_fields->value(Settings::instance());
+    return read(m_fields, &Fields::value);
 }
 
 bool TextSetting::takeUp(Settings::SettingsEnum key)

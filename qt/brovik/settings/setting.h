@@ -6,8 +6,8 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/// One setting by its key: what is stored, and the wish for another value. Its kinds have the typed rest.
-/// Lives and is used on the GUI thread alone.
+/// One setting by its key: shows what is stored, and asks the backend for another value. The derived classes
+/// add the value with its type. Lives and is used on the GUI thread alone.
 class Setting : public QObject
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ protected:
     /// Takes up the fields of the key, and returns whether it has those of this kind.
     virtual bool takeUp(Settings::SettingsEnum key) = 0;
     /// Asks the backend for this value.
-    void ask(const QJSValue &wish);
+    void ask(const QJSValue &value);
 
 private:
     Settings::SettingsEnum m_key = Settings::SettingsEnumInvalid;
@@ -58,19 +58,19 @@ public:
     double highest() const;
     double defaultValue() const;
 
-    Q_INVOKABLE void send(double wish) { ask(wish); }
+    Q_INVOKABLE void send(double value) { ask(value); }
 
 Q_SIGNALS:
     void lowestChanged();
     void highestChanged();
     /// The backend has been asked for this value of the setting, by whomever.
-    void asked(double wish);
+    void asked(double value);
 
 protected:
     bool takeUp(Settings::SettingsEnum key) override;
 
 private:
-    void noteWish(Settings::SettingsEnum key, const QJSValue &wish);
+    void noteRequest(Settings::SettingsEnum key, const QJSValue &value);
 
     const Fields *m_fields = nullptr;
 };
@@ -91,7 +91,7 @@ public:
     bool value() const;
     bool defaultValue() const;
 
-    Q_INVOKABLE void send(bool wish) { ask(wish); }
+    Q_INVOKABLE void send(bool value) { ask(value); }
 
 protected:
     bool takeUp(Settings::SettingsEnum key) override;
@@ -114,7 +114,7 @@ public:
 
     QString value() const;
 
-    Q_INVOKABLE void send(const QString &wish) { ask(wish); }
+    Q_INVOKABLE void send(const QString &value) { ask(value); }
 
 protected:
     bool takeUp(Settings::SettingsEnum key) override;

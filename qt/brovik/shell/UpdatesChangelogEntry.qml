@@ -75,7 +75,7 @@ Rectangle {
             return `<b>${name}</b> / ${distribution} - ${version} - ${date} - Dringlichkeit: ${privat.coloured(urgency)}`;
         }
 
-        // No such text is as long; a backend's may be, and would hold the window up.
+        // Longer than any real changelog; what a backend sends may be longer, and its layout would block the window.
         function cut(text: string): string {
             return Texts.shortened(text, Texts.longLimit);
         }

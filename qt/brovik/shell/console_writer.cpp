@@ -2,6 +2,7 @@
 
 #include "brovik/shell/shell.h"
 #include "shared/announce.h"
+#include "shared/gui_thread.h"
 #include "shared/notification_brake.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -12,7 +13,7 @@
 
 namespace {
 
-// What is written in one step at most. The layout that follows takes its time by the characters.
+// What is written in one step at most. The more characters, the longer the layout takes that follows.
 constexpr qint64 stepMs = 10;
 constexpr qsizetype stepLength = 20'000;
 // Characters.
@@ -31,6 +32,7 @@ QTextDocument *documentOf(const QQuickItem *textEdit)
 ConsoleWriter::ConsoleWriter(QObject *parent)
     : QObject(parent)
 {
+    Q_ASSERT(onGuiThread());
     const Shell &shell = Shell::instance();
     connect(&shell, &Shell::appendStdout, this, [this](const QString &text) { append(text, Stream::Out); });
     connect(&shell, &Shell::appendStderr, this, [this](const QString &text) { append(text, Stream::Error); });
@@ -38,6 +40,7 @@ ConsoleWriter::ConsoleWriter(QObject *parent)
 
 void ConsoleWriter::setOutput(QObject *output)
 {
+    Q_ASSERT(onGuiThread());
     if (output == m_output) {
         return;
     }
@@ -55,6 +58,7 @@ void ConsoleWriter::setOutput(QObject *output)
 
 void ConsoleWriter::clear()
 {
+    Q_ASSERT(onGuiThread());
     m_waiting.clear();
     reportBacklog();
     if (m_document) {
@@ -64,6 +68,7 @@ void ConsoleWriter::clear()
 
 void ConsoleWriter::redraw()
 {
+    Q_ASSERT(onGuiThread());
     if (!m_document) {
         return;
     }
@@ -78,6 +83,7 @@ void ConsoleWriter::redraw()
 
 void ConsoleWriter::timerEvent(QTimerEvent *event)
 {
+    Q_ASSERT(onGuiThread());
     if (event->timerId() == m_nextStep.timerId()) {
         writeSome();
     }
@@ -85,6 +91,7 @@ void ConsoleWriter::timerEvent(QTimerEvent *event)
 
 void ConsoleWriter::append(const QString &text, Stream stream)
 {
+    Q_ASSERT(onGuiThread());
     if (!m_document) {
         return;
     }
@@ -120,7 +127,8 @@ void ConsoleWriter::writeSome()
     reportBacklog();
 }
 
-/// Who prints is to wait for what is written, not for what is taken.
+/// A thread that prints too much waits until its text is in the document; to be out of the event queue is not
+/// enough.
 void ConsoleWriter::reportBacklog() const
 {
     NotificationBrake::instance().setBacklog(static_cast<qint64>(m_waiting.size()) *

@@ -111,7 +111,7 @@ public:
 
 Q_SIGNALS:
     void changelogsChanged();
-    /// A piece of console output. Nothing keeps what no screen takes.
+    /// A piece of console output. It is lost if no screen is connected.
     void appendStdout(const QString &text);
     void appendStderr(const QString &text);
     /// A request of the operator.

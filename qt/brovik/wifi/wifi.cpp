@@ -32,8 +32,8 @@ void Wifi::_setQualityLevel()
     setQualityLevel(state() == Connected ? levelOf(qualityPercentage()) : 0);
 }
 
-// No signal: the icon keeps what an animation has left there until the next quality comes, which then differs
-// from this level in any case.
+// Emits nothing: the icon keeps the level at which its animation has stopped. The next quality differs from
+// this level in any case, so it is announced.
 void Wifi::_resetQualityLevel()
 {
     m_qualityLevel = -1;

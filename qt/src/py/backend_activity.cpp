@@ -1,6 +1,7 @@
 #include "src/py/backend_activity.h"
 
 #include "shared/shared_object.h"
+#include "src/py/interpreter_thread.h"
 
 namespace {
 
@@ -33,6 +34,7 @@ void replaceBy(const Activity &activity)
 
 BackendActivity::BackendActivity(const char *what, const QMetaEnum &actions, int action)
 {
+    Q_ASSERT(onInterpreterThread());
     replaceBy({.what = what, .actions = actions, .action = action, .threads = {}});
 }
 

@@ -1,5 +1,6 @@
 #include "src/py/bridge.h"
 
+#include "shared/gui_thread.h"
 #include "shared/log.h"
 #include "shared/notification_brake.h"
 #include "src/py/interpr_worker.h"
@@ -17,6 +18,7 @@ Bridge::Bridge(QStringList pythonArgs, bool stubs, const QString &backendDir)
     , m_makeStubs(stubs)
     , m_backendDir(backendDir.toUtf8())
 {
+    Q_ASSERT(onGuiThread());
     startPython();
 }
 
@@ -29,6 +31,7 @@ Bridge::~Bridge()
 
 bool Bridge::startPython()
 {
+    Q_ASSERT(onGuiThread());
     if (!m_worker.isNull()) {
         return false;
     }
@@ -45,6 +48,7 @@ bool Bridge::startPython()
 
 bool Bridge::stopPython()
 {
+    Q_ASSERT(onGuiThread());
     const GuiThreadWaits waits;
     for (const auto &hook : m_preStopHooks) {
         hook();

@@ -58,7 +58,8 @@ void bindLogger(py::module_ &module)
                     [](const QMessageLogger &logger, const char *text) { logger.fatal("%s", text); });
 }
 
-/// UTF-8; what has none is escaped as Python's own stderr does it, so that no print fails.
+/// The text in UTF-8. What cannot be encoded is escaped as Python's own stderr does it, so that no print
+/// fails.
 std::string printable(const py::str &text)
 {
     return text.attr("encode")("utf-8", "backslashreplace").cast<std::string>();

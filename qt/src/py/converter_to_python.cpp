@@ -61,10 +61,17 @@ py::dict dictOfScriptObject(const QJSValue &object)
     return result;
 }
 
+/// What has no counterpart in Python. The parts say in the log what it was.
+template <typename... Parts> py::object noneWithWarning(const Parts &...parts)
+{
+    QDebug stream = warningStream();
+    (stream << ... << parts);
+    return py::none();
+}
+
 py::object noneFor(const char *typeName)
 {
-    warningStream() << "Keine Konvertierung für QVariant-Typ" << typeName << "implementiert";
-    return py::none();
+    return noneWithWarning("Keine Konvertierung für QVariant-Typ", typeName, "implementiert");
 }
 
 py::object convertibleVariant(const QVariant &value)
@@ -228,8 +235,7 @@ py::object castQt2Py(const QJsonValue &value)
     case QJsonValue::Undefined:
         break;
     }
-    logWarning("Das an castQt2Py übergebene QJsonValue hat einen unbekannten Typ");
-    return py::none();
+    return noneWithWarning("Das an castQt2Py übergebene QJsonValue hat einen unbekannten Typ");
 }
 
 py::object castQt2Py(const QJsonObject &value)
@@ -254,6 +260,5 @@ py::object castQt2Py(const QJsonDocument &value)
     if (value.isArray()) {
         return castQt2Py(value.array());
     }
-    warningStream() << "Es wurde ein invalides QJsonDocument an _castQt2Py übergeben:" << value;
-    return py::none();
+    return noneWithWarning("Es wurde ein invalides QJsonDocument an _castQt2Py übergeben:", value);
 }

@@ -1,7 +1,9 @@
 #include "src/py/end_signals.h"
 
+#include "shared/gui_thread.h"
 #include "shared/log.h"
 #include "src/py/exceptions.h"
+#include "src/py/interpreter_thread.h"
 
 #include <pybind11/pybind11.h>
 
@@ -32,7 +34,7 @@ int ends[2] = {closed, closed};
 /// The process whose end the signals ask for.
 pid_t owner = 0;
 
-/// Async-signal-safe. A full pipe has enough to say already.
+/// Async-signal-safe. If the pipe is full, signals enough wait in it: this one may be lost.
 void tell(int signal)
 {
     const int error = errno;
@@ -84,6 +86,7 @@ void forgetHandlersOfPython()
 
 void EndSignals::open()
 {
+    Q_ASSERT(onGuiThread());
     owner = getpid();
     if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) {
         logCritical("Signale beenden das Programm nicht ordentlich: %s", std::strerror(errno));
@@ -133,6 +136,7 @@ void EndSignals::claimBack()
 
 void EndSignals::claimForGood()
 {
+    Q_ASSERT(onInterpreterThread());
     if (descriptor() != closed) {
         guarded(forgetHandlersOfPython);
         handleAll();

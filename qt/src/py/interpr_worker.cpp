@@ -9,6 +9,7 @@
 #include "src/py/daemon_threads.h"
 #include "src/py/end_signals.h"
 #include "src/py/exceptions.h"
+#include "src/py/interpreter_thread.h"
 #include "src/py/python_stacks.h"
 #include "src/py/types.h"
 
@@ -197,6 +198,7 @@ void PyWorker::connectFamilies()
 template <typename Enum, typename... Values>
 bool PyWorker::call(const EntryFunction &function, Enum action, const Values &...values)
 {
+    Q_ASSERT(thread() == QThread::currentThread());
     if (isStopping()) {
         return true;
     }
@@ -289,6 +291,7 @@ void PyWorker::pyWifiValue(Wifi::WifiAction action, const QJSValue &value)
 
 void PyWorker::startInterpreter()
 {
+    becomeInterpreterThread();
     const BackendActivity activity("den Start von Python");
     QList<QByteArray> kept;
     std::vector<const char *> arguments;
@@ -325,7 +328,8 @@ void PyWorker::extendSysPath()
 bool PyWorker::bringUpBackend()
 {
     const bool prepared = guarded([this] { extendSysPath(); }) && guarded([] { py::exec(streamCatcher); });
-    // Makes the enums of the presses known to Python, also to a backend that never imports the module.
+    // Makes the enums of the operator's actions known to Python, also to a backend that never imports the
+    // module.
     const bool known = prepared && guarded([] { py::module_::import("brovik"); });
     const bool imported = known && guarded([this] { importBackend(); });
     if (!imported || m_bridge->stubMode()) {
@@ -355,6 +359,7 @@ void PyWorker::findEntryFunctions()
 
 bool PyWorker::initInterpreter()
 {
+    Q_ASSERT(thread() == QThread::currentThread());
     Gui &gui = Gui::instance();
     if (Py_IsInitialized() != 0) {
         gui.showMessage(QStringLiteral("Python Interpreter"),

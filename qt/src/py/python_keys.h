@@ -18,10 +18,26 @@ template <auto build> auto keptForever()
     return pybind11::reinterpret_borrow<Container>(kept);
 }
 
-/// A class whose read-only attributes each give their own name.
-template <typename Class> void bindKeyNames(Class &cls, std::initializer_list<const char *> names)
+/// A class whose read-only attributes each give their own name. `Scope` is an empty type of its own.
+template <typename Scope>
+void bindKeyNames(pybind11::module_ &module, const char *className, const char *doc,
+                  std::initializer_list<const char *> names)
 {
+    pybind11::class_<Scope> cls(module, className, doc);
+    cls.def(pybind11::init<>());
     for (const char *name : names) {
         cls.def_property_readonly_static(name, [name](const pybind11::object & /*cls*/) { return name; });
     }
+}
+
+/// Binds the two functions by which a backend asks for the defaults of a table, and for the names of its
+/// bounds.
+template <auto defaultValues, auto minMaxKeys, typename Object, typename... Options>
+void bindKeyLists(pybind11::class_<Object, Options...> &cls, const char *docOfDefaults)
+{
+    cls.def(
+        "get_default_values", [](const Object &) { return keptForever<defaultValues>(); }, docOfDefaults);
+    cls.def(
+        "get_min_max_keys", [](const Object &) { return keptForever<minMaxKeys>(); },
+        "The names of the bounds. Always the same set: do not change it.");
 }

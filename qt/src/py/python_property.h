@@ -4,9 +4,12 @@
 #include "src/py/types.h"
 
 #include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
 
 #include <memory>
+#include <optional>
 #include <type_traits>
+#include <utility>
 
 // How shared objects are shown to Python. Bound functions run on the calling Python thread and keep the GIL.
 
@@ -44,6 +47,12 @@ auto announcer(void (Class::*signal)(Parameters...))
 {
     return
         [signal](Class &object, Parameters... parameters) { announce<cost>(object, signal, parameters...); };
+}
+
+/// The result of a bound function that may find nothing: None for a null pointer, and the signature says so.
+template <typename Pointer> std::optional<Pointer> orNone(Pointer found)
+{
+    return found != nullptr ? std::optional(std::move(found)) : std::nullopt;
 }
 
 /// A readable and writable attribute. A value of a wrong type raises TypeError and changes nothing.

@@ -1,6 +1,7 @@
 #include "src/py/python_stacks.h"
 
 #include "src/py/exceptions.h"
+#include "src/py/interpreter_thread.h"
 
 #include <pybind11/pybind11.h>
 
@@ -12,7 +13,7 @@ namespace py = pybind11;
 
 namespace {
 
-/// Python's fault handler writes the stacks when a signal comes. This one is in nobody else's way.
+/// Python's fault handler writes the stacks when a signal comes. This one is used for nothing else.
 int stackSignal()
 {
     constexpr int offset = 5;
@@ -23,6 +24,7 @@ int stackSignal()
 
 void PythonStacks::arm()
 {
+    Q_ASSERT(onInterpreterThread());
     guarded([] {
         py::module_::import("faulthandler")
             .attr("register")(stackSignal(), py::arg("file") = STDERR_FILENO, py::arg("all_threads") = true);

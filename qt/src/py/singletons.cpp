@@ -11,9 +11,11 @@
 #include "brovik/shell/shell.h"
 #include "brovik/simulator/simulator.h"
 #include "brovik/wifi/wifi.h"
+#include "shared/gui_thread.h"
 
 void createSingletons()
 {
+    Q_ASSERT(onGuiThread());
     Actuator::instance();
     Auto::instance();
     Chart::instance();

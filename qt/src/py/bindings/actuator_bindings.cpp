@@ -3,9 +3,7 @@
 #include "brovik/actuator/actuator.h"
 #include "src/py/python_property.h"
 
-#include <pybind11/stl.h>
-
-#include <optional>
+#include <vector>
 
 namespace py = pybind11;
 
@@ -120,8 +118,7 @@ template <typename Class> void bindOutputs(Class &cls)
     cls.def_property_readonly("all_douts", allDouts, reference, "All outputs, in the order of ActuatorEnum.");
     cls.def_property_readonly("active_douts", &Actuator::activeDouts, reference, "The outputs that are on.");
     const auto doutFromEnum = [](const Actuator &actuator, ActuatorEnum output) {
-        DOut *dout = actuator.doutFromEnum(output);
-        return dout != nullptr ? std::optional(dout) : std::nullopt;
+        return orNone(actuator.doutFromEnum(output));
     };
     cls.def("dout_from_enum", doutFromEnum, py::arg("enum"), reference,
             "None for a value that is no output.");

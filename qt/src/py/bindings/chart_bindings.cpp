@@ -4,10 +4,6 @@
 #include "src/py/python_list.h"
 #include "src/py/python_property.h"
 
-#include <pybind11/stl.h>
-
-#include <optional>
-
 namespace py = pybind11;
 
 namespace {
@@ -83,12 +79,6 @@ void bindLine(py::module_ &module)
     cls.def("clear", &Self::clear, "Removes all points.");
 }
 
-/// None for a null pointer, and the signature says so.
-template <typename Pointer> std::optional<Pointer> optional(Pointer found)
-{
-    return found != nullptr ? std::optional(std::move(found)) : std::nullopt;
-}
-
 template <typename Class> void bindLines(Class &cls)
 {
     constexpr auto reference = py::return_value_policy::reference;
@@ -99,12 +89,12 @@ template <typename Class> void bindLines(Class &cls)
     cls.def(
         "line_from_actuator_enum",
         [](const Chart &chart, ActuatorEnum actuator) {
-            return optional(chart.lineFromActuatorEnum(actuator));
+            return orNone(chart.lineFromActuatorEnum(actuator));
         },
         py::arg("enum"), reference, "None for what has no line in the chart.");
     cls.def(
         "line_from_line_enum",
-        [](const Chart &chart, Chart::LineEnum line) { return optional(chart.lineFromLineEnum(line)); },
+        [](const Chart &chart, Chart::LineEnum line) { return orNone(chart.lineFromLineEnum(line)); },
         py::arg("enum"), reference, "None for a value that is no line.");
     cls.def("clear", &Chart::clear, "Removes the points of all lines.");
 }
@@ -118,7 +108,7 @@ template <typename Class> void bindSavedCharts(Class &cls)
         "The saved charts. A change of the list itself is shown when one of the two functions is "
         "called that raise metaDataListChanged.");
     const auto find = [](const Self &chart, const QString &name) {
-        return optional(chart.findMetaDataByName(name));
+        return orNone(chart.findMetaDataByName(name));
     };
     cls.def("find_meta_data_by_name", find, py::arg("name"),
             "The record of exactly this name; None if there is none.");

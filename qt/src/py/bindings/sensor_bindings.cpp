@@ -3,9 +3,6 @@
 #include "brovik/sensor/sensor.h"
 #include "src/py/python_property.h"
 
-#include <pybind11/stl.h>
-
-#include <optional>
 #include <vector>
 
 namespace py = pybind11;
@@ -46,12 +43,6 @@ void bindAIn(py::module_ &module)
     cls.def_property_readonly("enum", &Self::input, "Which input this is.");
 }
 
-/// Null becomes None.
-template <typename Object> std::optional<Object *> optional(Object *object)
-{
-    return object != nullptr ? std::optional(object) : std::nullopt;
-}
-
 template <typename Class> void bindInputs(Class &cls)
 {
     constexpr auto reference = py::return_value_policy::reference;
@@ -66,12 +57,12 @@ template <typename Class> void bindInputs(Class &cls)
     SENSOR_AINS(BIND_INPUT)
 #undef BIND_INPUT
     const auto dinFromEnum = [](const Sensor &sensor, SensorEnum input) {
-        return optional(sensor.dinFromEnum(input));
+        return orNone(sensor.dinFromEnum(input));
     };
     cls.def("din_from_enum", dinFromEnum, py::arg("enum"), reference,
             "None for a value that is no digital input.");
     const auto ainFromEnum = [](Sensor &sensor, SensorEnum input) {
-        return optional(sensor.ainFromEnum(input));
+        return orNone(sensor.ainFromEnum(input));
     };
     cls.def("ain_from_enum", ainFromEnum, py::arg("enum"), reference,
             "None for a value that is no analogue input.");

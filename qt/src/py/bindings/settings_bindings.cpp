@@ -28,7 +28,6 @@ struct DefaultValue
     py::object (*read)(const Settings &settings);
 };
 
-/// Scope of the key names that stand for themselves.
 struct SettingsKeys
 {};
 
@@ -109,29 +108,18 @@ void bindEnum(py::module_ &module)
     }
 }
 
-template <typename Class> void bindFunctions(Class &cls)
-{
-    cls.def(
-        "get_default_values", [](const Settings &) { return keptForever<defaultValues>(); },
-        "The default of each key by its name. Always the same dictionary: do not change it.");
-    cls.def(
-        "get_min_max_keys", [](const Settings &) { return keptForever<minMaxKeys>(); },
-        "The names of the bounds. Always the same set: do not change it.");
-}
-
 } // namespace
 
 // NOLINTNEXTLINE(readability-function-size): the rows of the table make it long
 void bindSettings(py::module_ &module)
 {
     bindEnum(module);
-    py::class_<SettingsKeys> keys(module, "SettingsKeys",
-                                  "Names of keys that have no enumerator of their own.");
-    keys.def(py::init<>());
-    bindKeyNames(keys, {"p_offset", "lw_offset", "use_co2_after_saure"});
+    bindKeyNames<SettingsKeys>(module, "SettingsKeys", "Names of keys that have no enumerator of their own.",
+                               {"p_offset", "lw_offset", "use_co2_after_saure"});
 
     auto cls = sharedClass<Self>(module, "SettingsClass", "The parameters of the process.");
     SETTINGS_KEYS(RANGED_ATTRIBUTES, DEFAULTED_ATTRIBUTES, NAME_ATTRIBUTE, DEFAULTED_ATTRIBUTES)
-    bindFunctions(cls);
+    bindKeyLists<defaultValues, minMaxKeys>(
+        cls, "The default of each key by its name. Always the same dictionary: do not change it.");
     publishSingleton<Self>(module, "SettingsValues");
 }

@@ -10,7 +10,6 @@ namespace {
 
 using Self = Simulator;
 
-/// Scope of the key names that stand for themselves.
 struct SimKeys
 {};
 
@@ -36,16 +35,6 @@ py::set minMaxKeys()
     return result;
 }
 
-template <typename Class> void bindFunctions(Class &cls)
-{
-    cls.def(
-        "get_default_values", [](const Simulator &) { return keptForever<defaultValues>(); },
-        "The defaults that a backend may store. Always the same dictionary: do not change it.");
-    cls.def(
-        "get_min_max_keys", [](const Simulator &) { return keptForever<minMaxKeys>(); },
-        "The names of the bounds. Always the same set: do not change it.");
-}
-
 } // namespace
 
 void bindSimulator(py::module_ &module)
@@ -55,12 +44,12 @@ void bindSimulator(py::module_ &module)
         .value("AIn0", Simulator::SimAIn0)
         .value("AIn1", Simulator::SimAIn1)
         .value("Lw", Simulator::SimLw);
-    py::class_<SimKeys> keys(module, "SimKeys", "Names of the attributes.");
-    keys.def(py::init<>());
-    bindKeyNames(keys, {SIMULATOR_PROPERTIES(RANGED_KEYS, DEFAULTED_KEYS, NOTHING)});
+    bindKeyNames<SimKeys>(module, "SimKeys", "Names of the attributes.",
+                          {SIMULATOR_PROPERTIES(RANGED_KEYS, DEFAULTED_KEYS, NOTHING)});
 
     auto cls = sharedClass<Self>(module, "SimulatorClass", "Values of the simulated hardware.");
     SIMULATOR_PROPERTIES(BIND_RANGED, BIND_DEFAULTED, BIND_PROPERTY)
-    bindFunctions(cls);
+    bindKeyLists<defaultValues, minMaxKeys>(
+        cls, "The defaults that a backend may store. Always the same dictionary: do not change it.");
     publishSingleton<Self>(module, "Simulator");
 }

@@ -28,7 +28,7 @@ Row {
         ValueAxis {
             id: value
 
-            max: root.kind === ChartTrace.Measured ? trace.maxY : 14
+            max: root.kind === TraceKinds.Measured ? trace.maxY : 14
         }
 
         LineSeries {

@@ -1,6 +1,6 @@
 #include "point_by_point.h"
 
-PointByPoint::PointByPoint(ChartTrace::Kind kind)
+PointByPoint::PointByPoint(TraceKind kind)
     : m_kind(kind)
 {}
 
@@ -12,11 +12,11 @@ double PointByPoint::lastY() const
 void PointByPoint::add(const QPointF &point)
 {
     switch (m_kind) {
-    case ChartTrace::Measured:
+    case TraceKind::Measured:
         return addMeasured(point);
-    case ChartTrace::Actuator:
+    case TraceKind::Actuator:
         return addActuator(point);
-    case ChartTrace::Step:
+    case TraceKind::Step:
         return addStep(point);
     }
 }
@@ -33,11 +33,11 @@ void PointByPoint::replace(const QList<QPointF> &points)
 void PointByPoint::addStored(const QPointF &point)
 {
     switch (m_kind) {
-    case ChartTrace::Measured:
+    case TraceKind::Measured:
         return addMeasured(point);
-    case ChartTrace::Actuator:
+    case TraceKind::Actuator:
         return addStoredActuator(point);
-    case ChartTrace::Step:
+    case TraceKind::Step:
         m_points.append({point.x(), lastY()});
         m_points.append({point.x(), point.y()});
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "brovik/chart/chart_trace.h"
+#include "brovik/chart/trace_kind.h"
 
 #include <QList>
 #include <QPointF>
@@ -9,7 +9,7 @@
 class PointByPoint
 {
 public:
-    explicit PointByPoint(ChartTrace::Kind kind);
+    explicit PointByPoint(TraceKind kind);
 
     /// A point that comes while the recording runs.
     void add(const QPointF &point);
@@ -29,7 +29,7 @@ private:
     void addStep(const QPointF &point);
     void addStored(const QPointF &point);
 
-    ChartTrace::Kind m_kind;
+    TraceKind m_kind;
     QList<QPointF> m_points;
     double m_maxY = 0.5;
 };

@@ -31,7 +31,7 @@ using Points = ChartLine::Points;
 class Screen
 {
 public:
-    explicit Screen(ChartTrace::Kind kind)
+    explicit Screen(TraceKind kind)
         : m_reference(kind)
     {
         m_view.engine()->addImportPath(QStringLiteral(":/"));
@@ -166,16 +166,16 @@ private:
 };
 
 /// A record of a kind, of so many points, half a second apart.
-Points record(ChartTrace::Kind kind, int count)
+Points record(TraceKind kind, int count)
 {
     Points points;
     for (int index = 0; index < count; ++index) {
         const double x = index * 0.5;
-        if (kind == ChartTrace::Measured) {
+        if (kind == TraceKind::Measured) {
             points.append({x, 5 + 3 * std::sin(x * 0.02) + index * 7919 % 13 * 0.1});
         } else if (index % 20 == 7) {
             const double step = index / 20 % 13 + 1;
-            points.append({x, kind == ChartTrace::Step ? step : index / 20 % 2 == 0 ? 6.0 : 0.0});
+            points.append({x, kind == TraceKind::Step ? step : index / 20 % 2 == 0 ? 6.0 : 0.0});
         }
     }
     return points;
@@ -203,7 +203,7 @@ void expectSamePictures(Screen &screen)
     EXPECT_GT(inked, 1000) << "a picture without a line proves nothing";
 }
 
-class Picture : public testing::TestWithParam<ChartTrace::Kind>
+class Picture : public testing::TestWithParam<TraceKind>
 {
 protected:
     Screen screen{GetParam()};
@@ -213,7 +213,7 @@ protected:
 class Trace : public testing::Test
 {
 protected:
-    Screen screen{ChartTrace::Measured};
+    Screen screen{TraceKind::Measured};
 };
 
 } // namespace
@@ -350,9 +350,9 @@ TEST_P(Picture, OfABurstFromAThread)
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Picture,
-                         testing::Values(ChartTrace::Measured, ChartTrace::Actuator, ChartTrace::Step),
+                         testing::Values(TraceKind::Measured, TraceKind::Actuator, TraceKind::Step),
                          [](const auto &row) {
-                             return QMetaEnum::fromType<ChartTrace::Kind>().valueToKey(row.param);
+                             return QMetaEnum::fromType<TraceKind>().valueToKey(static_cast<int>(row.param));
                          });
 
 TEST_F(Trace, HighestValueGrowsUntilTheDataIsReplaced)
@@ -417,7 +417,7 @@ TEST_F(Trace, SaysHowFarItHasDrawn)
 
 TEST_F(Trace, OnlyMeasuredLinesMoveTheView)
 {
-    Screen other(ChartTrace::Actuator);
+    Screen other(TraceKind::Actuator);
     const SignalLog log(other.trace(), {"pointsDrawn", "maxYChanged"});
     other.replace({{0, 1}, {8, 0}});
     other.add({9, 20});
@@ -427,7 +427,7 @@ TEST_F(Trace, OnlyMeasuredLinesMoveTheView)
 
 TEST_F(Trace, TheLastPointOfAllLinesMovesTheViewLast)
 {
-    Screen other(ChartTrace::Measured);
+    Screen other(TraceKind::Measured);
     QList<double> moves;
     QObject view;
     for (ChartTrace *trace : {&screen.trace(), &other.trace()}) {
@@ -456,7 +456,7 @@ TEST_F(Trace, APointThatComesWhileTheViewMovesIsNotLost)
 
 TEST_F(Trace, DrawsTheLineOncePerTurn)
 {
-    screen.replace(record(ChartTrace::Measured, 100));
+    screen.replace(record(TraceKind::Measured, 100));
     Screen::settle();
     const SignalLog others(screen.series(), {"pointAdded", "pointRemoved", "pointsRemoved"});
     const Drawings drawings(screen);
@@ -486,7 +486,7 @@ TEST_F(Trace, DrawsTheLineOncePerTurn)
 
 TEST_F(Trace, AMovedViewNeverDrawsTheOldPoints)
 {
-    screen.replace(record(ChartTrace::Measured, 400));
+    screen.replace(record(TraceKind::Measured, 400));
     Screen::settle();
     QList<qsizetype> shown;
     QObject chart;
@@ -506,7 +506,7 @@ TEST_F(Trace, AMovedViewNeverDrawsTheOldPoints)
 
 TEST_F(Trace, TheSeriesStaysSmall)
 {
-    screen.replace(record(ChartTrace::Measured, 100'000));
+    screen.replace(record(TraceKind::Measured, 100'000));
     screen.look(1000, 1060);
     EXPECT_LT(screen.shown().size(), 1000);
     screen.look(0, 50'000);
@@ -515,7 +515,7 @@ TEST_F(Trace, TheSeriesStaysSmall)
 
 TEST_F(Trace, AHiddenSeriesIsEmptyAndComesBack)
 {
-    screen.replace(record(ChartTrace::Measured, 100));
+    screen.replace(record(TraceKind::Measured, 100));
     Screen::settle();
     screen.series().setVisible(false);
     Screen::settle();
@@ -548,7 +548,7 @@ TEST(LateTrace, FindsTheLineAsAWholeList)
     QLineSeries series;
     QValueAxis axis;
     ChartTrace trace;
-    trace.setKind(ChartTrace::Actuator);
+    trace.setKind(TraceKind::Actuator);
     trace.setLine(&line);
     line.registerQmlLine(&series, &axis);
     QCoreApplication::processEvents();

@@ -14,12 +14,13 @@ using testing::IsEmpty;
 namespace {
 
 using Points = QList<QPointF>;
+using Arrival = TracePoints::Arrival;
 
 TracePoints measured(const Points &points)
 {
     TracePoints trace;
     for (const QPointF &point : points) {
-        trace.addMeasured(point);
+        trace.add(TraceKind::Measured, Arrival::Stored, point);
     }
     return trace;
 }
@@ -53,17 +54,17 @@ std::map<int, std::pair<double, double>> extremes(const Points &points, int colu
 TEST(TracePoints, AnActuatorGoingOffTakesTheTailAway)
 {
     TracePoints trace;
-    trace.addLiveActuator({5, 3});
+    trace.add(TraceKind::Actuator, Arrival::Live, {5, 3});
     EXPECT_THAT(trace.all(), ElementsAre(QPointF(5, 0), QPointF(5, 3), QPointF(10000, 3)));
-    trace.addLiveActuator({8, 0});
+    trace.add(TraceKind::Actuator, Arrival::Live, {8, 0});
     EXPECT_THAT(trace.all(), ElementsAre(QPointF(5, 0), QPointF(5, 3), QPointF(8, 3), QPointF(8, 0)));
 }
 
 TEST(TracePoints, GoingOffDoesNotLookAtTheHeight)
 {
     TracePoints trace;
-    trace.addLiveActuator({5, 3});
-    trace.addLiveActuator({8, 7});
+    trace.add(TraceKind::Actuator, Arrival::Live, {5, 3});
+    trace.add(TraceKind::Actuator, Arrival::Live, {8, 7});
     EXPECT_EQ(trace.last(), QPointF(8, 0));
 }
 
@@ -71,7 +72,7 @@ TEST(TracePoints, AStoredActuatorHasNoTail)
 {
     TracePoints trace;
     for (const QPointF &point : Points{{1, 0}, {2, 4}, {3, 4}, {6, 0}, {7, 4}}) {
-        trace.addStoredActuator(point);
+        trace.add(TraceKind::Actuator, Arrival::Stored, point);
     }
     EXPECT_THAT(trace.all(), ElementsAre(QPointF(1, 0), QPointF(2, 0), QPointF(2, 4), QPointF(3, 4),
                                          QPointF(6, 4), QPointF(6, 0), QPointF(7, 0), QPointF(7, 4)));
@@ -80,13 +81,13 @@ TEST(TracePoints, AStoredActuatorHasNoTail)
 TEST(TracePoints, AStepMovesToTheNext)
 {
     TracePoints live;
-    live.addLiveStep({0, 1});
-    live.addLiveStep({4, 2});
+    live.add(TraceKind::Step, Arrival::Live, {0, 1});
+    live.add(TraceKind::Step, Arrival::Live, {4, 2});
     EXPECT_THAT(live.all(),
                 ElementsAre(QPointF(0, 0), QPointF(0, 1), QPointF(4, 1), QPointF(4, 2), QPointF(10000, 2)));
     TracePoints stored;
-    stored.addStoredStep({0, 1});
-    stored.addStoredStep({4, 2});
+    stored.add(TraceKind::Step, Arrival::Stored, {0, 1});
+    stored.add(TraceKind::Step, Arrival::Stored, {4, 2});
     EXPECT_THAT(stored.all(), ElementsAre(QPointF(0, 0), QPointF(0, 1), QPointF(4, 1), QPointF(4, 2)));
 }
 
@@ -94,17 +95,16 @@ TEST(TracePoints, AMixtureOfStoredAndLiveIsThatOfPointByPoint)
 {
     const Points stored = {{1, 3}, {5, 0}, {9, 3}};
     const Points live = {{12, 0}, {14, 0}, {15, 3}, {10500, 0}, {10600, 3}, {10700, 0}};
-    for (const ChartTrace::Kind kind : {ChartTrace::Actuator, ChartTrace::Step}) {
+    for (const TraceKind kind : {TraceKind::Measured, TraceKind::Actuator, TraceKind::Step}) {
         PointByPoint reference(kind);
         reference.replace(stored);
         TracePoints trace;
-        const bool step = kind == ChartTrace::Step;
         for (const QPointF &point : stored) {
-            step ? trace.addStoredStep(point) : trace.addStoredActuator(point);
+            trace.add(kind, Arrival::Stored, point);
         }
         for (const QPointF &point : live) {
             reference.add(point);
-            step ? trace.addLiveStep(point) : trace.addLiveActuator(point);
+            trace.add(kind, Arrival::Live, point);
             EXPECT_EQ(trace.all(), reference.points());
         }
     }
@@ -144,13 +144,40 @@ TEST(TracePoints, EveryColumnKeepsItsExtremes)
 {
     TracePoints steps;
     for (int index = 0; index < 10'000; ++index) {
-        steps.addLiveStep({static_cast<double>(index), static_cast<double>(index * 7919 % 101)});
+        steps.add(TraceKind::Step, Arrival::Live,
+                  {static_cast<double>(index), static_cast<double>(index * 7919 % 101)});
     }
     for (const TracePoints &trace : {measured(wave(20'000)), steps}) {
         for (const int columns : {1, 7, 100, 640, 1300}) {
             EXPECT_EQ(extremes(trace.seen(500, 9500, columns), columns), extremes(trace.all(), columns));
         }
     }
+}
+
+TEST(TracePoints, WhatIsBeyondTheWindowIsOneColumnOnEitherSide)
+{
+    // Many points on one side, on the other and on the first again: no order that a search could use.
+    Points points;
+    Points expected;
+    for (const double x : {-20.0, 110.0, -20.0}) {
+        points.append({x, 5});
+        points.append(Points(TracePoints::few, {x + 1, 5}));
+        points << QPointF(x + 2, 2) << QPointF(x + 3, 9) << QPointF(x + 4, 5);
+        expected << QPointF(x, 5) << QPointF(x + 2, 2) << QPointF(x + 3, 9) << QPointF(x + 4, 5);
+    }
+    EXPECT_EQ(measured(points).seen(0, 100, 100), expected);
+}
+
+TEST(TracePoints, WhatIsBeyondTheWindowIsNextToNoColumn)
+{
+    Points points{{0.5, 5}};
+    points.append(Points(TracePoints::few, {-1, 5}));
+    points << QPointF(-2, 2) << QPointF(-3, 9) << QPointF(-1, 4);
+    points << QPointF(0.5, 6) << QPointF(0.6, 7) << QPointF(0.7, 1) << QPointF(0.8, 6);
+    EXPECT_THAT(measured(points).seen(0, 100, 100),
+                ElementsAre(QPointF(0.5, 5), QPointF(-1, 5), QPointF(-2, 2), QPointF(-3, 9), QPointF(-1, 4),
+                            QPointF(0.5, 6), QPointF(0.6, 7), QPointF(0.7, 1), QPointF(0.8, 6)))
+        << "the ways out of the window and back into it show where they begin and end";
 }
 
 TEST(TracePoints, FewPointsAreSeenAsTheyAre)
@@ -205,8 +232,9 @@ TEST(TracePoints, OrderIsFoundAgainWhenTheTailIsGone)
 {
     TracePoints trace;
     for (int second = 10'000; second < 60'000; second += 10) {
-        trace.addLiveStep({static_cast<double>(second), static_cast<double>(second % 13)});
+        trace.add(TraceKind::Step, Arrival::Live,
+                  {static_cast<double>(second), static_cast<double>(second % 13)});
     }
-    trace.addLiveActuator({60'000, 0}); // takes the last tail away
+    trace.add(TraceKind::Actuator, Arrival::Live, {60'000, 0}); // takes the last tail away
     EXPECT_LE(trace.seen(20'000, 20'060, 100'000).size(), 2 * 8 + 2);
 }
