@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import QtTest
 
 import brovik.auto
 import brovik.base
@@ -17,9 +16,6 @@ Item {
     readonly property string stopHint: "Button eine Sekunde zum Abbrechen gedrückt halten und dann loslassen"
     readonly property string upgradeHint: "Es wird/wurde ein Upgrade durchgeführt. Bitte die Maschine nach dem Upgrade neu starten."
     readonly property string sensorHint: "Es wird kein Signal vom Leitwertsensor erkannt"
-
-    // Played by the backend when it takes a wish.
-    property var answer: () => {}
 
     width: 800
     height: 1100
@@ -40,78 +36,26 @@ Item {
         }
     }
 
-    SignalSpy {
-        id: autoCalls
-
-        target: Auto_
-        signalName: "toPy"
-    }
-
-    SignalSpy {
-        id: settingsCalls
-
-        target: BrovikSettings
-        signalName: "toPy"
-    }
-
-    Connections {
-        target: BrovikSettings
-
-        function onToPy(key, value) {
-            root.answer(key, value);
-        }
-    }
-
-    TestCase {
+    ScreenTestCase {
         name: "AutoOverview"
-        when: windowShown
 
         property StackLayout stack
         property AutoOverview page
 
-        function init() {
-            failOnWarning(/.?/);
-            root.answer = () => {};
-            Backend.run(`
-from brovik.auto import Auto
-from brovik.settings import SettingsValues
-for flag in ("active", "lw_saure_active", "lw_lauge_active", "lw_saure_too_low", "lw_lauge_too_low", "lw_sp_reached", "intense_cleaning"):
-    setattr(Auto, flag, False)
-Auto.progress, Auto.progress_str, Auto.progress_color = 0, "0 %", auto.ProgressColor.Normal
-SettingsValues.intense_cleaning, SettingsValues.do_steam_step, SettingsValues.vorspannen_p = False, True, 0.7
-SettingsValues.lw_saure_min, SettingsValues.lw_saure_sp, SettingsValues.lw_lauge_min, SettingsValues.lw_lauge_sp = 10, 20, 30, 60
-SettingsValues.lw_saure_name, SettingsValues.lw_lauge_name = "SANAL®-SA 3", "RIMALKAN®-HAT 26"
-config.Config.has_steam_valve = config.Config.steam_pressure_sterilization = False
-sensor.Sensor.lw_sensor_defective = False
-shell.Shell.upgrade_in_progress_or_finished = False
-gui.Gui.status3 = ""`);
+        function prepare() {
             stack = createTemporaryObject(pageComponent, root);
             page = stack.page;
             waitForRendering(page);
-            autoCalls.clear();
-            settingsCalls.clear();
         }
 
         function named(name) {
             return findChild(page, name);
         }
 
-        function set(code) {
-            Backend.runOnThread(code);
-            // The signals of that thread arrive as events.
-            wait(0);
-        }
-
         function hold(button) {
             mousePress(button);
             tryCompare(button, "progress", 1);
             mouseRelease(button);
-        }
-
-        function verifySent(spy, key, value) {
-            compare(spy.count, 1);
-            compare(spy.signalArguments[0][0], key);
-            compare(spy.signalArguments[0][1], value);
         }
 
         // Top margin of each part, and what fills the width; the rest stands in its middle.
@@ -265,7 +209,7 @@ gui.Gui.status3 = ""`);
             compare(button.font.pointSize, 20);
             compare(button.height, 75);
             hold(button);
-            verifySent(autoCalls, Auto_.ToggleAuto, null);
+            compareSent([[Auto_, Auto_.ToggleAuto, null]]);
         }
 
         function test_start_button_released_early() {
@@ -274,7 +218,7 @@ gui.Gui.status3 = ""`);
             tryVerify(() => button.progress > 0);
             mouseRelease(button);
             tryCompare(button, "progress", 0);
-            compare(autoCalls.count, 0);
+            compareSent([]);
         }
 
         function test_test_buttons_data() {
@@ -283,7 +227,7 @@ gui.Gui.status3 = ""`);
 
         function test_test_buttons(data) {
             hold(named(data.tag).btnStart);
-            verifySent(autoCalls, data.action, null);
+            compareSent([[Auto_, data.action, null]]);
         }
 
         function test_switches_data() {
@@ -301,18 +245,18 @@ gui.Gui.status3 = ""`);
             compare(control.checked, data.before);
             // Refused: back to what is stored.
             mouseClick(control);
-            verifySent(settingsCalls, data.key, !data.before);
+            compareSent([[BrovikSettings, data.key, !data.before]]);
             tryCompare(control, "checked", data.before);
             // Taken, on the backend's thread.
-            root.answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${data.setting} = ${value ? "True" : "False"}`);
+            answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${data.setting} = ${value ? "True" : "False"}`);
             mouseClick(control);
             waitForRendering(page);
             compare(control.checked, !data.before);
-            compare(settingsCalls.count, 2);
+            compareSent([[BrovikSettings, data.key, !data.before]]);
             // Changed elsewhere.
             set(`settings.SettingsValues.${data.setting} = ${data.before ? "True" : "False"}`);
             tryCompare(control, "checked", data.before);
-            compare(settingsCalls.count, 2);
+            compareSent([]);
         }
 
         function test_pressure_sterilisation_is_named_so() {
@@ -407,33 +351,33 @@ gui.Gui.status3 = ""`);
             verify(label.x < spinBox.x);
             compare([spinBox.from, spinBox.to], [Math.round(BrovikSettings.vorspannenPMin * 10), Math.round(BrovikSettings.vorspannenPMax * 10)]);
             verify(!spinBox.editable);
-            compare(settingsCalls.count, 0);
+            compareSent([]);
         }
 
         function test_prestress_pressure_refused() {
             const spinBox = named("prestress");
             mouseClick(spinBox.up.indicator);
-            verifySent(settingsCalls, BrovikSettings.VorspannenP, 0.8);
+            compareSent([[BrovikSettings, BrovikSettings.VorspannenP, 0.8]]);
             tryCompare(spinBox, "value", 7);
             // The way back is no wish.
-            compare(settingsCalls.count, 1);
+            compareSent([]);
         }
 
         function test_prestress_pressure_taken() {
             const spinBox = named("prestress");
-            root.answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.vorspannen_p = ${value}`);
+            answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.vorspannen_p = ${value}`);
             mouseClick(spinBox.up.indicator);
             waitForRendering(page);
             compare(spinBox.realValue, 0.8);
             compare(BrovikSettings.vorspannenP, 0.8);
-            compare(settingsCalls.count, 1);
+            compareSent([[BrovikSettings, BrovikSettings.VorspannenP, 0.8]]);
         }
 
         function test_prestress_pressure_written_by_the_backend_comes_back_once() {
-            root.answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.vorspannen_p = ${value}`);
+            answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.vorspannen_p = ${value}`);
             set("settings.SettingsValues.vorspannen_p = 1.1");
             compare(named("prestress").value, 11);
-            verifySent(settingsCalls, BrovikSettings.VorspannenP, 1.1);
+            compareSent([[BrovikSettings, BrovikSettings.VorspannenP, 1.1]]);
         }
 
         function boxes() {
@@ -460,7 +404,7 @@ gui.Gui.status3 = ""`);
             compare(boxes()[0].sbMinimum.value, 7);
             set("auto.Auto.active = False");
             tryVerify(() => values().toString() === "12,20,30,60");
-            compare(settingsCalls.count, 0);
+            compareSent([]);
         }
 
         function test_boxes_follow_their_bath() {
@@ -497,18 +441,18 @@ gui.Gui.status3 = ""`);
             compare([spinBox.from, spinBox.to], [data.from, data.to]);
             // Refused.
             mouseClick(spinBox.up.indicator);
-            verifySent(settingsCalls, data.key, data.before + 1);
+            compareSent([[BrovikSettings, data.key, data.before + 1]]);
             tryCompare(spinBox, "value", data.before);
             // Taken.
-            root.answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${data.setting} = ${value}`);
+            answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${data.setting} = ${value}`);
             mouseClick(spinBox.up.indicator);
             waitForRendering(page);
             compare(spinBox.value, data.before + 1);
-            compare(settingsCalls.count, 2);
+            compareSent([[BrovikSettings, data.key, data.before + 1]]);
             // Written by the backend: no message.
             set(`settings.SettingsValues.${data.setting} = ${data.before}`);
             compare(spinBox.value, data.before);
-            compare(settingsCalls.count, 2);
+            compareSent([]);
         }
 
         function test_page_reports_itself() {

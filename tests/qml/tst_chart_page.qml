@@ -35,13 +35,6 @@ Item {
             }
         }
 
-        SignalSpy {
-            id: calls
-
-            target: Chart
-            signalName: "toPy"
-        }
-
         Component {
             id: metricsComponent
 
@@ -63,29 +56,13 @@ Item {
             readonly property list<string> groups: ["optsLw", "optsP", "optsValves", "optsSteps"]
             readonly property var lines: ["p", "lw", "step", "lIn", "sIn", "kalt", "heiss", "kreis", "sOut", "lOut", "luft", "co2", "kanal", "pumpe", "steam"]
 
-            function init() {
-                failOnWarning(/.?/);
+            function prepare() {
                 Common.mainHeight = 1000;
-                Backend.run(`
-chart.Chart.clear()
-chart.Chart.active = chart.Chart.savable = auto.Auto.active = False
-chart.Chart.current_name = "Kein Chart geladen"
-chart.Chart.assigned_names = chart.Chart.actuator_names = chart.Chart.step_names = []
-chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
-                Chart.shownSecs = 60;
-                Chart.prevXMin = 0;
-                Chart.prevXMax = 60;
                 window.setTheme(Material.Dark);
                 const stack = createTemporaryObject(stackComponent, window.contentItem);
                 page = stack.page;
                 stack.currentIndex = 1;
                 waitForRendering(page);
-                calls.clear();
-                spy.clear();
-            }
-
-            function cleanupTestCase() {
-                Backend.run("chart.Chart.clear()\nchart.Chart.meta_data_list = chart.ChartMetaDataList()");
             }
 
             // Lines and axes are no items, so findChild() does not see them.
@@ -97,18 +74,6 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
 
             function part(name, page = testCase.page) {
                 return findChild(page, name) ?? drawn(page).find(object => object.objectName === name);
-            }
-
-            function set(code) {
-                Backend.runOnThread(code);
-                // The signals of that thread arrive as events.
-                wait(0);
-            }
-
-            function verifySent(action, value) {
-                compare(calls.count, 1);
-                compare(calls.signalArguments[0][0], action);
-                compare(calls.signalArguments[0][1], value);
             }
 
             function findSwitch(group, text) {
@@ -275,9 +240,9 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                 compare([button.enabled, button.active, button.text], [data.enabled, data.active, data.text]);
                 mouseClick(button);
                 if (data.enabled) {
-                    verifySent(Chart.ChartHand, null);
+                    compareSentThrough(Chart, [[Chart.ChartHand, null]]);
                 } else {
-                    compare(calls.count, 0);
+                    compareSentThrough(Chart, []);
                 }
                 set("auto.Auto.active = False");
             }
@@ -297,9 +262,7 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
             function openSaving() {
                 set("chart.Chart.savable = True\nchart.Chart.current_name = 'Fass 1'\nchart.Chart.assigned_names = ['Fass 1', 'Fass 2']");
                 mouseClick(part("btnSave"));
-                tryVerify(() => Dialogs.popupActive);
-                const id = spy.signalArguments[spy.count - 1][1].current[0];
-                const dialog = Dialogs.getOpenDialogById(id)[0];
+                const dialog = latestDialog();
                 tryVerify(() => dialog.input.activeFocus);
                 return dialog;
             }
@@ -314,7 +277,7 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                 keyClick("3");
                 compare(dialog.errorText, "");
                 keyClick(Qt.Key_Return);
-                verifySent(Chart.ChartSave, "Fass 3");
+                compareSentThrough(Chart, [[Chart.ChartSave, "Fass 3"]]);
             }
 
             function test_offered_name_can_be_accepted_untested() {
@@ -322,7 +285,7 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                 const ok = findText(dialog.input.parent, "OK", "checkable");
                 verify(ok.enabled);
                 mouseClick(ok);
-                verifySent(Chart.ChartSave, "Fass 1");
+                compareSentThrough(Chart, [[Chart.ChartSave, "Fass 1"]]);
             }
 
             function test_saving_checks_each_edit_data() {
@@ -345,7 +308,7 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                 compare(findText(dialog.input.parent, "OK", "checkable").enabled, !data.error);
                 keyClick(Qt.Key_Escape);
                 tryVerify(() => !Dialogs.popupActive);
-                compare(calls.count, 0);
+                compareSentThrough(Chart, []);
             }
 
             function test_return_does_not_honour_the_taken_name() {
@@ -354,7 +317,7 @@ chart.Chart.meta_data_list = chart.ChartMetaDataList()`);
                 keyClick("2");
                 verify(dialog.errorText !== "");
                 keyClick(Qt.Key_Return);
-                verifySent(Chart.ChartSave, "Fass 2");
+                compareSentThrough(Chart, [[Chart.ChartSave, "Fass 2"]]);
             }
 
             function test_view() {

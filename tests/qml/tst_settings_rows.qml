@@ -1,9 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Material
-import QtTest
 
-import brovik.base
-import brovik.components
 import brovik.settings
 import kubelor.test
 import main
@@ -13,9 +10,6 @@ import "settings.js" as Names
 // Every row of the settings pages: what it shows, what it sends, and when.
 Item {
     id: root
-
-    // Played by the backend when it gets a wish.
-    property var answer: () => {}
 
     width: 720
     height: 6500
@@ -54,26 +48,10 @@ Item {
         }
     }
 
-    SignalSpy {
-        id: sent
-
-        target: BrovikSettings
-        signalName: "toPy"
-    }
-
-    Connections {
-        target: BrovikSettings
-
-        function onToPy(key, value) {
-            root.answer(key, value);
-        }
-    }
-
-    TestCase {
+    ScreenTestCase {
         id: testCase
 
         name: "SettingsRows"
-        when: windowShown
 
         property Item pages
 
@@ -124,28 +102,10 @@ Item {
             ["baths", "lwLaugeName", "Produktname Lauge: ", "RIMALKAN®-HAT 26"]
         ]
 
-        function init() {
-            failOnWarning(/.?/);
-            root.answer = () => {};
-            Backend.run(`
-from brovik.settings import SettingsValues
-for key, value in SettingsValues.get_default_values().items():
-    setattr(SettingsValues, key, value)
-auto.Auto.active = False
-config.Config.machine_version = config.MachineVersion._2024
-config.Config.has_steam_valve = config.Config.has_level_switch = True
-config.Config.steam_pressure_sterilization = False
-sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
-            sent.clear();
+        function prepare() {
+            Backend.run("config.Config.has_steam_valve, sensor.Sensor.lw_type = True, sensor.SensorLwEnum.Seli_SLI_03");
             pages = createTemporaryObject(pagesComponent, root);
             waitForRendering(pages);
-        }
-
-        // Lets all calls and signals arrive that are under way.
-        function settle() {
-            for (let turn = 0; turn < 5; ++turn) {
-                wait(0);
-            }
         }
 
         function rows(page, part) {
@@ -162,12 +122,8 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             Backend.runOnThread(`settings.SettingsValues.${Names.pythonName(key)} = ${value}`);
         }
 
-        function verifySent(...expected) {
-            compare(Array.from(sent.signalArguments, call => [call[0], call[1]]), expected);
-        }
-
         function takeWishes() {
-            root.answer = (key, value) => {
+            answer = (key, value) => {
                 const name = testCase.numbers.concat(testCase.switches).map(row => row[1]).find(name => Names.keyOf(name) === key);
                 testCase.write(name, typeof value === "boolean" ? (value ? "True" : "False") : `type(settings.SettingsValues.${Names.pythonName(name)})(${value})`);
             };
@@ -184,7 +140,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
         }
 
         function test_nothing_is_sent_on_construction() {
-            compare(sent.count, 0);
+            compareSent([]);
         }
 
         // Whatever is stored.
@@ -198,17 +154,17 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             keys.forEach(key => write(key, stored(key)));
             switches.forEach(([, key, , value]) => write(key, value ? "False" : "True"));
             texts.forEach(([, key]) => write(key, "'Anders'"));
-            settle();
+            Backend.settle();
             sent.clear();
             pages = createTemporaryObject(pagesComponent, root);
             waitForRendering(pages);
-            settle();
+            Backend.settle();
             for (const [page, key, , precision] of numbers) {
                 // A setpoint is held up by its minimum.
                 const lowest = key.endsWith("Sp") ? stored(key.replace("Sp", "Min")) + 1 : stored(key);
                 compare(row(page, key, "spinBox").value, Math.round(Math.max(stored(key), lowest) * Math.pow(10, precision)), key);
             }
-            compare(sent.count, 0);
+            compareSent([]);
         }
 
         function test_rows_are_those_of_the_table() {
@@ -249,7 +205,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             compare(found.spinBox.displayText, (data.value / data.factor).toFixed(data.precision));
             verify(found.spinBox.editable);
             compare(found.spinBox.Accessible.name, data.text);
-            compare(sent.count, 0);
+            compareSent([]);
         }
 
         function test_number_changed_by_the_operator_data() {
@@ -265,9 +221,9 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             compare(found.value, value);
             compare(found.text, description + markOf(found, data.value / data.factor));
             tryCompare(BrovikSettings, data.key, value / data.factor);
-            settle();
+            Backend.settle();
             compare(found.value, value);
-            verifySent([Names.keyOf(data.key), value / data.factor]);
+            compareSent([[BrovikSettings, Names.keyOf(data.key), value / data.factor]]);
         }
 
         function test_number_refused_goes_back_data() {
@@ -281,7 +237,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             compare(found.value, value);
             tryCompare(found, "value", data.value);
             compare(found.text, found.description);
-            verifySent([Names.keyOf(data.key), value / data.factor]);
+            compareSent([[BrovikSettings, Names.keyOf(data.key), value / data.factor]]);
         }
 
         function test_number_typed_data() {
@@ -300,7 +256,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             keyClick(Qt.Key_Return);
             tryCompare(BrovikSettings, data.key, value / data.factor);
             compare(found.value, value);
-            verifySent([Names.keyOf(data.key), value / data.factor]);
+            compareSent([[BrovikSettings, Names.keyOf(data.key), value / data.factor]]);
         }
 
         // What the backend changes comes back to it once, but for the numbers of the baths.
@@ -315,8 +271,8 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             write(data.key, value / data.factor);
             tryCompare(found, "value", value);
             compare(found.text, found.description + markOf(found, data.value / data.factor));
-            settle();
-            verifySent(...(data.page === "run" ? [[Names.keyOf(data.key), value / data.factor]] : []));
+            Backend.settle();
+            compareSent((data.page === "run" ? [[BrovikSettings, Names.keyOf(data.key), value / data.factor]] : []));
             write(data.key, data.value / data.factor);
             tryCompare(found, "value", data.value);
             compare(found.text, found.description);
@@ -342,7 +298,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             write(data.key + "Min", lowest);
             tryCompare(found, "to", data.to);
             tryCompare(found, "from", data.from);
-            compare(sent.count, 0);
+            compareSent([]);
         }
 
         function switchRows() {
@@ -372,9 +328,9 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             mouseClick(found.switch_);
             compare(found.text, data.text + markOf(found, data.value ? "ein" : "aus"));
             tryCompare(BrovikSettings, data.key, !data.value);
-            settle();
+            Backend.settle();
             compare(found.checked, !data.value);
-            verifySent([Names.keyOf(data.key), !data.value]);
+            compareSent([[BrovikSettings, Names.keyOf(data.key), !data.value]]);
         }
 
         function test_switch_refused_goes_back_data() {
@@ -387,7 +343,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             compare(found.checked, !data.value);
             tryCompare(found, "checked", data.value);
             compare(found.text, data.text);
-            verifySent([Names.keyOf(data.key), !data.value]);
+            compareSent([[BrovikSettings, Names.keyOf(data.key), !data.value]]);
         }
 
         function test_switch_changed_by_the_backend_data() {
@@ -399,7 +355,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             write(data.key, data.value ? "False" : "True");
             tryCompare(found, "checked", !data.value);
             compare(found.text, data.text + markOf(found, data.value ? "ein" : "aus"));
-            compare(sent.count, 0);
+            compareSent([]);
         }
 
         function textRows() {
@@ -437,7 +393,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
         function test_text_typed_in_several_bursts_is_sent_once(data) {
             const python = Names.pythonName(data.key);
             let sentAt = 0;
-            root.answer = (key, value) => {
+            answer = (key, value) => {
                 sentAt = Date.now();
                 Backend.runOnThread(`settings.SettingsValues.${python} = ${JSON.stringify(value)}`);
             };
@@ -448,13 +404,13 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             type(found, "c");
             const last = Date.now();
             compare(found.product, data.value + "abc");
-            compare(sent.count, 0);
+            compareSent([]);
             tryCompare(sent, "count", 1);
             // As the clock of the timer runs, which is coarse.
             verify(sentAt - last > 2900, sentAt - last);
-            verifySent([Names.keyOf(data.key), data.value + "abc"]);
+            compareSent([[BrovikSettings, Names.keyOf(data.key), data.value + "abc"]]);
             compare(BrovikSettings[data.key], data.value + "abc");
-            settle();
+            Backend.settle();
             compare(found.product, data.value + "abc");
             verify(!pauseOf(found).running);
         }
@@ -465,17 +421,17 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
         }
 
         function test_text_changed_without_a_key(data) {
-            root.answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${Names.pythonName(data.key)} = ${JSON.stringify(value)}`);
+            answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${Names.pythonName(data.key)} = ${JSON.stringify(value)}`);
             const found = row(data.page, data.key, "field");
             const pause = pauseOf(found);
             pause.interval = 1;
             found.product = "Neu";
             verify(pause.running);
             tryCompare(BrovikSettings, data.key, "Neu");
-            settle();
+            Backend.settle();
             compare(found.product, "Neu");
             verify(!pause.running);
-            verifySent([Names.keyOf(data.key), "Neu"]);
+            compareSent([[BrovikSettings, Names.keyOf(data.key), "Neu"]]);
         }
 
         // It is a change like any other.
@@ -485,8 +441,8 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             pauseOf(found).interval = 1;
             keyClick(Qt.Key_Backspace);
             tryCompare(sent, "count", 1);
-            verifySent([BrovikSettings.LwSaureName, "SANAL®-SA 3"]);
-            settle();
+            compareSent([[BrovikSettings, BrovikSettings.LwSaureName, "SANAL®-SA 3"]]);
+            Backend.settle();
             verify(!pauseOf(found).running);
         }
 
@@ -501,7 +457,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             tryCompare(sent, "count", 1);
             pauseOf(found).interval = 3000;
             tryCompare(found, "product", data.value);
-            verifySent([Names.keyOf(data.key), data.value + "x"]);
+            compareSent([[BrovikSettings, Names.keyOf(data.key), data.value + "x"]]);
         }
 
         function test_text_changed_by_the_backend_data() {
@@ -513,7 +469,7 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             write(data.key, "'<b>Neu</b>'");
             tryCompare(found, "product", "<b>Neu</b>");
             verify(!pauseOf(found).running);
-            compare(sent.count, 0);
+            compareSent([]);
         }
 
         function test_text_changed_by_the_backend_while_it_is_typed() {
@@ -521,12 +477,12 @@ sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03`);
             type(found, "x");
             write("lwSaureName", "'Neu'");
             tryCompare(BrovikSettings, "lwSaureName", "Neu");
-            settle();
+            Backend.settle();
             compare(found.product, "SANAL®-SA 3x");
             pauseOf(found).interval = 1;
             type(found, "y");
             tryCompare(found, "product", "Neu");
-            verifySent([BrovikSettings.LwSaureName, "SANAL®-SA 3xy"]);
+            compareSent([[BrovikSettings, BrovikSettings.LwSaureName, "SANAL®-SA 3xy"]]);
         }
     }
 }
