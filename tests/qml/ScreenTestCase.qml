@@ -4,6 +4,7 @@ import QtQuick
 import QtTest
 
 import kubelor.test
+import "items.js" as Items
 
 TestCase {
     id: root
@@ -59,5 +60,16 @@ TestCase {
     // What a failure shows of the singletons.
     function readable(messages) {
         return messages.map(([family, action, value]) => [String(family).replace(/\(.*/, ""), action, value]);
+    }
+
+    function verifyBelowEachOther(items) {
+        for (let i = 1; i < items.length; ++i) {
+            verify(Items.topOf(items[i]) >= Items.bottomOf(items[i - 1]), `${items[i - 1]}, ${items[i]}`);
+        }
+    }
+
+    function verifyCentred(item, surface) {
+        // To the pixel that layouts round.
+        fuzzyCompare(item.mapToItem(surface, item.width / 2, 0).x, surface.width / 2, 1);
     }
 }

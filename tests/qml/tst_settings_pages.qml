@@ -1,9 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import QtTest
 
-import brovik.actuator
 import brovik.base
 import brovik.components
 import brovik.config
@@ -14,7 +12,7 @@ import main
 import "items.js" as Items
 import "settings.js" as Names
 
-// The boxes of the settings pages, and hand operation.
+// The boxes of the settings pages.
 Item {
     id: root
 
@@ -43,21 +41,6 @@ Item {
         SettingsMisc {
             anchors.fill: parent
         }
-    }
-
-    Component {
-        id: handComponent
-
-        HandOp {
-            anchors.fill: parent
-        }
-    }
-
-    SignalSpy {
-        id: toggled
-
-        target: Actuator
-        signalName: "toggle"
     }
 
     ScreenTestCase {
@@ -90,11 +73,7 @@ Item {
         ]
 
         function prepare() {
-            Backend.run(`
-config.Config.has_steam_valve = True
-sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03
-actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`);
-            toggled.clear();
+            Backend.run("config.Config.has_steam_valve, sensor.Sensor.lw_type = True, sensor.SensorLwEnum.Seli_SLI_03");
         }
 
         function make(component) {
@@ -170,26 +149,7 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`);
             const page = make(miscComponent);
             compare(partsOf(boxesOf(page)[0]), ["line", ...separated(Array(6).fill("switch"))]);
             const hint = Items.below(page, item => item instanceof Label && item.font.italic)[0];
-            verify(bottomOf(hint) <= topOf(row(page, "testLeakageP")));
-        }
-
-        function topOf(item) {
-            return item.mapToItem(null, 0, 0).y;
-        }
-
-        function bottomOf(item) {
-            return item.mapToItem(null, 0, item.height).y;
-        }
-
-        function verifyBelowEachOther(items) {
-            for (let i = 1; i < items.length; ++i) {
-                verify(topOf(items[i]) >= bottomOf(items[i - 1]), `${items[i - 1]}, ${items[i]}`);
-            }
-        }
-
-        function verifyCentred(item, surface) {
-            // To the pixel that layouts round.
-            fuzzyCompare(item.mapToItem(surface, item.width / 2, 0).x, surface.width / 2, 1);
+            verify(Items.bottomOf(hint) <= Items.topOf(row(page, "testLeakageP")));
         }
 
         function test_boxes_of_the_run_data() {
@@ -382,7 +342,7 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
             compareSent([[BrovikSettings, data.reset, null]]);
             const offset = withText(box, `Aktueller Offset: 0 ${data.unit}`);
             verifyBelowEachOther([calibrate, offset]);
-            compare(topOf(calibrate), topOf(reset));
+            compare(Items.topOf(calibrate), Items.topOf(reset));
             verify(calibrate.x + calibrate.width <= reset.x);
             verifyCentred(offset, box);
             Backend.runOnThread(`settings.SettingsValues.${data.offset} = -0.25`);
@@ -394,124 +354,6 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
             verify(box.visible);
             Backend.runOnThread("sensor.Sensor.lw_type = sensor.SensorLwEnum.ILFS_02_TK2");
             tryCompare(box, "visible", false);
-        }
-
-        function outputs(page) {
-            return Items.below(page, item => item instanceof BrovikDOutButton);
-        }
-
-        function heaterOf(page) {
-            return outputs(page).find(button => button.dOut === Actuator.heat1);
-        }
-
-        function test_outputs_by_hand() {
-            const page = make(handComponent);
-            compare(page.spacing, 0);
-            compare(outputs(page).map(button => button.text), ["Lauge IN", "Säure IN", "Wasser kalt", "Wasser Heiß", "Kreislauf", "Säure OUT", "Lauge OUT", "Luft", "CO2", "Kanal", "Pumpe", "Heizung", "Dampf"]);
-            outputs(page).forEach((button, i) => {
-                compare(button.enabled, button.dOut !== Actuator.heat1);
-                if (button.enabled) {
-                    mouseClick(button);
-                    compare(toggled.count, 1);
-                    compare(toggled.signalArguments[0][0], i);
-                    toggled.clear();
-                    verify(!button.active);
-                    Backend.runOnThread(`actuator.Actuator.all_douts[${i}].state = True`);
-                    tryCompare(button, "active", true);
-                }
-            });
-        }
-
-        function test_order_of_hand_operation() {
-            const page = make(handComponent);
-            const [heating, level] = [findChild(page, "manualHeating"), findChild(page, "level")];
-            verifyBelowEachOther([...outputs(page), heating, level]);
-            verifyCentred(heating, page);
-            compare([level.width, level.horizontalAlignment, level.wrapMode], [page.width, Text.AlignHCenter, Text.WordWrap]);
-        }
-
-        function test_outputs_are_those_of_the_machine() {
-            const page = make(handComponent);
-            Backend.runOnThread("from brovik.actuator import Actuator\nActuator.set_dout_model([Actuator.pumpe, Actuator.mv_co2])");
-            tryVerify(() => outputs(page).length === 2);
-            compare(outputs(page).map(button => button.text), ["Pumpe", "CO2"]);
-        }
-
-        function test_names_are_shown_as_they_stand() {
-            const page = make(handComponent);
-            const lengthy = "x".repeat(1000);
-            for (const name of ["<b>Ventil</b> & 'Co'", lengthy, "   "]) {
-                Backend.runOnThread(`actuator.Actuator.mv_lauge_in.name = ${JSON.stringify(name)}`);
-                const button = outputs(page)[0];
-                tryCompare(button, "text", name);
-                const label = Items.below(button, item => item instanceof Label)[0];
-                compare([label.text, label.textFormat], [name, Text.PlainText]);
-                verify(label.width <= button.availableWidth);
-            }
-        }
-
-        function test_output_button_stays_enabled_during_a_run_but_the_heating_does_not() {
-            const page = make(handComponent);
-            Backend.run("actuator.Actuator.manual_heating_enabled = auto.Auto.active = True");
-            for (const button of outputs(page)) {
-                compare(button.enabled, button.dOut !== Actuator.heat1);
-            }
-        }
-
-        function test_heating_is_enabled_with_manual_heating_alone_data() {
-            return [[false, false], [false, true], [true, false], [true, true]].map(([manual, active]) => ({tag: `manual ${manual}, run ${active}`, manual, active}));
-        }
-
-        function test_heating_is_enabled_with_manual_heating_alone(data) {
-            const page = make(handComponent);
-            const python = value => value ? "True" : "False";
-            Backend.run(`actuator.Actuator.manual_heating_enabled, auto.Auto.active = ${python(data.manual)}, ${python(data.active)}`);
-            compare(heaterOf(page).enabled, data.manual && !data.active);
-        }
-
-        function test_manual_heating_shows_and_asks_only() {
-            const heating = findChild(make(handComponent), "manualHeating");
-            compare(heating.text, "Heizungs-Handbetrieb");
-            compare(heating.height, Gui.controlHeight);
-            compare(heating.font.pointSize, Gui.fSizeM);
-            mouseClick(heating);
-            compare(toggled.count, 1);
-            compare(toggled.signalArguments[0][0], ActuatorEnums.ToggleManualHeating);
-            verify(!heating.checked);
-            Backend.runOnThread("actuator.Actuator.manual_heating_enabled = True");
-            tryCompare(heating, "checked", true);
-            Backend.run("auto.Auto.active = True");
-            verify(!heating.enabled);
-            mouseClick(heating);
-            compare(toggled.count, 1);
-        }
-
-        function test_manual_heating_by_key() {
-            const heating = findChild(make(handComponent), "manualHeating");
-            heating.forceActiveFocus();
-            keyClick(Qt.Key_Space);
-            compare(toggled.count, 1);
-            tryCompare(heating, "checked", false);
-        }
-
-        function test_level_of_the_lye() {
-            const page = make(handComponent);
-            const level = findChild(page, "level");
-            compare(level.text, "Füllstand Laugebecken unterschritten");
-            compare(level.color, Qt.color("red"));
-            Backend.runOnThread("sensor.Sensor.level.state = True");
-            tryCompare(level, "text", "Füllstand Laugebecken erreicht");
-            compare(level.color, page.Material.foreground);
-        }
-
-        function test_level_is_shown_if_it_is_checked_data() {
-            return [["True", "True", true], ["True", "False", false], ["False", "True", false], ["False", "False", false]].map(([check, fitted, shown]) => ({tag: `check ${check}, switch ${fitted}`, check, fitted, shown}));
-        }
-
-        function test_level_is_shown_if_it_is_checked(data) {
-            const level = findChild(make(handComponent), "level");
-            Backend.run(`settings.SettingsValues.test_lauge_level, config.Config.has_level_switch = ${data.check}, ${data.fitted}`);
-            compare(level.visible, data.shown);
         }
     }
 }

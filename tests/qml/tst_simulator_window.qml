@@ -102,20 +102,6 @@ simulator.Simulator.enabled = True`);
             compare([win.width, win.height], [win.minimumWidth, win.minimumHeight]);
         }
 
-        function topOf(item) {
-            return item.mapToItem(null, 0, 0).y;
-        }
-
-        function bottomOf(item) {
-            return item.mapToItem(null, 0, item.height).y;
-        }
-
-        function verifyBelowEachOther(items) {
-            for (let i = 1; i < items.length; ++i) {
-                verify(topOf(items[i]) >= bottomOf(items[i - 1]), `${items[i - 1]}, ${items[i]}`);
-            }
-        }
-
         function labelOf(row) {
             return Items.below(row, item => item instanceof Label && item.text === row.text)[0];
         }
@@ -314,7 +300,7 @@ simulator.Simulator.enabled = True`);
         function test_decimal_places_by_wheel() {
             const row = sliderRow("Leitwert");
             const places = findChild(win.contentItem, "lwDecimalPlaces");
-            fuzzyCompare(topOf(places) + places.height / 2, topOf(labelOf(row)) + labelOf(row).height / 2, 1);
+            fuzzyCompare(Items.topOf(places) + places.height / 2, Items.topOf(labelOf(row)) + labelOf(row).height / 2, 1);
             verify(places.mapToItem(row, 0, 0).x >= labelOf(row).mapToItem(row, labelOf(row).width, 0).x);
             for (let turn = 0; turn < 3; ++turn) {
                 mouseWheel(places, places.width / 2, places.height / 2, 0, 120);
