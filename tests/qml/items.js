@@ -28,3 +28,11 @@ function tooSmallFor(label, page) {
     }
     return null;
 }
+
+function topOf(item) {
+    return item.mapToItem(null, 0, 0).y;
+}
+
+function bottomOf(item) {
+    return item.mapToItem(null, 0, item.height).y;
+}

@@ -1,10 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import QtTest
 
-import brovik.base
-import brovik.components
 import brovik.gui
 import kubelor.test
 import main
@@ -23,9 +20,8 @@ Item {
         Main {}
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "AutoFit"
-        when: windowShown
 
         property Main window
 
@@ -37,12 +33,7 @@ Item {
             tryVerify(() => window.active);
         }
 
-        function init() {
-            failOnWarning(/.?/);
-        }
-
         function cleanupTestCase() {
-            Backend.run("gui.Gui.apply_items_scale_to_default(1.0)\nauto.Auto.lw_saure_active = auto.Auto.lw_sp_reached = False");
             window.destroy();
         }
 

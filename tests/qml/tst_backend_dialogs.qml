@@ -26,7 +26,7 @@ Item {
             function test_message() {
                 const id = nextAutoId();
                 fromBackend("gui.Gui.message('Titel', 'Text <b>fett</b>', 'error')");
-                tryCompareSent([[Gui.DialogData, {current: [id, null]}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
                 compare(dialog(id).title, "Titel");
                 compare(dialog(id).text, "Text <b>fett</b>");
                 compare(dialog(id).color, "#ff0000");
@@ -34,30 +34,30 @@ Item {
 
             function test_message_with_an_id() {
                 Gui.message("Titel", "Text", "info", 5);
-                compareSent([[Gui.DialogData, {current: [5, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [5, null]}]]);
             }
 
             function test_question() {
                 fromBackend("gui.Gui.question('Titel', 'Text', {'id': 7, 'yes': 'Ja', 'no': 'Nein', 'category': 'warning', 'description': {'weiter': [1, None]}})");
-                tryCompareSent([[Gui.DialogData, {current: [7, {weiter: [1, null]}]}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {current: [7, {weiter: [1, null]}]}]]);
                 compare(dialog(7).yes, "Ja");
                 compare(dialog(7).no, "Nein");
                 compare(dialog(7).color, Common.colorWarning);
                 clickButton(dialog(7), "Ja");
-                compareSent([[Gui.DialogData, {7: {a: true}}]]);
-                tryCompareSent([[Gui.DialogData, {7: {a: true}, current: null}]]);
+                compareSent([[Gui, Gui.DialogData, {7: {a: true}}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {7: {a: true}, current: null}]]);
             }
 
             function test_question_without_yes() {
                 fromBackend("gui.Gui.question('Titel', 'Text', {'id': 7, 'yes': None})");
-                tryCompareSent([[Gui.DialogData, {current: [7, null]}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {current: [7, null]}]]);
                 compare(dialog(7).yes, "");
             }
 
             function test_question_without_options() {
                 const id = nextAutoId();
                 fromBackend("gui.Gui.question('Titel', 'Text', {})");
-                tryCompareSent([[Gui.DialogData, {current: [id, null]}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
             }
 
             function test_close_dialog_data() {
@@ -70,19 +70,19 @@ Item {
             function test_close_dialog(data) {
                 fromBackend("gui.Gui.question('unten', 'x', {'id': 7})");
                 fromBackend("gui.Gui.question('oben', 'x', {'id': 8})");
-                tryVerify(() => spy.count === 2);
-                spy.clear();
+                tryVerify(() => sent.count === 2);
+                sent.clear();
                 fromBackend(`gui.Gui.close_dialog(7, ${data.accept})`);
                 tryCompareSent([
-                    [Gui.DialogData, {7: {a: data.value}}],
-                    [Gui.DialogData, {7: {a: data.value}, current: [8, null]}]
+                    [Gui, Gui.DialogData, {7: {a: data.value}}],
+                    [Gui, Gui.DialogData, {7: {a: data.value}, current: [8, null]}]
                 ]);
             }
 
             function test_close_dialog_that_is_not_open() {
                 fromBackend("gui.Gui.close_dialog(5)\ngui.Gui.message('danach', 'x', 'info')");
                 tryVerify(() => Dialogs.popupActive);
-                compare(spy.count, 1);
+                compare(sent.count, 1);
             }
 
             function test_close_current_dialog_data() {
@@ -95,9 +95,9 @@ Item {
             function test_close_current_dialog(data) {
                 fromBackend(`gui.Gui.question('t', 'x', {'id': 7})\ngui.Gui.close_current_dialog(${data.accept})`);
                 tryCompareSent([
-                    [Gui.DialogData, {current: [7, null]}],
-                    [Gui.DialogData, {7: {a: data.value}}],
-                    [Gui.DialogData, {7: {a: data.value}, current: null}]
+                    [Gui, Gui.DialogData, {current: [7, null]}],
+                    [Gui, Gui.DialogData, {7: {a: data.value}}],
+                    [Gui, Gui.DialogData, {7: {a: data.value}, current: null}]
                 ]);
             }
 
@@ -112,7 +112,7 @@ Item {
                 ignoreWarning(data.warning);
                 fromBackend(`gui.Gui.close_current_dialog(${data.accept})\ngui.Gui.message('danach', 'x', 'info')`);
                 tryVerify(() => Dialogs.popupActive);
-                compare(spy.count, 1);
+                compare(sent.count, 1);
             }
 
             function test_exception_data() {
@@ -131,7 +131,7 @@ Item {
                 const [print] = Backend.takePrints();
                 verify(print.startsWith("onException: "), print);
                 compare(JSON.parse(print.slice("onException: ".length)), record);
-                compareSent([[Gui.DialogData, {current: [id, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
                 const message = open(dialog(id));
                 compare(message.title, "ZeroDivisionError");
                 compare(message.text, "division by zero");
@@ -161,7 +161,7 @@ Item {
             function test_text_of_a_message_is_rich() {
                 const id = nextAutoId();
                 fromBackend("gui.Gui.message('Titel', '<b>Text</b>', 'error')");
-                tryCompareSent([[Gui.DialogData, {current: [id, null]}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
                 const message = open(dialog(id));
                 compare(findText(message.contentItem, "<b>Text</b>", "textFormat").textFormat, Text.RichText);
             }
@@ -169,7 +169,7 @@ Item {
             function test_exception_of_the_backend() {
                 const id = nextAutoId();
                 fromBackend("import brovik\ntry:\n    1 / 0\nexcept ZeroDivisionError:\n    brovik.forward_exception()");
-                tryCompareSent([[Gui.DialogData, {current: [id, null]}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
                 const message = open(dialog(id));
                 compare(message.title, "ZeroDivisionError");
                 compare(message.text, "division by zero");

@@ -2,7 +2,6 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import QtTest
 
 import brovik.base
 import brovik.gui
@@ -64,7 +63,7 @@ Item {
                 verify(other.visible);
                 compare(other.Material.theme, theme);
                 compare(other.Material.accent, "#6fa4ce");
-                compareSent([[Gui.Ready, null]]);
+                compareSent([[Gui, Gui.Ready, null]]);
                 compare(top.atReady.value, null);
                 compare(top.atReady.theme, theme);
                 compare(top.atReady.w1, 640);

@@ -40,32 +40,17 @@ Item {
             Button {}
         }
 
-        SignalSpy {
-            id: calls
-
-            target: Chart
-            signalName: "toPy"
-        }
-
         DialogTestCase {
             name: "ChartList"
 
             readonly property ListView list: findChild(page, "list")
             readonly property string missing: "Es ist eine Eingabe erforderlich"
 
-            function init() {
-                failOnWarning(/.?/);
+            function prepare() {
                 Common.mainHeight = 950;
                 show([["Fass 1", "success", "gut", "1.1.2025 10:00", 125]]);
                 Backend.run("chart.Chart.assigned_names = ['Fass 1', 'Fass 2']");
-                calls.clear();
                 backRequested.clear();
-                spy.clear();
-            }
-
-            function cleanupTestCase() {
-                show([]);
-                Backend.run("chart.Chart.assigned_names = []");
             }
 
             // Makes records of name, result, status, date and duration the list.
@@ -77,7 +62,7 @@ for record in json.loads(${JSON.stringify(JSON.stringify(records))}):
     entries.append(chart.ChartMetaData(*record))
 chart.Chart.meta_data_list = entries`);
                 // The list follows later, and the count may be the same.
-                wait(0);
+                Backend.settle();
                 tryCompare(list, "count", records.length);
                 list.forceLayout();
             }
@@ -94,24 +79,11 @@ chart.Chart.meta_data_list = entries`);
                 return findText(dialog.input.parent, text, "checkable");
             }
 
-            function latestDialog() {
-                tryVerify(() => Dialogs.popupActive);
-                const id = spy.signalArguments[spy.count - 1][1].current[0];
-                return Dialogs.getOpenDialogById(id)[0];
-            }
-
             // The input dialog, ready for typing.
             function openInput() {
                 const dialog = latestDialog();
                 tryVerify(() => dialog.input.activeFocus);
                 return dialog;
-            }
-
-            function verifySent(action, value) {
-                compare(calls.count, 1);
-                compare(calls.signalArguments[0][0], action);
-                compare(calls.signalArguments[0][1], value);
-                calls.clear();
             }
 
             function test_back_button() {
@@ -210,7 +182,7 @@ chart.Chart.meta_data_list = entries`);
                     verify(!part(name).truncated);
                 }
                 press("laden");
-                verifySent(Chart.ChartLoad, data.txt);
+                compareSentThrough(Chart, [[Chart.ChartLoad, data.txt]]);
             }
 
             function test_names_in_the_dialogs(data) {
@@ -219,14 +191,14 @@ chart.Chart.meta_data_list = entries`);
                 const question = open(latestDialog());
                 compare(question.text, `Soll das Chart '${Texts.escaped(data.txt)}' wirklich gelöscht werden?`);
                 clickButton(question, "Ja");
-                verifySent(Chart.ChartDelete, data.txt);
+                compareSentThrough(Chart, [[Chart.ChartDelete, data.txt]]);
                 tryVerify(() => !Dialogs.popupActive);
                 press("umbenennen");
                 const input = openInput();
                 compare(input.title, `Chart ${data.txt} umbenennen`);
                 compare(input.value, data.txt);
                 input.reject();
-                compare(calls.count, 0);
+                compareSentThrough(Chart, []);
             }
 
             function test_names_in_the_dialogs_data() {
@@ -235,7 +207,7 @@ chart.Chart.meta_data_list = entries`);
 
             function test_loading_asks_nothing() {
                 press("laden");
-                verifySent(Chart.ChartLoad, "Fass 1");
+                compareSentThrough(Chart, [[Chart.ChartLoad, "Fass 1"]]);
                 verify(!Dialogs.popupActive);
             }
 
@@ -245,16 +217,16 @@ chart.Chart.meta_data_list = entries`);
                 compare(dialog.title, "Chart löschen");
                 compare(dialog.text, "Soll das Chart 'Fass 1' wirklich gelöscht werden?");
                 compare([dialog.yes, dialog.no], ["Ja", "Abbrechen"]);
-                compare(calls.count, 0);
+                compareSentThrough(Chart, []);
                 clickButton(dialog, "Ja");
-                verifySent(Chart.ChartDelete, "Fass 1");
+                compareSentThrough(Chart, [[Chart.ChartDelete, "Fass 1"]]);
             }
 
             function test_deleting_cancelled() {
                 press("löschen");
                 clickButton(latestDialog(), "Abbrechen");
                 tryVerify(() => !Dialogs.popupActive);
-                compare(calls.count, 0);
+                compareSentThrough(Chart, []);
             }
 
             function test_renaming() {
@@ -269,7 +241,7 @@ chart.Chart.meta_data_list = entries`);
                 compare(dialog.errorText, "");
                 verify(dialogButton(dialog, "OK").enabled);
                 mouseClick(dialogButton(dialog, "OK"));
-                verifySent(Chart.ChartRename, ["Fass 1", "Fass 12"]);
+                compareSentThrough(Chart, [[Chart.ChartRename, ["Fass 1", "Fass 12"]]]);
             }
 
             // What is typed over the name, and what is said of it.
@@ -300,7 +272,7 @@ chart.Chart.meta_data_list = entries`);
                 const dialog = openInput();
                 verify(!dialogButton(dialog, "OK").enabled);
                 keyClick(Qt.Key_Return);
-                verifySent(Chart.ChartRename, ["Fass 1", "Fass 1"]);
+                compareSentThrough(Chart, [[Chart.ChartRename, ["Fass 1", "Fass 1"]]]);
             }
 
             function test_list_changes_while_a_dialog_asks() {
@@ -309,7 +281,7 @@ chart.Chart.meta_data_list = entries`);
                 tryVerify(() => dialog.opened);
                 show([["Anderes", "error", "s", "d", 1]], Backend.runOnThread);
                 clickButton(dialog, "Ja");
-                verifySent(Chart.ChartDelete, "Fass 1");
+                compareSentThrough(Chart, [[Chart.ChartDelete, "Fass 1"]]);
             }
 
             function test_list_vanishes_while_a_dialog_asks() {
@@ -318,7 +290,7 @@ chart.Chart.meta_data_list = entries`);
                 show([], Backend.runOnThread);
                 keyClick("2");
                 keyClick(Qt.Key_Return);
-                verifySent(Chart.ChartRename, ["Fass 1", "Fass 12"]);
+                compareSentThrough(Chart, [[Chart.ChartRename, ["Fass 1", "Fass 12"]]]);
             }
 
             function test_list_changes_while_it_shows() {
@@ -357,7 +329,7 @@ chart.Chart.meta_data_list = entries`);
                 Backend.runOnThread("for _ in range(100): chart.Chart.emit_meta_data_list_changed()");
                 compare(models.count, 0);
                 tryCompare(models, "count", 2);
-                wait(0);
+                Backend.settle();
                 compare(models.count, 2, "taken away and set again");
             }
 
@@ -390,7 +362,7 @@ threading.Thread(target=change).start()`);
                 tryVerify(() => part("heading")?.text === "Neu - anders");
                 verify(Qt.colorEqual(part("heading").background.color, "lightcoral"));
                 press("laden");
-                verifySent(Chart.ChartLoad, "Neu");
+                compareSentThrough(Chart, [[Chart.ChartLoad, "Neu"]]);
             }
 
             function test_thousand_charts() {
@@ -412,7 +384,7 @@ threading.Thread(target=change).start()`);
                     compare(part("dateTime", place).text, `Datum/Zeit: Tag ${place}`);
                     verify(Qt.colorEqual(part("heading", place).background.color, [Qt.color("lightgreen"), Qt.lighter("orange"), Qt.color("lightcoral"), Qt.color("lightblue")][place % 4]));
                     press("laden", place);
-                    compare(calls.signalArguments[calls.count - 1][1], `Fass ${place}`);
+                    compareSentThrough(Chart, [[Chart.ChartLoad, `Fass ${place}`]]);
                 }
                 list.positionViewAtBeginning();
             }

@@ -25,27 +25,17 @@ Item {
         SignalSpy {}
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "ChartStreaming"
-        when: windowShown
 
         property ChartPage page
         readonly property ChartPlot view: findChild(page, "chartView")
         readonly property var autoScroll: findChild(page, "swAutoScroll")
         readonly property var showAll: findChild(page, "swShowAll")
 
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run("chart.Chart.clear()");
-            Chart.shownSecs = 60;
-            Chart.prevXMin = 0;
-            Chart.prevXMax = 60;
+        function prepare() {
             page = createTemporaryObject(pageComponent, root);
             waitForRendering(page);
-        }
-
-        function cleanupTestCase() {
-            Backend.run("chart.Chart.clear()");
         }
 
         // Points arrive as they do from the backend.

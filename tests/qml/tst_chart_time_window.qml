@@ -27,21 +27,13 @@ Item {
         signalName: "rangeChanged"
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "ChartTimeWindow"
 
         property ChartTimeWindow view
 
-        function init() {
-            failOnWarning(/.?/);
+        function prepare() {
             view = createTemporaryObject(windowComponent, root);
-            Chart.shownSecs = 60;
-            Chart.prevXMin = 0;
-            Chart.prevXMax = 60;
-        }
-
-        function cleanupTestCase() {
-            init();
         }
 
         function look(min, max, lastX = 100) {

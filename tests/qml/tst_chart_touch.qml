@@ -1,7 +1,6 @@
 // Fingers, mouse and wheel on the chart.
 import QtQuick
 import QtCharts
-import QtTest
 
 import brovik.chart
 import kubelor.test
@@ -42,12 +41,10 @@ Item {
         }
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "ChartTouch"
-        when: windowShown
 
-        function init() {
-            failOnWarning(/.?/);
+        function prepare() {
             timeWindow.lastX = 100;
             look(20, 80);
         }

@@ -1,9 +1,7 @@
 // The switches of one kind of line.
 import QtQuick
 import QtQuick.Layouts
-import QtTest
 
-import brovik.base
 import brovik.chart
 
 Item {
@@ -26,14 +24,12 @@ Item {
         }
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "ChartsOptionGroup"
-        when: windowShown
 
         property ChartsOptionGroup group
 
-        function init() {
-            failOnWarning(/.?/);
+        function prepare() {
             group = createTemporaryObject(groupComponent, root).group;
         }
 

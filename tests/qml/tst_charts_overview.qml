@@ -37,24 +37,17 @@ Item {
         signalName: "pageChanged"
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "ChartsOverview"
-        when: windowShown
 
         property StackLayout stack
         property ChartsOverview charts
 
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run("chart.Chart.active = False\nentries = chart.Chart.meta_data_list\nentries.append(chart.ChartMetaData('a', 'success', 'gut', 'heute', 61))\nchart.Chart.emit_meta_data_list_changed()");
-            Gui.changePage(Gui.PageAuto);
+        function prepare() {
+            Backend.run("entries = chart.Chart.meta_data_list\nentries.append(chart.ChartMetaData('a', 'success', 'gut', 'heute', 61))\nchart.Chart.emit_meta_data_list_changed()");
             stack = createTemporaryObject(stackComponent, root);
             charts = stack.charts;
             pageChanged.clear();
-        }
-
-        function cleanup() {
-            Backend.run("chart.Chart.meta_data_list = chart.ChartMetaDataList()");
         }
 
         function press(name) {
@@ -104,7 +97,6 @@ Item {
             stack.currentIndex = 1;
             press("btnBrowser");
             stack.currentIndex = 0;
-            Gui.changePage(Gui.PageAuto);
             stack.currentIndex = 1;
             compare(Gui.page, Gui.PageChartsList);
         }

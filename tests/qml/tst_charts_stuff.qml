@@ -1,22 +1,13 @@
 // The checks of the names of charts.
-import QtTest
 
 import brovik.base
 import brovik.chart
 import kubelor.test
 
-TestCase {
+ScreenTestCase {
     name: "ChartsStuff"
 
     readonly property string missing: "Es ist eine Eingabe erforderlich"
-
-    function init() {
-        failOnWarning(/.?/);
-    }
-
-    function cleanup() {
-        Backend.run("chart.Chart.assigned_names = []");
-    }
 
     // The errors of a new name, and of a new name for a saved chart.
     function test_errors_data() {

@@ -2,20 +2,14 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import QtTest
 
 import brovik.base
-import brovik.gui
 import kubelor.test
 
-TestCase {
+ScreenTestCase {
     id: root
 
     name: "Common"
-
-    function init() {
-        failOnWarning(/.?/);
-    }
 
     function test_constants_data() {
         return [

@@ -147,13 +147,10 @@ Item {
         signalName: "toggle"
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "Components"
-        when: windowShown
 
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run("auto.Auto.active = False\nactuator.Actuator.pumpe.state = False\ngui.Gui.indicate_scrollable = True");
+        function prepare() {
             toggled.clear();
         }
 

@@ -39,14 +39,12 @@ Item {
         signalName: "myActivated"
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "DelayButton"
-        when: windowShown
 
         property MyDelayButton button
 
-        function init() {
-            failOnWarning(/.?/);
+        function prepare() {
             button = createTemporaryObject(buttonComponent, root);
             myActivated.target = button;
             myActivated.clear();

@@ -29,30 +29,15 @@ Item {
             signalName: "toastWarn"
         }
 
-        Connections {
-            id: backend
-
-            property string code
-
-            target: Gui
-            enabled: code
-
-            function onToPy() {
-                Backend.runOnThread(backend.code);
-            }
-        }
-
         DialogTestCase {
             name: "DialogFlood"
 
-            function init() {
-                failOnWarning(/.?/);
-                spy.clear();
+            function prepare() {
                 toasts.clear();
             }
 
             function cleanup() {
-                backend.code = "";
+                answer = () => {};
                 closeAll();
             }
 
@@ -73,7 +58,7 @@ Item {
                 compare(drawn(dialogs), [false, false, true, true, true]);
                 verify(dialogs.every(dialog => dialog.visible));
                 dialogs[4].close();
-                tryVerify(() => spy.count === 6);
+                tryVerify(() => sent.count === 6);
                 compare(drawn(dialogs.slice(0, 4)), [false, true, true, true]);
                 compare(dialogs[1].height, dialogs[2].height);
             }
@@ -99,14 +84,14 @@ Item {
                 const ids = Array.from({length: 20}, (_, i) => i + 1);
                 const dialogs = ids.map(message);
                 open(dialogs[19]);
-                spy.clear();
+                sent.clear();
                 for (const id of ids.slice().reverse()) {
                     Gui.closeDialog(id, false);
                 }
                 tryVerify(() => Dialogs.fading > 0 || !Dialogs.popupActive);
                 verify(dialogs.filter(dialog => dialog?.visible).length <= Dialogs.drawnDialogs);
                 tryVerify(() => !Dialogs.popupActive);
-                compare(spy.count, ids.length);
+                compare(sent.count, ids.length);
                 compare(Dialogs.fading, 0);
                 const later = open(message(21));
                 later.close();
@@ -118,7 +103,7 @@ Item {
                 compare(dialogs.map(dialog => dialog.dim), [false, false, true]);
                 open(dialogs[2]).close();
                 compare(dialogs.slice(0, 2).map(dialog => dialog.dim), [false, true]);
-                tryVerify(() => spy.count === 4);
+                tryVerify(() => sent.count === 4);
                 compare(dialogs.slice(0, 2).map(dialog => dialog.dim), [false, true]);
             }
 
@@ -126,11 +111,11 @@ Item {
                 Dialogs.question("unten", "x", {id: 1});
                 [2, 3, 4].forEach(message);
                 verify(Dialogs.getOpenDialogById(1)[0].covered);
-                spy.clear();
+                sent.clear();
                 Gui.closeDialog(1, true);
                 tryCompareSent([
-                    [Gui.DialogData, {1: {a: true}}],
-                    [Gui.DialogData, {1: {a: true}, current: [4, null]}]
+                    [Gui, Gui.DialogData, {1: {a: true}}],
+                    [Gui, Gui.DialogData, {1: {a: true}, current: [4, null]}]
                 ]);
             }
 
@@ -181,42 +166,42 @@ Item {
             }
 
             function test_error_of_reporting_an_error_is_a_toast() {
-                backend.code = raising("Meldung misslungen");
+                answer = () => Backend.runOnThread(raising("Meldung misslungen"));
                 Backend.runOnThread(raising("Ursache"));
                 tryCompare(toasts, "count", 1);
                 compare(toasts.signalArguments[0][0], "ValueError: Meldung misslungen");
                 verify(toast.opened || toast.visible);
-                compare(spy.count, 1);
+                compare(sent.count, 1);
 
                 Dialogs.acceptCurrent();
                 tryCompare(toasts, "count", 2);
-                compare(spy.count, 2);
+                compare(sent.count, 2);
                 verify(!Dialogs.popupActive);
             }
 
             function test_error_of_reporting_another_dialog_is_a_dialog() {
-                backend.code = raising("Meldung misslungen");
+                answer = () => Backend.runOnThread(raising("Meldung misslungen"));
                 message(5);
-                tryVerify(() => spy.count === 2);
-                compare(Dialogs.getOpenDialogById(spy.take()[1][1].current[0])[0].title, "ValueError");
+                tryVerify(() => sent.count === 2);
+                compare(Dialogs.getOpenDialogById(sent.take()[1][2].current[0])[0].title, "ValueError");
                 tryCompare(toasts, "count", 1);
             }
 
             function test_error_of_an_action_is_a_dialog_after_an_error() {
-                backend.code = raising("immer");
+                answer = () => Backend.runOnThread(raising("immer"));
                 Backend.runOnThread(raising("eins"));
                 tryCompare(toasts, "count", 1);
                 Backend.runOnThread(raising("zwei"));
                 tryCompare(toasts, "count", 2);
-                compare(spy.count, 2);
+                compare(sent.count, 2);
             }
 
             function test_errors_that_waited_already_are_dialogs() {
-                backend.code = raising("Echo");
+                answer = () => Backend.runOnThread(raising("Echo"));
                 const [head, ...lines] = raising("Ursache").split("\n");
                 Backend.runOnThread([head, "for i in range(5):", ...lines.map(line => "    " + line)].join("\n"));
                 tryCompare(toasts, "count", 5);
-                compare(spy.count, 5);
+                compare(sent.count, 5);
             }
         }
     }

@@ -52,8 +52,7 @@ Item {
                 {tag: "popup", stops: 2, show: () => { powerPopup.open(); return powerPopup; }}
             ]
 
-            function init() {
-                failOnWarning(/.?/);
+            function prepare() {
                 pageButton.forceActiveFocus();
                 pressed.clear();
                 pageField.clear();

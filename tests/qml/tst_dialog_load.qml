@@ -24,10 +24,10 @@ Item {
             function test_two_hundred_dialogs() {
                 const count = 200;
                 Backend.runOnThread(`for i in range(${count}):\n    gui.Gui.question(str(i), 'Text', {'id': i + 1})`);
-                tryVerify(() => spy.count === count, patience);
+                tryVerify(() => sent.count === count, patience);
                 const expected = [];
                 for (let id = 1; id <= count; ++id) {
-                    expected.push([Gui.DialogData, {current: [id, null]}]);
+                    expected.push([Gui, Gui.DialogData, {current: [id, null]}]);
                 }
                 compareSent(expected);
                 for (let id = 1; id <= count; ++id) {
@@ -35,7 +35,7 @@ Item {
                 }
                 Backend.runOnThread(`for i in range(${count}):\n    gui.Gui.close_dialog(i + 1, True)`);
                 tryVerify(() => !Dialogs.popupActive, patience);
-                compare(spy.count, 2 * count);
+                compare(sent.count, 2 * count);
             }
 
             function test_huge_texts_data() {
@@ -52,7 +52,7 @@ Item {
                 const start = Date.now();
                 Backend.runOnThread(`gui.Gui.message(${data.title}, ${data.text}, 'info')`);
                 tryVerify(() => Dialogs.popupActive, patience);
-                const [, {current: [id]}] = spy.take()[0];
+                const [, , {current: [id]}] = sent.take()[0];
                 const dialog = Dialogs.getOpenDialogById(id)[0];
                 tryVerify(() => dialog.opened, patience);
                 compare(dialog.text.length, data.length);

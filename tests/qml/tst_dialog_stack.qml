@@ -23,17 +23,17 @@ Item {
             function test_lower_of_two_questions_is_closed() {
                 Dialogs.question("unten", "x", {id: 3, description: "drei"});
                 open(Dialogs.question("oben", "x", {id: 4, description: {vier: [4]}}));
-                spy.clear();
+                sent.clear();
                 Gui.closeDialog(3, true);
                 tryCompareSent([
-                    [Gui.DialogData, {3: {a: true}}],
-                    [Gui.DialogData, {3: {a: true}, current: [4, {vier: [4]}]}]
+                    [Gui, Gui.DialogData, {3: {a: true}}],
+                    [Gui, Gui.DialogData, {3: {a: true}, current: [4, {vier: [4]}]}]
                 ]);
                 verify(Dialogs.popupActive);
                 Dialogs.acceptCurrent();
                 tryCompareSent([
-                    [Gui.DialogData, {4: {a: true}}],
-                    [Gui.DialogData, {4: {a: true}, current: null}]
+                    [Gui, Gui.DialogData, {4: {a: true}}],
+                    [Gui, Gui.DialogData, {4: {a: true}, current: null}]
                 ]);
             }
 
@@ -42,19 +42,19 @@ Item {
                 Dialogs.question("unten", "x", {description: "unten"});
                 open(Dialogs.message("oben", "x", "info", {id: 8}));
                 compareSent([
-                    [Gui.DialogData, {current: [id, "unten"]}],
-                    [Gui.DialogData, {current: [8, null]}]
+                    [Gui, Gui.DialogData, {current: [id, "unten"]}],
+                    [Gui, Gui.DialogData, {current: [8, null]}]
                 ]);
                 Dialogs.rejectCurrent();
-                tryCompareSent([[Gui.DialogData, {8: {a: false}, current: [id, "unten"]}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {8: {a: false}, current: [id, "unten"]}]]);
             }
 
             function test_last_dialog_closes() {
                 open(Dialogs.message("t", "x", "info", {id: 8}));
                 verify(Dialogs.popupActive);
-                spy.clear();
+                sent.clear();
                 Dialogs.acceptCurrent();
-                tryCompareSent([[Gui.DialogData, {8: {a: false}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {8: {a: false}, current: null}]]);
                 verify(!Dialogs.popupActive);
             }
 
@@ -72,9 +72,9 @@ Item {
 
             function test_removal_of_an_unknown_id_sends_the_reply() {
                 open(Dialogs.message("t", "x", "info", {id: 8}));
-                spy.clear();
+                sent.clear();
                 Dialogs.removePopupById(77, true);
-                compareSent([[Gui.DialogData, {77: {a: true}, current: [8, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {77: {a: true}, current: [8, null]}]]);
                 verify(Dialogs.popupActive);
             }
 

@@ -27,31 +27,31 @@ Item {
             function test_message_with_automatic_id() {
                 const id = nextAutoId();
                 const dialog = open(Dialogs.message("Titel A", "Text A"));
-                compareSent([[Gui.DialogData, {current: [id, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
                 verify(Dialogs.popupActive);
                 compare(dialog.title, "Titel A");
                 compare(dialog.text, "Text A");
                 compare(dialog.color, "#0000ff");
                 compare(dialog.parent, Dialogs.overlay);
                 dialog.accept();
-                tryCompareSent([[Gui.DialogData, {[id]: {a: false}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {[id]: {a: false}, current: null}]]);
                 verify(!Dialogs.popupActive);
             }
 
             function test_message_with_positive_id() {
                 open(Dialogs.message("t", "x", "info", {id: 5}));
-                compareSent([[Gui.DialogData, {current: [5, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [5, null]}]]);
                 const [dialog, description] = Dialogs.getOpenDialogById(5);
                 compare(dialog.title, "t");
                 compare(description, null);
                 dialog.reject();
-                tryCompareSent([[Gui.DialogData, {5: {a: false}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {5: {a: false}, current: null}]]);
                 compare(Dialogs.getOpenDialogById(5), undefined);
             }
 
             function test_second_message_with_an_open_id_is_refused() {
                 const first = open(Dialogs.message("eins", "x", "info", {id: 5}));
-                spy.clear();
+                sent.clear();
                 Backend.startRecordingPrints();
                 compare(Dialogs.message("zwei", "x", "info", {id: 5}), undefined);
                 compare(Backend.takePrints(), ["Dialog ist bereits offen: 5", "message: !newId"]);
@@ -61,7 +61,7 @@ Item {
 
             function test_second_question_with_an_open_id_is_refused() {
                 open(Dialogs.message("eins", "x", "info", {id: 5}));
-                spy.clear();
+                sent.clear();
                 Backend.startRecordingPrints();
                 compare(Dialogs.question("zwei", "x", {id: 5}), undefined);
                 compare(Backend.takePrints(), ["Dialog ist bereits offen: 5", "question: !newId"]);
@@ -94,14 +94,14 @@ Item {
                 Dialogs.question("b", "x");
                 Dialogs.input("c", "x");
                 compareSent([
-                    [Gui.DialogData, {current: [id, null]}],
-                    [Gui.DialogData, {current: [id - 1, null]}],
-                    [Gui.DialogData, {current: [id - 2, null]}]
+                    [Gui, Gui.DialogData, {current: [id, null]}],
+                    [Gui, Gui.DialogData, {current: [id - 1, null]}],
+                    [Gui, Gui.DialogData, {current: [id - 2, null]}]
                 ]);
                 cleanup();
-                spy.clear();
+                sent.clear();
                 Dialogs.message("d", "x");
-                compareSent([[Gui.DialogData, {current: [id - 3, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id - 3, null]}]]);
             }
 
             function test_automatic_id_passes_over_an_open_one() {
@@ -109,8 +109,8 @@ Item {
                 Dialogs.message("a", "x", "info", {id: id});
                 Dialogs.message("b", "x");
                 compareSent([
-                    [Gui.DialogData, {current: [id, null]}],
-                    [Gui.DialogData, {current: [id - 1, null]}]
+                    [Gui, Gui.DialogData, {current: [id, null]}],
+                    [Gui, Gui.DialogData, {current: [id - 1, null]}]
                 ]);
             }
 
@@ -127,10 +127,10 @@ Item {
             function test_strange_ids(data) {
                 const used = data.used ?? nextAutoId();
                 Dialogs.message("t", "x", "info", {id: data.id});
-                compareSent([[Gui.DialogData, {current: [used, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [used, null]}]]);
                 const next = data.used ? 6 : used - 1;
                 Dialogs.question("t", "x", {id: data.used ? 6 : data.id});
-                compareSent([[Gui.DialogData, {current: [next, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [next, null]}]]);
             }
 
             // Inputs.
@@ -145,7 +145,7 @@ Item {
             function test_input_with_result(data) {
                 const id = nextAutoId();
                 const dialog = open(Dialogs.input("Titel", "Text", {text: "abc", id: 9}));
-                compareSent([[Gui.DialogData, {current: [id, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
                 compare(dialog.title, "Titel");
                 compare(dialog.text, "Text");
                 compare(dialog.value, "abc");
@@ -158,7 +158,7 @@ Item {
                     dialog.reject();
                 }
                 compareSent([]);
-                tryCompareSent([[Gui.DialogData, {[id]: {a: data.accept}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {[id]: {a: data.accept}, current: null}]]);
             }
 
             function test_input_in_a_narrow_window() {

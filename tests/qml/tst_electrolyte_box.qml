@@ -1,9 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import QtTest
 
-import brovik.base
 import brovik.components
 import brovik.gui
 import kubelor.test
@@ -36,15 +34,12 @@ Item {
         ElectrolyteBox {}
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "ElectrolyteBox"
-        when: windowShown
 
         property ElectrolyteBox box
 
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run("auto.Auto.active = False\nauto.Auto.lw_sp_reached = False");
+        function prepare() {
             box = createTemporaryObject(boxComponent, root);
         }
 

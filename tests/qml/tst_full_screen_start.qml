@@ -1,5 +1,4 @@
 import QtQuick
-import QtTest
 
 import brovik.base
 import brovik.gui
@@ -31,17 +30,8 @@ Item {
         }
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "FullScreenStart"
-        when: windowShown
-
-        function init() {
-            failOnWarning(/.?/);
-        }
-
-        function cleanup() {
-            Gui.fullscreen = false;
-        }
 
         function test_at_ready_data() {
             return [{tag: "wanted", fullscreen: true, visibility: Window.FullScreen}, {tag: "not wanted", fullscreen: false, visibility: Window.Windowed}];

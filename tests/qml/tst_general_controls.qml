@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import QtTest
 
 import brovik.base
 import brovik.gui
@@ -137,14 +136,8 @@ Item {
         }
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "GeneralControls"
-        when: windowShown
-
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run("gui.Gui.indicate_scrollable = True");
-        }
 
         function make(component, properties = {}) {
             return createTemporaryObject(component, root, properties);

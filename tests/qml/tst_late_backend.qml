@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Layouts
-import QtTest
 
 import brovik.settings
 import kubelor.test
@@ -41,40 +40,22 @@ Item {
         }
     }
 
-    Connections {
-        target: BrovikSettings
-
-        function onToPy(key, value) {
-            testCase.sent.push([key, value]);
-            testCase.open.push([key, value]);
-        }
-    }
-
-    TestCase {
+    ScreenTestCase {
         id: testCase
 
         name: "LateBackend"
-        when: windowShown
 
         property Item pages
-        // All that has reached the backend.
-        property var sent: []
-        // What of it the backend has not answered yet.
+        // What has reached the backend and was not answered yet.
         property var open: []
 
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run(`
-from brovik.settings import SettingsValues
-for key, value in SettingsValues.get_default_values().items():
-    setattr(SettingsValues, key, value)
-SettingsValues.secs_pump_max = 20`);
+        function prepare() {
             pages = createTemporaryObject(pagesComponent, root);
             waitForRendering(pages);
             // A busy machine may take long between two lines of a test.
             setPatience(60000);
-            sent = [];
             open = [];
+            answer = (key, value) => open.push([key, value]);
         }
 
         function setPatience(patience) {
@@ -88,13 +69,6 @@ SettingsValues.secs_pump_max = 20`);
         // As the boxes have it by themselves.
         function usePatience() {
             setPatience(1000);
-        }
-
-        // Lets all calls and signals arrive that are under way.
-        function settle() {
-            for (let turn = 0; turn < 5; ++turn) {
-                wait(0);
-            }
         }
 
         function rows() {
@@ -113,13 +87,13 @@ SettingsValues.secs_pump_max = 20`);
             for (const direction of directions) {
                 mouseClick(spinBox[direction].indicator);
                 // What the box does on its own happens between two presses.
-                settle();
+                Backend.settle();
             }
         }
 
         function store(values) {
             Backend.runOnThread("from brovik.settings import SettingsValues\n" + Object.entries(values).map(([key, value]) => [Names.pythonName(key), value]).map(([name, value]) => `SettingsValues.${name} = type(SettingsValues.${name})(${value})`).join("\n"));
-            settle();
+            Backend.settle();
         }
 
         function nameOf(number) {
@@ -127,7 +101,7 @@ SettingsValues.secs_pump_max = 20`);
         }
 
         // Stores what has been asked for, the oldest first.
-        function answer(which = 0) {
+        function answerOne(which = 0) {
             const [[number, value]] = open.splice(which, 1);
             store({[nameOf(number)]: value});
         }
@@ -135,12 +109,13 @@ SettingsValues.secs_pump_max = 20`);
         // What the answers lead to is answered as well. An exchange without an end is cut off.
         function answerAll() {
             for (let left = 50; open.length > 0 && left > 0; --left) {
-                answer();
+                answerOne();
             }
         }
 
+        // All since the test began.
         function verifySent(key, ...values) {
-            compare(sent, values.map(value => [Names.keyOf(key), value]));
+            compare(readable(sent.messages), readable(values.map(value => [BrovikSettings, Names.keyOf(key), value])));
         }
 
         function test_up_and_down_settles() {
@@ -163,7 +138,7 @@ SettingsValues.secs_pump_max = 20`);
             press(spinBox, "up", "up", "up", "up");
             compare(spinBox.value, data.shown);
             for (let answers = 0; answers < 4; ++answers) {
-                answer();
+                answerOne();
                 compare(spinBox.value, data.shown);
             }
             verifySent(data.key, ...data.values);
@@ -174,7 +149,7 @@ SettingsValues.secs_pump_max = 20`);
         function test_press_between_the_answers() {
             const water = box("thresholdLwWater");
             press(water, "up", "up");
-            answer();
+            answerOne();
             press(water, "up");
             answerAll();
             verifySent("thresholdLwWater", 0.15, 0.2, 0.25);
@@ -189,7 +164,7 @@ SettingsValues.secs_pump_max = 20`);
                 keyClick(key);
             }
             keyClick(Qt.Key_Return);
-            settle();
+            Backend.settle();
             compare(water.displayText, "0.52");
             press(water, "up");
             answerAll();
@@ -209,7 +184,7 @@ SettingsValues.secs_pump_max = 20`);
             usePatience();
             const water = box("thresholdLwWater");
             press(water, ...data.presses);
-            data.order.forEach(which => answer(which));
+            data.order.forEach(which => answerOne(which));
             answerAll();
             verifySent("thresholdLwWater", ...data.values);
             compare(BrovikSettings.thresholdLwWater, data.stored);
@@ -221,7 +196,7 @@ SettingsValues.secs_pump_max = 20`);
         function test_another_value_is_stored() {
             const water = box("thresholdLwWater");
             press(water, "up", "up");
-            answer();
+            answerOne();
             open = [];
             store({thresholdLwWater: 0.17});
             compare(water.value, 17);
@@ -250,9 +225,9 @@ SettingsValues.secs_pump_max = 20`);
             const water = box("thresholdLwWater");
             press(water, "up", "down", "up");
             tryCompare(water, "value", 10);
-            answer();
+            answerOne();
             compare(water.value, 15);
-            answer();
+            answerOne();
             compare(water.value, 10);
             answerAll();
             verifySent("thresholdLwWater", 0.15, 0.1, 0.15);
@@ -314,7 +289,7 @@ SettingsValues.secs_pump_max = 20`);
                 store({[data.key]: value});
                 answerAll();
             }
-            tryVerify(() => sent.length >= 3);
+            tryVerify(() => sent.count >= 3);
             answerAll();
             verifySent(data.key, first, second, first);
         }
@@ -352,7 +327,7 @@ SettingsValues.secs_pump_max = 20`);
             write(1.2, 4.0);
             write(0.1, 0.3);
             // Each value that was written, once, and nothing else.
-            const values = key => sent.filter(([number]) => number === Names.keyOf(key)).map(([, value]) => value);
+            const values = key => sent.messages.filter(([, number]) => number === Names.keyOf(key)).map(([, , value]) => value);
             compare(values("thresholdLwWater"), [1.2, 0.1]);
             compare(values("thresholdLwElectrolyte"), [0.9, 4.0, 0.3]);
         }
@@ -361,11 +336,11 @@ SettingsValues.secs_pump_max = 20`);
         function test_bound_that_cuts_is_no_wish() {
             store({secsPump: 15});
             answerAll();
-            sent = [];
+            sent.clear();
             Backend.runOnThread("settings.SettingsValues.secs_pump_max = 10");
-            settle();
+            Backend.settle();
             compare([box("secsPump").value, BrovikSettings.secsPump], [10, 15]);
-            compare(sent, []);
+            compareSent([]);
             store({secsPump: 8});
             verifySent("secsPump", 8);
         }
@@ -382,7 +357,7 @@ SettingsValues.secs_pump_max = 20`);
         function test_own_change_of_the_backend_does_not_come_back_from_the_baths() {
             store({lwSaureMin: 15});
             compare(box("lwSaureMin").value, 15);
-            compare(sent, []);
+            compareSent([]);
         }
     }
 }

@@ -28,9 +28,8 @@ Item {
         signalName: "pageChanged"
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "MainWindow"
-        when: windowShown
 
         property Main window
 
@@ -41,10 +40,7 @@ Item {
             tryVerify(() => window.active);
         }
 
-        function init() {
-            failOnWarning(/.?/);
-            Gui.changePage(Gui.PageAuto);
-            Backend.run("gui.Gui.status = gui.Gui.status2 = ''\ngui.Gui.apply_items_scale_to_default(1.0)");
+        function prepare() {
             pageChanged.clear();
         }
 

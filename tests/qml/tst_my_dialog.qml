@@ -1,7 +1,6 @@
 // The dialog that tells something.
 import QtQuick
 import QtQuick.Controls
-import QtTest
 
 import brovik.base
 import brovik.gui
@@ -198,17 +197,17 @@ Item {
 
             function test_everything_closes(data) {
                 const dialog = message({id: 5});
-                spy.clear();
+                sent.clear();
                 data.close(dialog);
-                tryCompareSent([[Gui.DialogData, {5: {a: false}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {5: {a: false}, current: null}]]);
             }
 
             function test_enter_after_unfolding() {
                 const dialog = message({traceback: frames, id: 5});
                 clickButton(dialog, "Traceback");
-                spy.clear();
+                sent.clear();
                 keyClick(Qt.Key_Enter);
-                tryCompareSent([[Gui.DialogData, {5: {a: false}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {5: {a: false}, current: null}]]);
             }
 
             function test_press_beside_it_does_not_close() {
@@ -221,12 +220,12 @@ Item {
                 const below = message({id: 5});
                 const above = message({id: 6});
                 tryVerify(() => above.contentItem.activeFocus);
-                spy.clear();
+                sent.clear();
                 keyClick(Qt.Key_Escape);
-                tryCompareSent([[Gui.DialogData, {6: {a: false}, current: [5, null]}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {6: {a: false}, current: [5, null]}]]);
                 tryVerify(() => below.contentItem.activeFocus);
                 keyClick(Qt.Key_Escape);
-                tryCompareSent([[Gui.DialogData, {5: {a: false}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {5: {a: false}, current: null}]]);
             }
 
             function test_high_text_scrolls_and_keeps_the_buttons_in_the_window() {

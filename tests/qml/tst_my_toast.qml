@@ -1,7 +1,6 @@
 // The toast, and the signals of Gui that raise it.
 import QtQuick
 import QtQuick.Controls
-import QtTest
 
 import brovik.base
 import brovik.gui

@@ -2,7 +2,6 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import QtTest
 
 import brovik.base
 import brovik.gui
@@ -25,15 +24,10 @@ Item {
         MyIcon {}
     }
 
-    TestCase {
+    ScreenTestCase {
         id: testCase
 
         name: "MyWarning"
-        when: windowShown
-
-        function init() {
-            failOnWarning(/.?/);
-        }
 
         function test_texts() {
             const banner = createTemporaryObject(warningComponent, top, {title: "Titel", text: "Text <b>"});

@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import QtTest
 
 import brovik.base
 import brovik.gui
@@ -34,16 +33,8 @@ Item {
             }
         }
 
-        SignalSpy {
-            id: calls
-
-            target: Wifi
-            signalName: "toPy"
-        }
-
-        TestCase {
+        ScreenTestCase {
             name: "NetworkFrame"
-            when: windowShown
 
             readonly property StackLayout stack: findChild(frame, "settingsPages")
             readonly property ComboBox selection: findChild(frame, "selection")
@@ -56,21 +47,16 @@ Item {
                 tryVerify(() => window.contentItem.activeFocus);
             }
 
-            function init() {
-                failOnWarning(/.?/);
+            function prepare() {
                 tabs.currentIndex = 1;
                 frame.changeIndex(3);
                 SettingsNetworkData.settingsOverviewSelected = true;
                 page.emptyWifiList();
-                calls.clear();
             }
 
-            function cleanupTestCase() {
-                SettingsNetworkData.settingsOverviewSelected = false;
-            }
-
-            function sent() {
-                return calls.signalArguments.map(call => [call[0], call[1]]).filter(call => call[0] !== Wifi.IPData);
+            // The question for addresses comes of itself.
+            function compareWishes(expected) {
+                compare(sent.take(Wifi).filter(([, action]) => action !== Wifi.IPData).map(([, action, value]) => [action, value]), expected);
             }
 
             // The backend answers the choice of a network.
@@ -97,8 +83,8 @@ Item {
             function test_addresses_are_asked_for_on_the_page() {
                 verify(SettingsNetworkData.wifiWorkerEnabled);
                 compare(findChild(page, "poll").interval, 1000);
-                tryVerify(() => calls.count >= 2);
-                verify(calls.signalArguments.every(call => call[0] === Wifi.IPData && call[1] === null));
+                tryVerify(() => sent.count >= 2);
+                verify(sent.messages.every(([family, action, value]) => family === Wifi && action === Wifi.IPData && value === null));
             }
 
             function test_leaving_the_page_stops_the_question_data() {
@@ -126,15 +112,15 @@ Item {
                 tryCompare(page.wifiList, "length", 2);
                 waitForRendering(page);
                 mouseClick(page.wifiList[0].btn);
-                compare(sent(), [[Wifi.Login, "Halle"]]);
+                compareWishes([[Wifi.Login, "Halle"]]);
                 openLogin("Halle", "alt");
                 compare([login.essid, login.psk], ["Halle", "alt"]);
                 compare([selection.displayText, Gui.page], ["", Gui.PageWifiLogin]);
                 field.clear();
                 type("geheim");
-                calls.clear();
+                sent.clear();
                 mouseClick(findChild(login, "connect"));
-                compare(sent(), [[Wifi.Connect, ["Halle", "geheim"]]]);
+                compareWishes([[Wifi.Connect, ["Halle", "geheim"]]]);
                 compare([stack.currentIndex, selection.displayText, Gui.page], [3, "Netzwerk", Gui.PageSettingsNetwork]);
                 compare([page.wifiList.length, login.psk], [0, ""]);
             }
@@ -145,7 +131,7 @@ Item {
                 openLogin();
                 mouseClick(findChild(login, "back"));
                 compare([stack.currentIndex, selection.displayText, page.wifiList.length], [3, "Netzwerk", 1]);
-                compare(sent(), []);
+                compareWishes([]);
             }
 
             // The page isn't one of the box's entries.

@@ -4,13 +4,12 @@ import QtQuick.Layouts
 import QtTest
 
 import brovik.base
-import brovik.components
 import brovik.gui
 import brovik.wifi
 import kubelor.test
 import "items.js" as Items
 
-// The network page alone in its stack.
+// The network page: its frame, the connected network, the scan, the interfaces and the signal.
 Item {
     id: root
 
@@ -18,33 +17,9 @@ Item {
     height: 700
 
     Component {
-        id: stackComponent
-
-        PageStack {
-            readonly property alias page: page
-
-            anchors.fill: parent
-            shown: true
-
-            Item {}
-
-            SettingsNetwork {
-                id: page
-            }
-        }
-    }
-
-    Component {
         id: spyComponent
 
         SignalSpy {}
-    }
-
-    SignalSpy {
-        id: calls
-
-        target: Wifi
-        signalName: "toPy"
     }
 
     SignalSpy {
@@ -54,78 +29,10 @@ Item {
         signalName: "qualityLevelChanged"
     }
 
-    TestCase {
+    NetworkPageTestCase {
         name: "NetworkPage"
-        when: windowShown
-
-        property PageStack stack
-        property SettingsNetwork page
 
         readonly property url firstIcon: "qrc:/brovik/wifi/img/wifi-off.svg"
-
-        // Names that strangers give to their networks.
-        readonly property var hostileNames: ["<img src=\"qrc:/missing.png\">", "<img src='http://127.0.0.1:9/x.png'>", "<a href=\"x\">Klick</a>", "<b>fett</b>", "&lt;b&gt; &amp;", "%1 %s ${1}", "a\u0000b", "Halle\n2", "Halle\t\u0007\u001b[31m", "\u202eabgedreht\u202c", "\u200f", "\u{1F600}".repeat(8), "Halle", "Halle ", "halle", "Halle\u200b", "", " ", "__proto__", "constructor", "W".repeat(32)]
-
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run(`
-wifi.Wifi.ssid, wifi.Wifi.is_5_ghz, wifi.Wifi.ip_map_list = '', False, []
-wifi.Wifi.state = wifi.WifiStateEnum.Disconnected
-wifi.Wifi.quality_percantage = 1
-wifi.Wifi.quality_percantage = 0`);
-            stack = createTemporaryObject(stackComponent, root);
-            page = stack.page;
-            stack.currentIndex = 1;
-            waitForRendering(page);
-            calls.clear();
-            levelChanged.clear();
-        }
-
-        function part(name) {
-            return findChild(page, name);
-        }
-
-        // What the page has sent, as pairs of action and value.
-        function sent() {
-            return calls.signalArguments.map(call => [call[0], call[1]]);
-        }
-
-        function text(value) {
-            return JSON.stringify(value);
-        }
-
-        // Lets the backend end a scan with these networks.
-        function show(results) {
-            Backend.runOnThread(`import json\nwifi.Wifi.set_scan_results(json.loads(${text(text(results))}))`);
-            // The signal comes as an event.
-            page.waitingForWifiScan = true;
-            tryCompare(page, "waitingForWifiScan", false);
-        }
-
-        // So many networks.
-        function numbered(count) {
-            return Array.from({length: count}).reduce((all, _, i) => Object.assign(all, {[`Netz ${i}`]: {quality: i}}), {});
-        }
-
-        function names() {
-            return Array.from(page.wifiList, line => line.ssid);
-        }
-
-        function showAddresses(records) {
-            Backend.runOnThread(`import json\nwifi.Wifi.ip_map_list = json.loads(${text(text(records))})`);
-            tryCompare(page.ipsList, "length", records.length);
-        }
-
-        // What a line shows beside its name.
-        function cells(line) {
-            return [findChild(line, "quality").text, findChild(line, "band").text];
-        }
-
-        // Nothing is where it belongs before the first frame.
-        function press(button) {
-            waitForRendering(page);
-            mouseClick(button);
-        }
 
         function test_position_and_report() {
             compare([Common.settingsNetworkIndex, SettingsNetworkData.settingsNetworkIndex], [1, 1]);
@@ -209,7 +116,7 @@ wifi.Wifi.quality_percantage = 0`);
             const button = part("current").btn;
             compare(button.enabled, data.enabled ?? false);
             press(button);
-            compare(sent(), data.enabled ? [[Wifi.Disconnect, null]] : []);
+            compareSent(data.enabled ? [[Wifi, Wifi.Disconnect, null]] : []);
         }
 
         // Scan
@@ -218,11 +125,11 @@ wifi.Wifi.quality_percantage = 0`);
             const button = part("scan");
             compare([button.text, button.enabled, part("busy").running], ["Suche nach WLAN-Netzen", true, false]);
             press(button);
-            compare(sent(), [[Wifi.Scan, null]]);
+            compareSent([[Wifi, Wifi.Scan, null]]);
             compare([page.waitingForWifiScan, button.enabled, part("busy").running], [true, false, true]);
             // Nothing ends the wait but the backend; a second press asks for nothing.
             press(button);
-            compare(calls.count, 1);
+            compareSent([]);
             Backend.runOnThread("wifi.Wifi.set_scan_results({})");
             tryCompare(page, "waitingForWifiScan", false);
             compare([button.enabled, part("busy").running], [true, false]);
@@ -242,7 +149,7 @@ wifi.Wifi.quality_percantage = 0`);
             show({Halle: {quality: 50}});
             press(part("scan"));
             press(page.wifiList[0].btn);
-            compare(sent(), [[Wifi.Scan, null], [Wifi.Login, "Halle"]]);
+            compareSent([[Wifi, Wifi.Scan, null], [Wifi, Wifi.Login, "Halle"]]);
             stack.currentIndex = 0;
             compare(page.isCurrent, false);
         }
@@ -252,7 +159,7 @@ wifi.Wifi.quality_percantage = 0`);
             Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Connecting");
             tryCompare(button, "text", "Verbindungsversuch abbrechen");
             press(button);
-            compare(sent(), [[Wifi.Disconnect, null]]);
+            compareSent([[Wifi, Wifi.Disconnect, null]]);
             compare([page.waitingForWifiScan, button.enabled], [false, true]);
             Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Aborted");
             tryCompare(button, "text", "Suche nach WLAN-Netzen");
@@ -265,153 +172,6 @@ wifi.Wifi.quality_percantage = 0`);
             Backend.runOnThread("wifi.Wifi.abort_wifi_scan()");
             tryCompare(page, "waitingForWifiScan", false);
             compare([page.wifiList.length, page.wifiList[0]], [1, before]);
-        }
-
-        // The networks found
-
-        function test_lines() {
-            show({Halle: {quality: 78, is5GHz: true}, Lager: {quality: 41, is5GHz: false}});
-            compare(names(), ["Halle", "Lager"]);
-            const lines = Array.from(page.wifiList);
-            compare(lines.map(line => line.btn.text), ["Verbinden", "Verbinden"]);
-            compare(lines.map(line => [line.width, line.height]), [[root.width, 40], [root.width, 40]]);
-            tryVerify(() => lines[1].y - lines[0].y === 45);
-            verify(lines.every(line => line.parent === part("networks") && line.btn.width === 100 && line.btn.height === 40));
-        }
-
-        // The order of the map, not that of a script's object.
-        function test_order_is_that_of_the_names() {
-            show({b: {quality: 1}, Z: {quality: 2}, "10": {}, "9": {}, "ä": {}, a: {quality: 99}, "4294967294": {}});
-            compare(names(), ["10", "4294967294", "9", "Z", "a", "b", "ä"]);
-        }
-
-        function test_connected_network_has_no_line() {
-            Backend.run("wifi.Wifi.ssid = 'Halle'");
-            show({Halle: {quality: 50}, "Halle ": {}, halle: {}});
-            compare(names(), ["Halle ", "halle"]);
-        }
-
-        function test_network_without_a_name_is_not_taken_for_the_connected_one() {
-            show({"": {quality: 50}});
-            compare(names(), [""]);
-        }
-
-        function test_quality_of_a_line_data() {
-            return [{tag: "0", quality: 0, shown: "?"}, {tag: "absent", shown: "?"}, {tag: "None", quality: null, shown: "?"}, {tag: "empty", quality: "", shown: "?"}, {tag: "list", quality: [50], shown: "?"}, {tag: "map", quality: {toString: 5, valueOf: 6}, shown: "?"}, {tag: "truth", quality: true, shown: "?"}, {tag: "1", quality: 1, shown: "1%"}, {tag: "100", quality: 100, shown: "100%"}, {tag: "text", quality: "<b>50</b>", shown: "<b>50</b>%"}];
-        }
-
-        function test_quality_of_a_line(data) {
-            show({Halle: {quality: data.quality}});
-            compare(page.wifiList[0].quality, data.shown);
-        }
-
-        function test_band_of_a_line_data() {
-            return [{tag: "true", is5GHz: true, shown: "5GHz"}, {tag: "false", is5GHz: false, shown: ""}, {tag: "absent", shown: ""}, {tag: "None", is5GHz: null, shown: ""}];
-        }
-
-        function test_band_of_a_line(data) {
-            show({Halle: {quality: 5, is5GHz: data.is5GHz}});
-            compare(cells(page.wifiList[0]), ["5%", data.shown]);
-        }
-
-        function test_records_that_are_none() {
-            show({a: null, b: 5, c: "Text", d: [], e: {}});
-            compare(names(), ["a", "b", "c", "d", "e"]);
-            verify(Array.from(page.wifiList).every(line => text(cells(line)) === text(["?", ""])));
-        }
-
-        function test_login() {
-            show({Halle: {quality: 50}, Lager: {quality: 60}});
-            press(page.wifiList[1].btn);
-            compare(sent(), [[Wifi.Login, "Lager"]]);
-        }
-
-        function test_each_scan_replaces_the_list() {
-            show({Halle: {}, Lager: {}});
-            show({Keller: {}});
-            compare(names(), ["Keller"]);
-            tryCompare(part("networks").children, "length", 1);
-            page.emptyWifiList();
-            compare(names(), []);
-            tryCompare(part("networks").children, "length", 0);
-        }
-
-        function test_line_that_cannot_be_made() {
-            const broken = Qt.createComponent("qrc:/missing.qml");
-            Backend.startRecordingPrints();
-            page.create(page.wifiLine, "Halle", {quality: 5});
-            ignoreWarning(/Component is not ready/);
-            page.create(broken, "<b>Lager</b>", {quality: 5});
-            page.create(page.wifiLine, "Keller", {quality: 5});
-            const prints = Backend.takePrints();
-            compare(prints, [`Konnte Element WifiLine für <b>Lager</b> nicht erstellen (${broken.errorString()}).`]);
-            verify(broken.errorString().includes("missing.qml"));
-            compare(names(), ["Halle", "Keller"]);
-        }
-
-        // Names of strangers
-
-        function test_hostile_names_data() {
-            return hostileNames.map(name => ({tag: JSON.stringify(name), name: name}));
-        }
-
-        function test_hostile_names(data) {
-            show({[data.name]: {quality: 50}});
-            compare(names(), [data.name]);
-            const line = page.wifiList[0];
-            const label = findChild(line, "ssid");
-            compare([label.text, label.textFormat, label.lineCount], [data.name.replace("\n", "\u2424"), Text.PlainText, 1]);
-            verify(label.height <= line.height);
-            press(line.btn);
-            compare(sent(), [[Wifi.Login, data.name]]);
-        }
-
-        function test_hostile_name_of_the_connection_data() {
-            return hostileNames.map(name => ({tag: JSON.stringify(name), name: name}));
-        }
-
-        function test_hostile_name_of_the_connection(data) {
-            Backend.run(`import json\nwifi.Wifi.ssid = json.loads(${text(text(data.name))})`);
-            compare(part("current").ssid, data.name);
-            const label = findChild(part("current"), "ssid");
-            compare([label.text, label.textFormat], [data.name.replace("\n", "\u2424"), Text.PlainText]);
-        }
-
-        function test_hostile_name_of_an_interface_data() {
-            return hostileNames.map(name => ({tag: JSON.stringify(name), name: name}));
-        }
-
-        // Markup in it would be drawn: the label has the width of the text itself.
-        function test_hostile_name_of_an_interface(data) {
-            showAddresses([{name: data.name, ip4: data.name, type_: data.name + "x", is_wg: true}]);
-            const row = page.ipsList[0];
-            const label = findChild(row, "address");
-            compare(label.Accessible.name, `${data.name} (${data.name}x): ${data.name}`);
-            const name = Texts.escaped(data.name);
-            verify(!/<(?!\/?b>|br>)/.test(label.text), label.text);
-            verify(label.text.startsWith(`<b>${name}</b>`));
-            const button = findChild(row, "restart");
-            compare(button.text, `Schnittstelle ${data.name} neu starten`);
-            compare(button.contentItem.textFormat, Text.PlainText);
-            press(button);
-            compare(sent(), [[Wifi.RestartWireguard, data.name]]);
-        }
-
-        // No network has such a name; a backend may.
-        function test_huge_names_are_cut() {
-            const cut = "lang ".repeat(40) + "…";
-            Backend.runOnThread(`
-name = 'lang ' * 2000000
-wifi.Wifi.ssid = name
-wifi.Wifi.ip_map_list = [{'name': name, 'ip4': name, 'type_': name}]
-wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
-            tryCompare(page.wifiList, "length", 1);
-            compare([part("current").ssid, page.wifiList[0].ssid, page.wifiList[0].quality], [cut, cut, `${cut}%`]);
-            const row = page.ipsList[0];
-            compare([row.name, row.ip, row.type], [cut, cut, cut]);
-            // Out of view.
-            page.wifiList[0].btn.clicked();
-            compare(sent()[0][1].length, 10000002);
         }
 
         // Interfaces
@@ -440,7 +200,7 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
                 compare([button.visible, button.text], [data.shown, `Schnittstelle ${data.name} neu starten`]);
             }
             press(findChild(page.ipsList[0], "restart"));
-            compare(sent(), data.shown ? [[Wifi.RestartWireguard, data.name]] : []);
+            compareSent(data.shown ? [[Wifi, Wifi.RestartWireguard, data.name]] : []);
         }
 
         function test_interface_records_of_other_types() {
@@ -456,27 +216,6 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
             tryCompare(page.ipsList, "length", 1);
             compare(page.ipsList[0].ip, "199");
             compare(made.count, 1);
-        }
-
-        function test_many_scans_are_shown_once() {
-            const made = createTemporaryObject(spyComponent, root, {target: part("networks"), signalName: "childrenChanged"});
-            page.waitingForWifiScan = true;
-            Backend.runOnThread("for n in range(200):\n    wifi.Wifi.set_scan_results({f'Netz {n}': {'quality': 5}})");
-            tryCompare(page, "waitingForWifiScan", false);
-            compare(names(), ["Netz 199"]);
-            compare(made.count, 1);
-        }
-
-        function test_new_addresses_leave_the_networks_alone() {
-            show({Halle: {quality: 50}});
-            const line = page.wifiList[0];
-            showAddresses([{name: "lo"}, {name: "eth0"}]);
-            const old = Array.from(page.ipsList);
-            showAddresses([{name: "wlan0"}]);
-            compare(Array.from(page.ipsList, row => row.name), ["wlan0"]);
-            tryCompare(part("addresses").children, "length", 1);
-            verify(!old.includes(page.ipsList[0]));
-            compare([page.wifiList.length, page.wifiList[0]], [1, line]);
         }
 
         // The signal
@@ -508,6 +247,7 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
         }
 
         function test_animation() {
+            levelChanged.clear();
             const icon = part("signal");
             compare(Array.from(icon.resources).filter(item => item instanceof Timer).map(timer => timer.interval), [300]);
             const seen = [];
@@ -523,6 +263,7 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
         }
 
         function test_icon_keeps_its_last_frame_until_the_level_comes() {
+            levelChanged.clear();
             const icon = part("signal");
             Backend.runOnThread("wifi.Wifi.state = wifi.WifiStateEnum.Connecting");
             tryCompare(icon, "state", "2");
@@ -533,40 +274,6 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
             Backend.runOnThread("wifi.Wifi.quality_percantage = 10");
             tryCompare(icon, "state", "1");
             compare(levelChanged.count, 1);
-        }
-
-        // A long list
-
-        function test_shadows_tell_of_more() {
-            const flickable = part("flickable");
-            const shadows = Items.below(page, item => item instanceof MyGradientBox);
-            compare(shadows.length, 2);
-            compare([flickable.z, flickable.clip, flickable.width, flickable.height], [-1, true, page.width, page.height]);
-            compare(shadows.map(box => box.active), [false, false]);
-            show(numbered(200));
-            tryCompare(shadows[1], "active", true);
-            compare(shadows[0].active, false);
-            flickable.contentY = 100;
-            compare(shadows.map(box => box.active), [true, true]);
-            flickable.contentY = flickable.contentHeight - flickable.height;
-            compare(shadows.map(box => box.active), [true, false]);
-            page.emptyWifiList();
-            tryCompare(flickable, "contentY", 0);
-            compare(shadows.map(box => box.active), [false, false]);
-        }
-
-        // Lines come and go while the window changes its size.
-        function test_lists_change_with_the_width() {
-            const address = "fe80:0000:0000:0000:0000:0000:0000:1234/64";
-            for (const width of [720, 300, 800, 720]) {
-                root.width = width;
-                showAddresses([{name: "wg0", ip4: address, type_: "wireguard", is_wg: true}, {}, {name: "wg1", ip4: address + width}]);
-                show(numbered(width / 10));
-                waitForRendering(page);
-                compare(page.wifiList[0].width, width);
-                const row = page.ipsList[2];
-                tryVerify(() => row.height >= findChild(row, "address").contentHeight);
-            }
         }
     }
 }

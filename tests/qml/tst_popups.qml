@@ -44,14 +44,14 @@ Item {
                 const popup = createTemporaryObject(popupComponent, testCase);
                 popup.open();
                 open(popup);
-                compareSent([[Gui.PopupOpened, true]]);
+                compareSent([[Gui, Gui.PopupOpened, true]]);
                 compare(popup.id_, id);
                 compare(Dialogs.getOpenDialogById(id), [popup, null]);
                 verify(popup.contentItem.activeFocus);
                 popup.close();
                 tryCompareSent([
-                    [Gui.PopupOpened, false],
-                    [Gui.DialogData, {[id]: {a: false}, current: null}]
+                    [Gui, Gui.PopupOpened, false],
+                    [Gui, Gui.DialogData, {[id]: {a: false}, current: null}]
                 ]);
                 verify(!Dialogs.popupActive);
             }
@@ -71,10 +71,10 @@ Item {
                 const popup = createTemporaryObject(positivePopupComponent, testCase);
                 popup.open();
                 open(popup);
-                compareSent([[Gui.PopupOpened, true]]);
+                compareSent([[Gui, Gui.PopupOpened, true]]);
                 popup.accept();
-                compareSent([[Gui.DialogData, {40: {a: true}, current: null}]]);
-                tryCompareSent([[Gui.PopupOpened, false]]);
+                compareSent([[Gui, Gui.DialogData, {40: {a: true}, current: null}]]);
+                tryCompareSent([[Gui, Gui.PopupOpened, false]]);
                 popup.open();
                 open(popup);
                 compare(popup.id_, 40);
@@ -87,15 +87,15 @@ Item {
                 open(first);
                 second.open();
                 open(second);
-                spy.clear();
+                sent.clear();
                 second.reject();
-                compareSent([[Gui.DialogData, {40: {a: false}, current: [40, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {40: {a: false}, current: [40, null]}]]);
                 verify(Dialogs.popupActive);
                 first.reject();
                 tryCompareSent([
-                    [Gui.DialogData, {40: {a: false}, current: null}],
-                    [Gui.PopupOpened, false],
-                    [Gui.PopupOpened, false]
+                    [Gui, Gui.DialogData, {40: {a: false}, current: null}],
+                    [Gui, Gui.PopupOpened, false],
+                    [Gui, Gui.PopupOpened, false]
                 ]);
                 verify(!Dialogs.popupActive);
             }
@@ -116,22 +116,22 @@ Item {
                 popup.open();
                 open(popup);
                 const first = popup.id_;
-                spy.clear();
+                sent.clear();
                 data.leave(popup);
                 verify(popup.visible && !popup.opened);
                 popup.open();
                 open(popup);
                 const second = popup.id_;
                 compare(second, first - 1);
-                const removal = [Gui.DialogData, {[first]: {a: data.accepted}, current: null}];
-                const closing = [Gui.PopupOpened, false];
-                compareSent([...(data.atOnce ? [removal, closing] : [closing, removal]), [Gui.PopupOpened, true]]);
+                const removal = [Gui, Gui.DialogData, {[first]: {a: data.accepted}, current: null}];
+                const closing = [Gui, Gui.PopupOpened, false];
+                compareSent([...(data.atOnce ? [removal, closing] : [closing, removal]), [Gui, Gui.PopupOpened, true]]);
                 compare(Dialogs.getOpenDialogById(first), undefined);
                 compare(Dialogs.getOpenDialogById(second), [popup, null]);
                 popup.close();
                 tryCompareSent([
-                    [Gui.PopupOpened, false],
-                    [Gui.DialogData, {[second]: {a: false}, current: null}]
+                    [Gui, Gui.PopupOpened, false],
+                    [Gui, Gui.DialogData, {[second]: {a: false}, current: null}]
                 ]);
                 verify(!Dialogs.popupActive);
             }
@@ -154,11 +154,11 @@ Item {
                 popup.open();
                 open(popup);
                 tryVerify(() => popup.contentItem.activeFocus);
-                spy.clear();
+                sent.clear();
                 data.answer(popup);
                 tryCompareSent([
-                    [Gui.DialogData, {[popup.id_]: {a: data.accepted}, current: null}],
-                    [Gui.PopupOpened, false]
+                    [Gui, Gui.DialogData, {[popup.id_]: {a: data.accepted}, current: null}],
+                    [Gui, Gui.PopupOpened, false]
                 ]);
                 verify(!popup.visible && !Dialogs.popupActive);
             }
@@ -168,10 +168,10 @@ Item {
                 const popup = createTemporaryObject(popupComponent, testCase);
                 popup.open();
                 open(popup).reject();
-                spy.clear();
+                sent.clear();
                 popup.open();
                 popup.close();
-                tryCompareSent([[Gui.PopupOpened, false], [Gui.PopupOpened, false]]);
+                tryCompareSent([[Gui, Gui.PopupOpened, false], [Gui, Gui.PopupOpened, false]]);
                 verify(!popup.visible && !Dialogs.popupActive);
             }
 
@@ -190,10 +190,10 @@ Item {
                 popup.open();
                 open(popup);
                 const id = popup.id_;
-                spy.clear();
+                sent.clear();
                 popup.accept(data.value);
-                compareSent([[Gui.DialogData, {[id]: {a: true, v: data.value}, current: null}]]);
-                tryCompareSent([[Gui.PopupOpened, false]]);
+                compareSent([[Gui, Gui.DialogData, {[id]: {a: true, v: data.value}, current: null}]]);
+                tryCompareSent([[Gui, Gui.PopupOpened, false]]);
             }
         }
     }

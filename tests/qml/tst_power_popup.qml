@@ -35,7 +35,7 @@ Item {
                 popup.open();
                 open(popup);
                 tryVerify(() => popup.contentItem.activeFocus);
-                spy.clear();
+                sent.clear();
                 return popup;
             }
 
@@ -59,10 +59,10 @@ Item {
                 const id = popup.id_;
                 keyClick(data.key);
                 compareSent([
-                    [Gui.DialogData, {current: [id - 1, "poweroff"]}],
-                    [Gui.DialogData, {[id]: {a: true}, current: [id - 1, "poweroff"]}]
+                    [Gui, Gui.DialogData, {current: [id - 1, "poweroff"]}],
+                    [Gui, Gui.DialogData, {[id]: {a: true}, current: [id - 1, "poweroff"]}]
                 ]);
-                tryCompareSent([[Gui.PopupOpened, false]]);
+                tryCompareSent([[Gui, Gui.PopupOpened, false]]);
                 compare(Dialogs.getOpenDialogById(id - 1)[0].title, "Herunterfahren");
             }
 
@@ -77,10 +77,10 @@ Item {
                 const popup = opened(powerPopup);
                 const id = popup.id_;
                 clickButton(popup, data.tag);
-                compareSent([[Gui.DialogData, {current: [id - 1, data.description]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id - 1, data.description]}]]);
                 tryCompareSent([
-                    [Gui.PopupOpened, false],
-                    [Gui.DialogData, {[id]: {a: false}, current: [id - 1, data.description]}]
+                    [Gui, Gui.PopupOpened, false],
+                    [Gui, Gui.DialogData, {[id]: {a: false}, current: [id - 1, data.description]}]
                 ]);
                 compare(Dialogs.getOpenDialogById(id - 1)[0].title, data.title);
             }
@@ -90,9 +90,9 @@ Item {
                 const id = popup.id_;
                 Gui.closeCurrentDialog(true);
                 tryCompareSent([
-                    [Gui.DialogData, {current: [id - 1, "poweroff"]}],
-                    [Gui.DialogData, {[id]: {a: true}, current: [id - 1, "poweroff"]}],
-                    [Gui.PopupOpened, false]
+                    [Gui, Gui.DialogData, {current: [id - 1, "poweroff"]}],
+                    [Gui, Gui.DialogData, {[id]: {a: true}, current: [id - 1, "poweroff"]}],
+                    [Gui, Gui.PopupOpened, false]
                 ]);
             }
 
@@ -112,8 +112,8 @@ Item {
                 keyClick(data.key);
                 compare(answers.count, 1);
                 tryCompareSent([
-                    [Gui.DialogData, {[popup.id_]: {a: data.accepted}, current: null}],
-                    [Gui.PopupOpened, false]
+                    [Gui, Gui.DialogData, {[popup.id_]: {a: data.accepted}, current: null}],
+                    [Gui, Gui.PopupOpened, false]
                 ]);
             }
 
@@ -124,8 +124,8 @@ Item {
                 popup.reject();
                 keyClick(Qt.Key_Enter);
                 tryCompareSent([
-                    [Gui.DialogData, {[popup.id_]: {a: true}, current: null}],
-                    [Gui.PopupOpened, false]
+                    [Gui, Gui.DialogData, {[popup.id_]: {a: true}, current: null}],
+                    [Gui, Gui.PopupOpened, false]
                 ]);
             }
 
@@ -133,8 +133,8 @@ Item {
                 const popup = opened(popupComponent);
                 mouseClick(testCase.parent, 5, 5);
                 tryCompareSent([
-                    [Gui.PopupOpened, false],
-                    [Gui.DialogData, {[popup.id_]: {a: false}, current: null}]
+                    [Gui, Gui.PopupOpened, false],
+                    [Gui, Gui.DialogData, {[popup.id_]: {a: false}, current: null}]
                 ]);
             }
 

@@ -126,10 +126,10 @@ Item {
 
             function test_question_with_a_positive_id_answers_twice(data) {
                 const dialog = Dialogs.question("t", "x", {id: 7, yes: "Ja", no: "Nein", description: "d"});
-                compareSent([[Gui.DialogData, {current: [7, "d"]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [7, "d"]}]]);
                 clickButton(dialog, data.button);
-                compareSent([[Gui.DialogData, {7: {a: data.accepted}}]]);
-                tryCompareSent([[Gui.DialogData, {7: {a: data.accepted}, current: null}]]);
+                compareSent([[Gui, Gui.DialogData, {7: {a: data.accepted}}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {7: {a: data.accepted}, current: null}]]);
             }
 
             function test_question_with_an_automatic_id_answers_on_closing_data() {
@@ -142,10 +142,10 @@ Item {
             function test_question_with_an_automatic_id_answers_on_closing(data) {
                 const id = nextAutoId();
                 const dialog = Dialogs.question("t", "x", {yes: "Ja", no: "Nein"});
-                compareSent([[Gui.DialogData, {current: [id, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
                 clickButton(dialog, data.button);
                 compareSent([]);
-                tryCompareSent([[Gui.DialogData, {[id]: {a: data.accepted}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {[id]: {a: data.accepted}, current: null}]]);
             }
 
             function test_question_without_yes_has_no_yes_button_and_is_not_accepted_by_enter() {
@@ -153,21 +153,21 @@ Item {
                 const accepted = createTemporaryObject(spyComponent, testCase, {target: dialog, signalName: "accepted"});
                 verify(!findButton(dialog, ""));
                 verify(findButton(dialog, "Nein"));
-                spy.clear();
+                sent.clear();
                 keyClick(Qt.Key_Enter);
-                tryCompareSent([[Gui.DialogData, {7: {a: false}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {7: {a: false}, current: null}]]);
                 compare(accepted.count, 0);
             }
 
             function test_an_answer_counts_once() {
                 const dialog = open(Dialogs.question("t", "x", {id: 7}));
-                spy.clear();
+                sent.clear();
                 dialog.accept();
                 dialog.accept();
                 dialog.reject();
                 tryCompareSent([
-                    [Gui.DialogData, {7: {a: true}}],
-                    [Gui.DialogData, {7: {a: true}, current: null}]
+                    [Gui, Gui.DialogData, {7: {a: true}}],
+                    [Gui, Gui.DialogData, {7: {a: true}, current: null}]
                 ]);
             }
 
@@ -176,10 +176,10 @@ Item {
                 const dialog = Dialogs.question("t", "x", {open: false});
                 verify(!dialog.visible);
                 verify(Dialogs.popupActive);
-                compareSent([[Gui.DialogData, {current: [id, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
                 dialog.open();
                 open(dialog).reject();
-                tryCompareSent([[Gui.DialogData, {[id]: {a: false}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {[id]: {a: false}, current: null}]]);
             }
 
             // Custom components.
@@ -190,11 +190,11 @@ Item {
                 compare(dialog.answerCount, 3);
                 compare(dialog.title, "t");
                 compare(dialog.text, "x");
-                spy.clear();
+                sent.clear();
                 open(dialog).accept();
                 tryCompareSent([
-                    [Gui.DialogData, {7: {a: true}}],
-                    [Gui.DialogData, {7: {a: true}, current: null}]
+                    [Gui, Gui.DialogData, {7: {a: true}}],
+                    [Gui, Gui.DialogData, {7: {a: true}, current: null}]
                 ]);
                 verify(Dialogs.delCustomQuestionComponent("eigene"));
                 verify(!Dialogs.delCustomQuestionComponent("eigene"));
@@ -221,11 +221,11 @@ Item {
             function test_unknown_custom_component(data) {
                 const dialog = open(Dialogs.question("t", "Die Frage", {component: data.tag, id: 7, no: "Nein"}));
                 compare(dialog.text, `<b><span style="color:red">Für das Bilden dieses Dialogs wurde die Komponente '${data.tag}' angefragt, welche jedoch nicht zur Verfügung steht. Dabei handelt es sich um einen Programmfehler. Bitte melden Sie diesen der Firma Brovik (Foto). Es wird ein normaler Dialog gebildet.</span></b><br>Die Frage`);
-                spy.clear();
+                sent.clear();
                 clickButton(dialog, "Nein");
                 tryCompareSent([
-                    [Gui.DialogData, {7: {a: false}}],
-                    [Gui.DialogData, {7: {a: false}, current: null}]
+                    [Gui, Gui.DialogData, {7: {a: false}}],
+                    [Gui, Gui.DialogData, {7: {a: false}, current: null}]
                 ]);
             }
 
@@ -234,7 +234,7 @@ Item {
             function test_poweroff_question() {
                 const id = nextAutoId();
                 Dialogs.poweroffQuestion();
-                compareSent([[Gui.DialogData, {current: [id, "poweroff"]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id, "poweroff"]}]]);
                 const [dialog, description] = Dialogs.getOpenDialogById(id);
                 compare(dialog.title, "Herunterfahren");
                 compare(dialog.text, "Soll die Maschine wirklich heruntergefahren werden?");
@@ -243,17 +243,17 @@ Item {
                 compare(description, "poweroff");
                 // The command fails here, so the program goes on and says so.
                 clickButton(dialog, "OK");
-                compareSent([[Gui.DialogData, {current: [id - 1, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id - 1, null]}]]);
                 const [message] = Dialogs.getOpenDialogById(id - 1);
                 compare(message.title, "Poweroff");
                 compare(message.text, "'poweroff' hat den Fehlercode 3 zurückgegeben");
-                tryCompareSent([[Gui.DialogData, {[id]: {a: true}, current: [id - 1, null]}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {[id]: {a: true}, current: [id - 1, null]}]]);
             }
 
             function test_reboot_question() {
                 const id = nextAutoId();
                 Dialogs.rebootQuestion();
-                compareSent([[Gui.DialogData, {current: [id, null]}]]);
+                compareSent([[Gui, Gui.DialogData, {current: [id, null]}]]);
                 const [dialog] = Dialogs.getOpenDialogById(id);
                 compare(dialog.title, "Reboot");
                 compare(dialog.text, "Soll die Maschine wirklich neu gestartet werden?");
@@ -268,9 +268,9 @@ Item {
             function test_power_question_that_is_rejected_does_nothing() {
                 const id = nextAutoId();
                 Dialogs.poweroffQuestion();
-                spy.clear();
+                sent.clear();
                 clickButton(Dialogs.getOpenDialogById(id)[0], "Abbrechen");
-                tryCompareSent([[Gui.DialogData, {[id]: {a: false}, current: null}]]);
+                tryCompareSent([[Gui, Gui.DialogData, {[id]: {a: false}, current: null}]]);
             }
         }
     }

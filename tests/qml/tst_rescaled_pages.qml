@@ -80,7 +80,6 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
         }
 
         function cleanupTestCase() {
-            Backend.run(`gui.Gui.apply_items_scale_to_default(1.0)`);
             close();
         }
 

@@ -3,7 +3,6 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import QtTest
 
-import brovik.base
 import brovik.components
 import brovik.gui
 import brovik.wifi
@@ -59,7 +58,6 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
         }
 
         function cleanupTestCase() {
-            scale(1.0);
             window.destroy();
         }
 

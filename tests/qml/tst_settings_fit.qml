@@ -1,11 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import QtTest
 
-import brovik.base
-import brovik.components
-import brovik.gui
 import kubelor.test
 import main
 import "items.js" as Items
@@ -23,9 +19,8 @@ Item {
         Main {}
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "SettingsFit"
-        when: windowShown
 
         property Main window
 
@@ -45,24 +40,10 @@ for key, value in SettingsValues.get_default_values().items():
 SettingsValues.test_lauge_level = True
 actuator.Actuator.mv_lauge_in.name = "Ventil " * 20`
 
-        readonly property string usual: `
-from brovik.settings import SettingsValues
-config.Config.machine_version = config.MachineVersion._2024
-for key, value in SettingsValues.get_default_values().items():
-    setattr(SettingsValues, key, value)
-actuator.Actuator.mv_lauge_in.name = "Lauge IN"
-actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
-
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run(usual);
-            Gui.changePage(Gui.PageAuto);
+        function prepare() {
+            Backend.run("actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)");
             window = createTemporaryObject(windowComponent, root);
             tryVerify(() => window.active);
-        }
-
-        function cleanupTestCase() {
-            Backend.run(usual);
         }
 
         function test_fit_data() {

@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import QtTest
 import Qt.labs.settings
 
 import brovik.base
@@ -49,9 +48,8 @@ Item {
         category: "window"
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "SettingsOverview"
-        when: windowShown
 
         property var window
 
@@ -66,8 +64,7 @@ Item {
             {index: 6, text: "Handbetrieb", page: Gui.PageHandOp}
         ]
 
-        function init() {
-            failOnWarning(/.?/);
+        function prepare() {
             Backend.forgetSettings();
             Backend.setDarkTheme(true);
             open();

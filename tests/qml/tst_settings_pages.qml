@@ -1,10 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import QtTest
 
-import brovik.actuator
-import brovik.auto
 import brovik.base
 import brovik.components
 import brovik.config
@@ -15,7 +12,7 @@ import main
 import "items.js" as Items
 import "settings.js" as Names
 
-// The boxes of the settings pages, and hand operation.
+// The boxes of the settings pages.
 Item {
     id: root
 
@@ -46,31 +43,8 @@ Item {
         }
     }
 
-    Component {
-        id: handComponent
-
-        HandOp {
-            anchors.fill: parent
-        }
-    }
-
-    SignalSpy {
-        id: sent
-
-        target: BrovikSettings
-        signalName: "toPy"
-    }
-
-    SignalSpy {
-        id: toggled
-
-        target: Actuator
-        signalName: "toggle"
-    }
-
-    TestCase {
+    ScreenTestCase {
         name: "SettingsPages"
-        when: windowShown
 
         readonly property string emptying: "Das Fass wird in den Kanal entleert und das beinhaltete Gas wird eine gewisse Zeit mit Druckluft ausgeblasen."
         readonly property string general: "Einstellungen für diesen Schritt sind oben in 'Allgemeine Einstellungen' enthalten."
@@ -98,24 +72,8 @@ Item {
             {legacy: [16, 15], other: [12, 11], title: "Das Fass wird mit CO2 auf einen gewissen Druck vorgespannt.", keys: ["vorspannenP"]}
         ]
 
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run(`
-from brovik.settings import SettingsValues
-for key, value in SettingsValues.get_default_values().items():
-    setattr(SettingsValues, key, value)
-auto.Auto.active = False
-config.Config.machine_version = config.MachineVersion._2024
-config.Config.has_steam_valve = config.Config.has_level_switch = True
-config.Config.steam_pressure_sterilization = False
-sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03
-sensor.Sensor.level.state = False
-actuator.Actuator.manual_heating_enabled = False
-actuator.Actuator.mv_lauge_in.name = "Lauge IN"
-actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)
-for dout in actuator.Actuator.all_douts: dout.state = False`);
-            sent.clear();
-            toggled.clear();
+        function prepare() {
+            Backend.run("config.Config.has_steam_valve, sensor.Sensor.lw_type = True, sensor.SensorLwEnum.Seli_SLI_03");
         }
 
         function make(component) {
@@ -138,13 +96,6 @@ for dout in actuator.Actuator.all_douts: dout.state = False`);
 
         function withText(page, text) {
             return Items.below(page, item => item.text === text)[0];
-        }
-
-        function verifySent(key, value) {
-            compare(sent.count, 1);
-            compare(sent.signalArguments[0][0], key);
-            compare(sent.signalArguments[0][1], value);
-            sent.clear();
         }
 
         function columnOf(page) {
@@ -198,26 +149,7 @@ for dout in actuator.Actuator.all_douts: dout.state = False`);
             const page = make(miscComponent);
             compare(partsOf(boxesOf(page)[0]), ["line", ...separated(Array(6).fill("switch"))]);
             const hint = Items.below(page, item => item instanceof Label && item.font.italic)[0];
-            verify(bottomOf(hint) <= topOf(row(page, "testLeakageP")));
-        }
-
-        function topOf(item) {
-            return item.mapToItem(null, 0, 0).y;
-        }
-
-        function bottomOf(item) {
-            return item.mapToItem(null, 0, item.height).y;
-        }
-
-        function verifyBelowEachOther(items) {
-            for (let i = 1; i < items.length; ++i) {
-                verify(topOf(items[i]) >= bottomOf(items[i - 1]), `${items[i - 1]}, ${items[i]}`);
-            }
-        }
-
-        function verifyCentred(item, surface) {
-            // To the pixel that layouts round.
-            fuzzyCompare(item.mapToItem(surface, item.width / 2, 0).x, surface.width / 2, 1);
+            verify(Items.bottomOf(hint) <= Items.topOf(row(page, "testLeakageP")));
         }
 
         function test_boxes_of_the_run_data() {
@@ -366,8 +298,7 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
             tryCompare(setpoint, "from", 41);
             tryCompare(setpoint, "to", 90);
             verify(setpoint.value >= 41);
-            compare(sent.count, 0);
-            Backend.run(`settings.SettingsValues.${data.python}_sp_max = 100`);
+            compareSent([]);
         }
 
         function test_checks() {
@@ -406,12 +337,12 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
                 compare(button.font.pointSize, Gui.fSizeM);
             }
             mouseClick(calibrate);
-            verifySent(data.set, null);
+            compareSent([[BrovikSettings, data.set, null]]);
             mouseClick(reset);
-            verifySent(data.reset, null);
+            compareSent([[BrovikSettings, data.reset, null]]);
             const offset = withText(box, `Aktueller Offset: 0 ${data.unit}`);
             verifyBelowEachOther([calibrate, offset]);
-            compare(topOf(calibrate), topOf(reset));
+            compare(Items.topOf(calibrate), Items.topOf(reset));
             verify(calibrate.x + calibrate.width <= reset.x);
             verifyCentred(offset, box);
             Backend.runOnThread(`settings.SettingsValues.${data.offset} = -0.25`);
@@ -423,124 +354,6 @@ settings.SettingsValues.do_steam_step = ${python(data.steam)}`);
             verify(box.visible);
             Backend.runOnThread("sensor.Sensor.lw_type = sensor.SensorLwEnum.ILFS_02_TK2");
             tryCompare(box, "visible", false);
-        }
-
-        function outputs(page) {
-            return Items.below(page, item => item instanceof BrovikDOutButton);
-        }
-
-        function heaterOf(page) {
-            return outputs(page).find(button => button.dOut === Actuator.heat1);
-        }
-
-        function test_outputs_by_hand() {
-            const page = make(handComponent);
-            compare(page.spacing, 0);
-            compare(outputs(page).map(button => button.text), ["Lauge IN", "Säure IN", "Wasser kalt", "Wasser Heiß", "Kreislauf", "Säure OUT", "Lauge OUT", "Luft", "CO2", "Kanal", "Pumpe", "Heizung", "Dampf"]);
-            outputs(page).forEach((button, i) => {
-                compare(button.enabled, button.dOut !== Actuator.heat1);
-                if (button.enabled) {
-                    mouseClick(button);
-                    compare(toggled.count, 1);
-                    compare(toggled.signalArguments[0][0], i);
-                    toggled.clear();
-                    verify(!button.active);
-                    Backend.runOnThread(`actuator.Actuator.all_douts[${i}].state = True`);
-                    tryCompare(button, "active", true);
-                }
-            });
-        }
-
-        function test_order_of_hand_operation() {
-            const page = make(handComponent);
-            const [heating, level] = [findChild(page, "manualHeating"), findChild(page, "level")];
-            verifyBelowEachOther([...outputs(page), heating, level]);
-            verifyCentred(heating, page);
-            compare([level.width, level.horizontalAlignment, level.wrapMode], [page.width, Text.AlignHCenter, Text.WordWrap]);
-        }
-
-        function test_outputs_are_those_of_the_machine() {
-            const page = make(handComponent);
-            Backend.runOnThread("from brovik.actuator import Actuator\nActuator.set_dout_model([Actuator.pumpe, Actuator.mv_co2])");
-            tryVerify(() => outputs(page).length === 2);
-            compare(outputs(page).map(button => button.text), ["Pumpe", "CO2"]);
-        }
-
-        function test_names_are_shown_as_they_stand() {
-            const page = make(handComponent);
-            const lengthy = "x".repeat(1000);
-            for (const name of ["<b>Ventil</b> & 'Co'", lengthy, "   "]) {
-                Backend.runOnThread(`actuator.Actuator.mv_lauge_in.name = ${JSON.stringify(name)}`);
-                const button = outputs(page)[0];
-                tryCompare(button, "text", name);
-                const label = Items.below(button, item => item instanceof Label)[0];
-                compare([label.text, label.textFormat], [name, Text.PlainText]);
-                verify(label.width <= button.availableWidth);
-            }
-        }
-
-        function test_output_button_stays_enabled_during_a_run_but_the_heating_does_not() {
-            const page = make(handComponent);
-            Backend.run("actuator.Actuator.manual_heating_enabled = auto.Auto.active = True");
-            for (const button of outputs(page)) {
-                compare(button.enabled, button.dOut !== Actuator.heat1);
-            }
-        }
-
-        function test_heating_is_enabled_with_manual_heating_alone_data() {
-            return [[false, false], [false, true], [true, false], [true, true]].map(([manual, active]) => ({tag: `manual ${manual}, run ${active}`, manual, active}));
-        }
-
-        function test_heating_is_enabled_with_manual_heating_alone(data) {
-            const page = make(handComponent);
-            const python = value => value ? "True" : "False";
-            Backend.run(`actuator.Actuator.manual_heating_enabled, auto.Auto.active = ${python(data.manual)}, ${python(data.active)}`);
-            compare(heaterOf(page).enabled, data.manual && !data.active);
-        }
-
-        function test_manual_heating_shows_and_asks_only() {
-            const heating = findChild(make(handComponent), "manualHeating");
-            compare(heating.text, "Heizungs-Handbetrieb");
-            compare(heating.height, Gui.controlHeight);
-            compare(heating.font.pointSize, Gui.fSizeM);
-            mouseClick(heating);
-            compare(toggled.count, 1);
-            compare(toggled.signalArguments[0][0], ActuatorEnums.ToggleManualHeating);
-            verify(!heating.checked);
-            Backend.runOnThread("actuator.Actuator.manual_heating_enabled = True");
-            tryCompare(heating, "checked", true);
-            Backend.run("auto.Auto.active = True");
-            verify(!heating.enabled);
-            mouseClick(heating);
-            compare(toggled.count, 1);
-        }
-
-        function test_manual_heating_by_key() {
-            const heating = findChild(make(handComponent), "manualHeating");
-            heating.forceActiveFocus();
-            keyClick(Qt.Key_Space);
-            compare(toggled.count, 1);
-            tryCompare(heating, "checked", false);
-        }
-
-        function test_level_of_the_lye() {
-            const page = make(handComponent);
-            const level = findChild(page, "level");
-            compare(level.text, "Füllstand Laugebecken unterschritten");
-            compare(level.color, Qt.color("red"));
-            Backend.runOnThread("sensor.Sensor.level.state = True");
-            tryCompare(level, "text", "Füllstand Laugebecken erreicht");
-            compare(level.color, page.Material.foreground);
-        }
-
-        function test_level_is_shown_if_it_is_checked_data() {
-            return [["True", "True", true], ["True", "False", false], ["False", "True", false], ["False", "False", false]].map(([check, fitted, shown]) => ({tag: `check ${check}, switch ${fitted}`, check, fitted, shown}));
-        }
-
-        function test_level_is_shown_if_it_is_checked(data) {
-            const level = findChild(make(handComponent), "level");
-            Backend.run(`settings.SettingsValues.test_lauge_level, config.Config.has_level_switch = ${data.check}, ${data.fitted}`);
-            compare(level.visible, data.shown);
         }
     }
 }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtTest
 
 import brovik.simulator
 import kubelor.test
@@ -40,25 +39,20 @@ Item {
         }
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "SimulatorGear"
-        when: windowShown
+        // This platform says so whenever the least size of a window changes.
+        fatalWarnings: /^(?!This plugin does not support propagateSizeHints)/
 
         property SimulatorOptionsWindow win
         property SimulatorOptionsButton gear
 
-        function init() {
-            // This platform says so whenever the least size of a window changes.
-            failOnWarning(/^(?!This plugin does not support propagateSizeHints)/);
+        function prepare() {
             Backend.run("simulator.Simulator.enabled = True");
             const simulator = createTemporaryObject(simulatorComponent, root);
             win = simulator.win;
             gear = simulator.gear;
             tryVerify(() => win.visible);
-        }
-
-        function cleanup() {
-            Backend.run("simulator.Simulator.enabled = False");
         }
 
         // Where it comes up is left to the window manager.

@@ -13,9 +13,6 @@ import "items.js" as Items
 Item {
     id: root
 
-    // Played by the backend when it gets a wish.
-    property var answer: () => {}
-
     width: 200
     height: 200
 
@@ -41,30 +38,16 @@ Item {
     }
 
     SignalSpy {
-        id: sent
-
-        target: Simulator
-        signalName: "toPy"
-    }
-
-    SignalSpy {
         id: requested
 
         target: Sensor
         signalName: "stateChangeRequested"
     }
 
-    Connections {
-        target: Simulator
-
-        function onToPy(what, value) {
-            root.answer(what, value);
-        }
-    }
-
-    TestCase {
+    ScreenTestCase {
         name: "SimulatorWindow"
-        when: windowShown
+        // This platform says so whenever the least size of a window changes.
+        fatalWarnings: /^(?!This plugin does not support propagateSizeHints)/
 
         property SimulatorOptionsWindow win
         property SimulatorOptionsButton button
@@ -79,33 +62,19 @@ Item {
             {tag: "Druckabfallrate", text: value => `Druckabfallrate ${value.toFixed(2)} bar/s (Dichtheitsprobe)`, to: 0.5, step: 0.01, source: Simulator, name: "pDecRate"}
         ]
 
-        function init() {
-            // This platform says so whenever the least size of a window changes.
-            failOnWarning(/^(?!This plugin does not support propagateSizeHints)/);
-            root.answer = () => {};
+        function prepare() {
             Backend.run(`
-from brovik.simulator import Simulator
-Simulator.a_in_0 = Simulator.a_in_1 = 20
-Simulator.scale_factor, Simulator.p_inc_rate, Simulator.p_dec_rate = 1.0, 0.05, 0.1
+simulator.Simulator.a_in_0 = simulator.Simulator.a_in_1 = 20
 sensor.Sensor.set_p_without_offset(0.5)
 sensor.Sensor.set_lw_without_offset(2)
 sensor.Sensor.lw_type = sensor.SensorLwEnum.Seli_SLI_03
-sensor.Sensor.p_type = sensor.SensorPEnum.SMC_PSE564_02
-sensor.Sensor.level.state = False
-config.Config.has_level_switch = True
-for dout in actuator.Actuator.all_douts: dout.state = False
-Simulator.enabled = True`);
+simulator.Simulator.enabled = True`);
             const simulator = createTemporaryObject(simulatorComponent, root);
             win = simulator.win;
             button = simulator.button;
             tryVerify(() => win.visible);
             waitForRendering(win.contentItem);
-            sent.clear();
             requested.clear();
-        }
-
-        function cleanup() {
-            Backend.run("simulator.Simulator.enabled = False");
         }
 
         function sliderRow(tag) {
@@ -131,20 +100,6 @@ Simulator.enabled = True`);
             compare(win.minimumWidth, Math.trunc(layout.implicitWidth + 10));
             compare(win.minimumHeight, Math.trunc(layout.implicitHeight));
             compare([win.width, win.height], [win.minimumWidth, win.minimumHeight]);
-        }
-
-        function topOf(item) {
-            return item.mapToItem(null, 0, 0).y;
-        }
-
-        function bottomOf(item) {
-            return item.mapToItem(null, 0, item.height).y;
-        }
-
-        function verifyBelowEachOther(items) {
-            for (let i = 1; i < items.length; ++i) {
-                verify(topOf(items[i]) >= bottomOf(items[i - 1]), `${items[i - 1]}, ${items[i]}`);
-            }
         }
 
         function labelOf(row) {
@@ -205,7 +160,7 @@ Simulator.enabled = True`);
             tryVerify(() => Math.abs(inputs.width * data.scale - inputs.parent.width) < 1);
             const slider = sliderOf(sliderRow("A-In 0"));
             moveTo(slider, 60);
-            compare(sent.count, 1);
+            compareSent([[Simulator, Simulator.SimAIn0, slider.value]]);
             Backend.runOnThread("simulator.Simulator.scale_factor = 1.0");
             tryCompare(inputs, "scale", 1);
             tryVerify(() => win.minimumWidth === size[0] && win.minimumHeight === size[1]);
@@ -256,7 +211,7 @@ Simulator.enabled = True`);
         function test_slider_follows_its_value_and_sends_nothing(data) {
             Backend.runOnThread(data.code);
             tryCompare(sliderRow(data.tag), "value", data.value);
-            compare(sent.count, 0);
+            compareSent([]);
             compare(requested.count, 0);
         }
 
@@ -265,12 +220,10 @@ Simulator.enabled = True`);
         }
 
         function test_analogue_input_moved(data) {
-            root.answer = (what, value) => Backend.runOnThread(`simulator.Simulator.${data.python} = int(${value})`);
+            answer = (what, value) => Backend.runOnThread(`simulator.Simulator.${data.python} = int(${value})`);
             const slider = sliderOf(sliderRow(data.tag));
             moveTo(slider, 60);
-            compare(sent.count, 1);
-            compare(sent.signalArguments[0][0], data.what);
-            compare(sent.signalArguments[0][1], slider.value);
+            compareSent([[Simulator, data.what, slider.value]]);
             compare(slider.value, Math.round(slider.value));
             fuzzyCompare(slider.value, 60, 1);
             tryCompare(Simulator, data.name, slider.value);
@@ -279,9 +232,9 @@ Simulator.enabled = True`);
         function test_analogue_input_refused_goes_back() {
             const slider = sliderOf(sliderRow("A-In 0"));
             moveTo(slider, 60);
-            compare(sent.count, 1);
+            compareSent([[Simulator, Simulator.SimAIn0, slider.value]]);
             tryCompare(slider, "value", 20);
-            compare(sent.count, 1);
+            compareSent([]);
         }
 
         function test_pressure_moved() {
@@ -291,7 +244,7 @@ Simulator.enabled = True`);
             compare(Sensor.druck, slider.value);
             compare(Simulator.simAIn0, Math.round((Sensor.druck / 1.25 + 1) / 5 * 100));
             compare(sliderRow("A-In 0").value, Simulator.simAIn0);
-            compare(sent.count, 0);
+            compareSent([]);
         }
 
         function test_conductivity_moved() {
@@ -312,7 +265,7 @@ Simulator.enabled = True`);
             moveTo(slider, 0.4);
             fuzzyCompare(Simulator[data.name], 0.4, 0.011);
             compare(Simulator[data.name], slider.value);
-            compare(sent.count, 0);
+            compareSent([]);
         }
 
         function test_changed_rate_is_there_in_python_at_once() {
@@ -347,7 +300,7 @@ Simulator.enabled = True`);
         function test_decimal_places_by_wheel() {
             const row = sliderRow("Leitwert");
             const places = findChild(win.contentItem, "lwDecimalPlaces");
-            fuzzyCompare(topOf(places) + places.height / 2, topOf(labelOf(row)) + labelOf(row).height / 2, 1);
+            fuzzyCompare(Items.topOf(places) + places.height / 2, Items.topOf(labelOf(row)) + labelOf(row).height / 2, 1);
             verify(places.mapToItem(row, 0, 0).x >= labelOf(row).mapToItem(row, labelOf(row).width, 0).x);
             for (let turn = 0; turn < 3; ++turn) {
                 mouseWheel(places, places.width / 2, places.height / 2, 0, 120);
@@ -366,7 +319,7 @@ Simulator.enabled = True`);
         function test_analogue_input_by_wheel(data) {
             const slider = sliderOf(sliderRow(data.tag));
             mouseWheel(slider, slider.width / 2, slider.height / 2, 0, -120);
-            compare(Array.from(sent.signalArguments, call => [call[0], call[1]]), [[data.what, 19]]);
+            compareSent([[Simulator, data.what, 19]]);
         }
 
         function test_push_button_data() {

@@ -37,13 +37,8 @@ Item {
         id: spy
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "SpinBoxes"
-        when: windowShown
-
-        function init() {
-            failOnWarning(/.?/);
-        }
 
         function watch(target, name) {
             spy.target = null;

@@ -67,13 +67,10 @@ Item {
         signalName: "valueChanged"
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "StoredValue"
-        when: windowShown
 
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run("auto.Auto.active = False\nsettings.SettingsValues.intense_cleaning = False\nsettings.SettingsValues.lw_saure_min = 10");
+        function prepare() {
             root.answer = () => {};
             root.highest = 50;
             tryCompare(spinBox, "value", 10);
@@ -149,6 +146,7 @@ Item {
         function test_range_that_grows_lets_the_stored_value_through() {
             root.highest = 5;
             compare(spinBox.value, 5);
+            root.answer = () => {};
             root.highest = 50;
             tryCompare(spinBox, "value", 10);
         }

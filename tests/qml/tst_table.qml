@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls
 import Qt.labs.qmlmodels
-import QtTest
 
 import brovik.base
 import brovik.shell
@@ -110,15 +109,13 @@ Item {
         MyTableChangelogBtnDelegate {}
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "Table"
-        when: windowShown
 
         property MyTable table
         property TableView view
 
-        function init() {
-            failOnWarning(/.?/);
+        function prepare() {
             Backend.run("shell.Shell.upgradables = [{'urgency': 'high'}, {'urgency': 'low'}]\nshell.Shell.color_urgency_high = '#ff0000'\nshell.Shell.color_urgency_low = '#00ff00'\nshell.Shell.color_urgency_other = '#0000ff'");
             show(packages);
         }

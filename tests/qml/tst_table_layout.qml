@@ -36,16 +36,11 @@ Item {
         signalName: "flickEnded"
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "TableLayout"
-        when: windowShown
 
         property MyTable table
         property TableView view
-
-        function init() {
-            failOnWarning(/.?/);
-        }
 
         function show(rows, properties = {}) {
             table = createTemporaryObject(tableComponent, root, properties);

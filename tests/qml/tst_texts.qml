@@ -1,11 +1,10 @@
 // What is done to texts that come from outside.
 import QtQuick
-import QtTest
 
 import brovik.base
 import kubelor.test
 
-TestCase {
+ScreenTestCase {
     id: root
 
     name: "Texts"
@@ -15,10 +14,6 @@ TestCase {
 
         font.pointSize: 20
         text: "Text".repeat(100)
-    }
-
-    function init() {
-        failOnWarning(/.?/);
     }
 
     function test_shortened() {

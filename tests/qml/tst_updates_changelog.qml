@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Controls
-import QtTest
 
 import brovik.base
 import brovik.gui
@@ -25,16 +24,14 @@ Item {
             }
         }
 
-        TestCase {
+        ScreenTestCase {
             name: "UpdatesChangelog"
-            when: windowShown
 
             property UpdatesChangelogFlick page
             property ListView list
 
-            function init() {
-                failOnWarning(/.?/);
-                Backend.run("shell.Shell.changelogs = shell.ChangelogEntryVector()\nshell.Shell.color_urgency_low, shell.Shell.color_urgency_other = '#00ff00', '#0000ff'");
+            function prepare() {
+                Backend.run("shell.Shell.color_urgency_low, shell.Shell.color_urgency_other = '#00ff00', '#0000ff'");
                 window.width = 710;
                 page = createTemporaryObject(flickComponent, window.contentItem);
                 list = findChild(page, "changelog");
@@ -203,7 +200,7 @@ shell.Shell.changelogs = vector`);
             // Once what was let go of is gone.
             function countObjects() {
                 gc();
-                wait(0);
+                Backend.settle();
                 waitForRendering(page, 100);
                 return Objects.count();
             }

@@ -43,35 +43,24 @@ Item {
         }
 
         SignalSpy {
-            id: sent
-
-            target: Shell
-            signalName: "toPy"
-        }
-
-        SignalSpy {
             id: toasts
 
             target: Gui
             signalName: "toastNotify"
         }
 
-        TestCase {
+        ScreenTestCase {
             name: "UpdatesConsole"
-            when: windowShown
 
             property UpdatesTabConsoleOutput page
             property TextEdit output
 
-            function init() {
-                failOnWarning(/.?/);
-                Backend.run("shell.Shell.locked = False");
+            function prepare() {
                 window.setTheme(Material.Dark);
                 window.height = 500;
                 page = createTemporaryObject(consoleComponent, window.contentItem);
                 output = part("output");
                 waitForRendering(page);
-                sent.clear();
                 toasts.clear();
             }
 
@@ -296,7 +285,7 @@ Item {
                 compare(button.text, "Test");
                 compare(button.visible, Gui.debug);
                 button.clicked();
-                compare([sent.signalArguments[0][0], sent.signalArguments[0][1]], [Shell.TestConsole, null]);
+                compareSentThrough(Shell, [[Shell.TestConsole, null]]);
             }
 
             function test_buttons_fit_their_row() {

@@ -1,7 +1,5 @@
 import QtQuick
-import QtTest
 
-import brovik.base
 import brovik.components
 import brovik.gui
 import brovik.shell
@@ -39,16 +37,8 @@ Item {
         }
     }
 
-    SignalSpy {
-        id: sent
-
-        target: Shell
-        signalName: "toPy"
-    }
-
-    TestCase {
+    ScreenTestCase {
         name: "UpdatesOverview"
-        when: windowShown
 
         property PageStack settings
         property UpdatesOverview page
@@ -56,14 +46,11 @@ Item {
         readonly property var tabTexts: ["Übersicht", "Verfügbar", "Installiert", "Ausgabekonsole"]
         readonly property var tabPages: [Gui.PageUpdatesOverview, Gui.PageUpdatesAvailable, Gui.PageUpdatesInstalled, Gui.PageUpdatesConsole]
 
-        function init() {
-            failOnWarning(/.?/);
-            Backend.run("shell.Shell.locked = auto.Auto.active = False\nshell.Shell.upgradables = [{'name': 'kubelor', 'changelogAvailable': 'log'}]\nshell.Shell.installed = [{'name': 'kubelor', 'name2': 'log'}]");
-            Gui.changePage(Gui.PageAuto);
+        function prepare() {
+            Backend.run("shell.Shell.upgradables = [{'name': 'kubelor', 'changelogAvailable': 'log'}]\nshell.Shell.installed = [{'name': 'kubelor', 'name2': 'log'}]");
             settings = createTemporaryObject(settingsComponent, root);
             page = settings.updates;
             settings.currentIndex = 1;
-            sent.clear();
         }
 
         function part(name) {
@@ -88,8 +75,7 @@ Item {
             const button = part(data.tag);
             compare([button.text, button.icon.source], [data.text, `qrc:/brovik/shell/img/${data.icon}.svg`]);
             mouseClick(button);
-            compare(sent.count, 1);
-            compare([sent.signalArguments[0][0], sent.signalArguments[0][1]], [data.action, null]);
+            compareSentThrough(Shell, [[data.action, null]]);
         }
 
         function test_actions_share_the_width() {
@@ -108,7 +94,7 @@ Item {
             compare(part("upgrade").enabled, data.enabled);
             verify(part("update").enabled);
             mouseClick(part("upgrade"));
-            compare(sent.count, data.enabled ? 1 : 0);
+            compareSentThrough(Shell, data.enabled ? [[Shell.Upgrade, null]] : []);
         }
 
         function test_order() {
@@ -253,7 +239,7 @@ Item {
             Backend.run("shell.Shell.locked = True");
             verify(!part(data.tag).enabled);
             mouseClick(part(data.tag));
-            compare(sent.count, 0);
+            compareSentThrough(Shell, []);
             Backend.run("shell.Shell.locked = False");
             verify(part(data.tag).enabled);
         }
@@ -266,8 +252,7 @@ Item {
                 const tablePage = part("tabs").itemAt(index);
                 mouseClick(tablePage.table.itemAtCell(column, 0).btn);
                 compare(tablePage.currentIndex, 1);
-                compare([sent.signalArguments[0][0], sent.signalArguments[0][1]], [action, value]);
-                sent.clear();
+                compareSentThrough(Shell, [[action, value]]);
             }
         }
     }

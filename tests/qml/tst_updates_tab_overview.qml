@@ -1,12 +1,10 @@
 import QtQuick
 import QtQuick.Controls.Material
-import QtTest
 
 import brovik.base
 import brovik.gui
 import brovik.shell
 import kubelor.test
-import "items.js" as Items
 
 // The overview of the updates.
 Item {
@@ -25,13 +23,6 @@ Item {
             }
         }
 
-        SignalSpy {
-            id: sent
-
-            target: Shell
-            signalName: "toPy"
-        }
-
         DialogTestCase {
             id: testCase
 
@@ -43,25 +34,16 @@ Item {
             readonly property string cacheText: "Wenn Changelogs heruntergeladen oder Dateien geparsed werden müssen, werden dafür temporäre Dateien erstellt. Diese Dateien werden zwar durch einen Neustart gelöscht, lassen sich aber durch diesen Button auch manuell löschen."
             readonly property string passwordText: "<i>Die Aktivierung der 'testing'-Komponente ist nicht für den Produktivbetrieb vorgesehen. Sie dient zum Testen neuer Funktionen und Bugfixes, und sollte nur bei Bedarf (de)aktiviert werden.</i><br><b>Passwort erforderlich (Kann von Fa. Brovik auch per Fernwartung [de]aktiviert werden)</b>"
 
-            function init() {
-                failOnWarning(/.?/);
-                Backend.run("shell.Shell.locked = shell.Shell.testing_repo_enabled = False\nshell.Shell.upgradables = shell.Shell.installed = []");
+            function prepare() {
                 window.width = 720;
                 window.height = 700;
                 Common.mainHeight = 700;
                 tab = createTemporaryObject(tabComponent, window.contentItem);
                 waitForRendering(tab);
-                spy.clear();
-                sent.clear();
             }
 
             function part(name) {
                 return findChild(tab, name);
-            }
-
-            function compareSentToShell(action, value) {
-                compare(sent.count, 1);
-                compare([sent.signalArguments[0][0], sent.signalArguments[0][1]], [action, value]);
             }
 
             function test_upgradables_data() {
@@ -143,14 +125,12 @@ Item {
             function test_clear_cache() {
                 compare([part("clearCache").text, part("clearCache").icon.source], ["Cache löschen", "qrc:/brovik/shell/img/trash3.svg"]);
                 mouseClick(part("clearCache"));
-                compareSentToShell(Shell.ClearCache, null);
+                compareSentThrough(Shell, [[Shell.ClearCache, null]]);
             }
 
             function askForPassword() {
                 mouseClick(part("testing"));
-                tryVerify(() => Dialogs.popupActive);
-                const id = spy.signalArguments[spy.count - 1][1].current[0];
-                const dialog = Dialogs.getOpenDialogById(id)[0];
+                const dialog = latestDialog();
                 tryVerify(() => dialog.input.activeFocus);
                 return dialog;
             }
@@ -169,7 +149,7 @@ Item {
                 compare(dialog.input.echoMode, TextInput.Password);
                 dialog.value = " geheim ";
                 keyClick(Qt.Key_Return);
-                compareSentToShell(Shell.ToggleTesting, " geheim ");
+                compareSentThrough(Shell, [[Shell.ToggleTesting, " geheim "]]);
                 // The backend alone decides.
                 compare(part("testing").text, `Testing ${data.text}`);
             }
@@ -180,14 +160,14 @@ Item {
                 compare(dialog.errorText, "Es ist eine Eingabe erforderlich");
                 dialog.value = "geheim";
                 keyClick(Qt.Key_Escape);
-                compare(sent.count, 0);
+                compareSentThrough(Shell, []);
             }
 
             function test_password_is_not_printed() {
                 Backend.startRecordingPrints();
                 askForPassword().value = "geheim";
                 keyClick(Qt.Key_Return);
-                compare(sent.count, 1);
+                compareSentThrough(Shell, [[Shell.ToggleTesting, "geheim"]]);
                 compare(Backend.takePrints().filter(line => line.includes("geheim")), []);
             }
         }

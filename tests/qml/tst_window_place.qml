@@ -1,5 +1,4 @@
 import QtQuick
-import QtTest
 
 import main
 
@@ -30,13 +29,8 @@ Item {
         }
     }
 
-    TestCase {
+    ScreenTestCase {
         name: "WindowPlace"
-        when: windowShown
-
-        function init() {
-            failOnWarning(/.?/);
-        }
 
         // The platform leaves room for a frame, and does so for any window.
         function test_at_the_left_edge() {

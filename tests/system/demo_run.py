@@ -1,31 +1,20 @@
 #!/usr/bin/python3
 """A whole cleaning on the demo machine by an operator who takes pictures: demo_run.py <folder>."""
 
-import re
 import sys
 from pathlib import Path
 
-import panel
-from album import Album
-from desktop import Desktop
-from look import go_to_theme
-from panel import Panel
-
-START = "Automatikbetrieb starten"
-ABORT = "Automatikbetrieb abbrechen"
+from support import panel
+from support.album import Album
+from support.automatic import ABORT, START, progress
+from support.desktop import Desktop
+from support.look import go_to_theme
+from support.panel import Panel
 
 # The demo machine cleans a barrel in some ten minutes.
 _TIME_FACTOR = 20
 _RUN_DEADLINE_SECS = 300.0
 STOPS = (5, 30, 60, 90)
-
-
-def progress(program: Panel) -> int:
-    """The percentage that the page shows; -1 while it shows none."""
-    for name in program.names():
-        if match := re.fullmatch(r"(\d+) %", name):
-            return int(match[1])
-    return -1
 
 
 def _take_both_themes(program: Panel, album: Album, name: str) -> None:

@@ -7,7 +7,7 @@ KUBELOR_DEMO in the environment is the program's path.
 import sys
 import unittest
 
-from desktop import Desktop
+from support.desktop import Desktop
 
 if __name__ == "__main__":
     with Desktop():

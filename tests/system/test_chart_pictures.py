@@ -3,8 +3,7 @@
 import math
 import unittest
 
-import desktop
-import panel
+from support import desktop, panel
 
 LENGTH = 300.0
 ACTUATORS = "l_in s_in kalt heiss kreis s_out l_out luft co2 kanal pumpe steam".split()
@@ -35,7 +34,7 @@ class ChartPictureTest(unittest.TestCase):
 
     def setUp(self) -> None:
         self.program = self.enterContext(panel.remote())
-        self.program.wait_until_shown("Testbackend bereit")
+        self.program.wait_until_shown(panel.READY)
         self.program.backend(
             "from brovik.chart import Chart\n"
             f"Chart.actuator_names = {ACTUATORS!r}\n"

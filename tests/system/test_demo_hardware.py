@@ -5,8 +5,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from demo_run import START
-from panel import DEMO_MACHINE, Panel
+from support.automatic import START
+from support.panel import DEMO_MACHINE, Panel
 
 HARDWARE = DEMO_MACHINE.parent / "tests" / "python" / "recording_hardware.py"
 CHOSEN = "    return _simulation()\n"

@@ -6,12 +6,10 @@ import unittest
 from contextlib import closing
 from pathlib import Path
 
-import accessible
-import desktop
-import panel
-from accessible import Node
-from panel import Panel
-from tour import complaints
+from support import accessible, desktop, panel
+from support.accessible import Node
+from support.complaints import complaints
+from support.panel import Panel
 
 TIME_FACTOR = 5
 NETWORK, UPDATES = "Netzwerk", "Updates"

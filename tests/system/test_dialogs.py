@@ -1,21 +1,10 @@
 """Dialogs that the backend asks for, on the real window."""
 
-import ast
 import unittest
 from typing import Any
 
-import desktop
-import panel
-from panel import Panel
-
-IMPORT = "from brovik import gui; "
-
-
-def dialog_data(program: Panel) -> list[Any]:
-    """What the dialogs have told the backend so far."""
-    start = "GuiEnum.DialogData "
-    calls = program.calls("gui_value_from_cpp")
-    return [ast.literal_eval(call.removeprefix(start)) for call in calls if call.startswith(start)]
+from support import desktop, panel
+from support.dialogs import IMPORT, dialog_data
 
 
 class DialogTest(unittest.TestCase):
@@ -23,7 +12,7 @@ class DialogTest(unittest.TestCase):
 
     def setUp(self) -> None:
         self.program = self.enterContext(panel.remote())
-        self.program.wait_until_shown("Testbackend bereit")
+        self.program.wait_until_shown(panel.READY)
 
     def _wait_for_data(self, *expected: Any) -> None:
         self.program.wait_for(

@@ -10,9 +10,9 @@ import textwrap
 import unittest
 from pathlib import Path
 
-import panel
-from demo_run import ABORT, START
-from panel import Panel
+from support import panel
+from support.automatic import ABORT, START
+from support.panel import Panel
 
 ROOT = Path(__file__).parents[2]
 GUIDE = ROOT / "docs" / "backend.md"
@@ -139,7 +139,7 @@ class PieceTest(unittest.TestCase):
 
     def setUp(self) -> None:
         self.program: Panel = self.enterContext(panel.remote())
-        self.program.wait_until_shown("Testbackend bereit")
+        self.program.wait_until_shown(panel.READY)
 
     def run_piece(self, heading: str, number: int = 0, *, before: str = "", after: str = "") -> str:
         """Runs an example between other code, and gives what that leaves in `result`."""

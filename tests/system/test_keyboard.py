@@ -5,9 +5,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
-import desktop
-import panel
-from panel import Panel
+from support import desktop, panel
+from support.panel import Panel
 
 FIELD = "Minimum Säure"
 LAST_BUTTON = "Überprüfung starten"
@@ -33,7 +32,7 @@ class KeyboardTest(unittest.TestCase):
         # As high as the page needs it.
         panel.store_window(program.directory, b"[window]\nwidth=800\nheight=1200\n")
         self.program = self.enterContext(program)
-        self.program.wait_until_shown("Testbackend bereit")
+        self.program.wait_until_shown(panel.READY)
 
     def _raise_keyboard(self) -> int:
         """Clicks on the field. Gives the row at which the keyboard comes to rest."""
@@ -49,7 +48,7 @@ class KeyboardTest(unittest.TestCase):
 
     def _bottom(self) -> int:
         """Where the page's last button ends, as a row of the window."""
-        top = self.program.wait_until_shown("Brovik Kubelor", "frame").box.y
+        top = self.program.wait_until_shown(panel.TITLE, "frame").box.y
         return self.program.wait_until_shown(LAST_BUTTON).box.bottom - top
 
     def _drag_up(self) -> None:

@@ -2,10 +2,9 @@
 
 import unittest
 
-import desktop
-import panel
-from accessible import Box
-from panel import Panel
+from support import desktop, panel
+from support.controls import spin_box
+from support.panel import Panel
 
 WATER = "Leitwert in mS/cm, ab dem das Medium als Wasser erkannt wird"
 ELECTROLYTE = "Leitwert in mS/cm, ab dem das Medium als Lauge/Säure erkannt wird"
@@ -54,35 +53,44 @@ class LateBackendTest(unittest.TestCase):
 
     def setUp(self) -> None:
         self.program: Panel = self.enterContext(panel.remote())
-        self.program.wait_until_shown("Testbackend bereit")
+        self.program.wait_until_shown(panel.READY)
         self.program.backend(LATE)
+        self._marks = 0
 
     def _wishes(self) -> list[str]:
         return self.program.calls("settings_from_cpp")
 
     def _press(self, name: str, steps: str) -> None:
         """Presses + and - in that order, at once."""
-        box: Box = self.program.wait_until_shown(name, "spin button").box
-        middle = box.middle[1]
-        places = {"+": box.x + box.width - box.height // 2, "-": box.x + box.height // 2}
+        box = spin_box(self.program, name).box
+        places = {"+": box.plus, "-": box.minus}
         clicks: list[str | int] = []
         for step in steps:
-            clicks += "mousemove", places[step], middle, "click", 1
+            clicks += ["mousemove", *places[step], "click", 1]
         desktop.xdotool(*clicks)
         self.program.wait_for("the wishes", lambda: len(self._wishes()) >= len(steps))
 
     def _settle(self) -> None:
         """Waits until everything is stored and nothing more is wished because of that."""
-        for number in range(ROUNDS):
+        for _ in range(ROUNDS):
             before = len(self._wishes())
-            self.program.backend(MARK.format(number))
-            self.program.wait_until_shown(f"Runde {number}")
+            # None that shows already.
+            self._marks += 1
+            self.program.backend(MARK.format(self._marks))
+            self.program.wait_until_shown(f"Runde {self._marks}")
+            self._read_log()
             if len(self._wishes()) == before:
                 return
         self.fail(f"no end of it: {self._wishes()}")
 
+    def _read_log(self) -> None:
+        """Waits until all that was printed by now has been read."""
+        text = f"Gelesen {self._marks}"
+        self.program.backend(f"print({text!r})")
+        self.program.wait_for_log(text)
+
     def _value(self, name: str) -> float:
-        return self.program.wait_until_shown(name, "spin button").value
+        return spin_box(self.program, name).value
 
     def _stored(self, key: str) -> float:
         return float(self.program.backend(f"{IMPORT}result = SettingsValues.{key}"))

@@ -4,10 +4,11 @@ import socket
 import unittest
 from collections.abc import Mapping
 
-import desktop
-import panel
-from panel import Panel
-from waiting import hold
+from support import desktop, panel
+from support.automatic import START
+from support.complaints import complaints
+from support.panel import Panel
+from support.waiting import hold
 
 NETWORK, HAND = "Netzwerk", "Handbetrieb"
 SCAN, ABORT = "Suche nach WLAN-Netzen", "Verbindungsversuch abbrechen"
@@ -57,7 +58,7 @@ class NetworkTest(unittest.TestCase):
 
     def setUp(self) -> None:
         self.program: Panel = self.enterContext(panel.remote())
-        self.program.wait_until_shown("Testbackend bereit")
+        self.program.wait_until_shown(panel.READY)
         self.program.open_settings(NETWORK)
         self.program.wait_until_shown(SCAN)
 
@@ -71,10 +72,6 @@ class NetworkTest(unittest.TestCase):
     def _wait_for_calls(self, *expected: str) -> None:
         wanted = [f"WifiActionEnum.{call}" for call in expected]
         self.program.wait_for(f"{wanted} instead of {self._calls()}", lambda: self._calls() == wanted)
-
-    def _complaints(self) -> list[str]:
-        lines = [line for line in self.program.log if line.startswith(("[WARN", "[CRIT", "[FATAL"))]
-        return [line for line in lines if "XDG_RUNTIME_DIR" not in line and "Hunspell" not in line]
 
     def _open_login(self) -> None:
         self.program.click(CONNECT)
@@ -110,7 +107,7 @@ class NetworkTest(unittest.TestCase):
         # The backend of the test prints what it was told, the program must not.
         told = [line for line in self.program.log if PASSWORD in line]
         self.assertEqual(told, [f"CALL wifi_action_from_cpp WifiActionEnum.Connect ['Halle', '{PASSWORD}']"])
-        self.assertEqual(self._complaints(), [])
+        self.assertEqual(complaints(self.program), [])
 
     def test_addresses_are_asked_for_on_the_page_alone(self) -> None:
         """Another page stops the questions, and so does another tab; they go on with the page."""
@@ -147,7 +144,7 @@ class NetworkTest(unittest.TestCase):
         self._wait_for_calls("Scan None")
         self.program.click(SCAN)
         self.program.click("Automatik", "page tab")
-        self.program.press_and_hold("Automatikbetrieb starten")
+        self.program.press_and_hold(START)
         self.program.wait_for("the start", lambda: self.program.calls("auto_value_from_cpp"))
         self.program.open_settings(NETWORK)
         self._wait_for_calls("Scan None")
@@ -179,7 +176,7 @@ class NetworkTest(unittest.TestCase):
             self._wait_for_calls(f"RestartWireguard {names[0]}")
             with self.assertRaises(BlockingIOError):
                 server.accept()
-        self.assertEqual(self._complaints(), [])
+        self.assertEqual(complaints(self.program), [])
 
     def test_lists_change_with_the_window(self) -> None:
         """Long lists come and go while the window changes its size."""
@@ -190,7 +187,7 @@ class NetworkTest(unittest.TestCase):
             self.program.backend(scan_results(networks))
             self.program.resize(width, 950)
             self.program.wait_until_shown(f"Netz 000 {number}", "label")
-        self.assertEqual(self._complaints(), [])
+        self.assertEqual(complaints(self.program), [])
 
 
 if __name__ == "__main__":

@@ -5,9 +5,9 @@ import tempfile
 import unittest
 from pathlib import Path
 
-import desktop
-import panel
-from panel import Panel
+from support import desktop, panel
+from support.automatic import START
+from support.panel import Panel
 
 POWER_BUTTON = "Herunterfahren oder neu starten"
 POWEROFF_QUESTION = "Soll die Maschine wirklich heruntergefahren werden?"
@@ -49,14 +49,14 @@ class PowerTest(unittest.TestCase):
             self.assertEqual(self._ran("poweroff").read_text("utf-8"), "arguments:\n")
             program.click("OK")
             program.wait_until_gone("Poweroff")
-            program.press_and_hold("Automatikbetrieb starten")
+            program.press_and_hold(START)
             self.assertIsNone(program.process.poll())
             self.assertEqual(program.close(), 0)
 
     def test_poweroff_succeeds(self) -> None:
         """The program ends with 0. Enter confirms the popup as well as the question."""
         with self._program("poweroff", 0) as program:
-            program.wait_until_shown("Testbackend bereit")
+            program.wait_until_shown(panel.READY)
             program.backend("from brovik.gui import Gui; Gui.show_poweroff_dialog()")
             program.wait_until_shown("Herunterfahren")
             desktop.press_key("Return")
@@ -71,7 +71,7 @@ class PowerTest(unittest.TestCase):
             self._ask_for(program, "Herunterfahren", POWEROFF_QUESTION)
             program.click("Abbrechen")
             program.wait_until_gone(POWEROFF_QUESTION)
-            program.wait_until_shown("Testbackend bereit")
+            program.wait_until_shown(panel.READY)
             self.assertFalse(self._ran("poweroff").exists())
 
     def test_reboot_fails_and_missing_command(self) -> None:

@@ -5,11 +5,11 @@ import unittest
 from pathlib import Path
 
 import demo_run
-import panel
-from album import Album
-from demo_run import ABORT, START, progress
-from look import TO_DARK, TO_LIGHT
-from panel import Panel
+from support import panel
+from support.album import Album
+from support.automatic import ABORT, START, progress
+from support.controls import is_on
+from support.look import TO_DARK, TO_LIGHT
 
 INTENSIVE = "Intensivreinigung durchführen"
 
@@ -42,18 +42,14 @@ class RunTest(unittest.TestCase):
         """The demo machine takes the wish; a backend that does not leaves the switch where it was."""
         with panel.demo(1) as program:
             program.click(INTENSIVE)
-            program.wait_for("the switch", lambda: self._is_on(program))
+            program.wait_for("the switch", lambda: is_on(program, INTENSIVE))
             program.wait_until_shown("Intensivreinigung starten")
         with panel.remote() as program:
             program.click(INTENSIVE)
             program.wait_for("the wish", lambda: program.calls("settings_from_cpp"))
             self.assertEqual(program.calls("settings_from_cpp"), ["SettingsEnum.intense_cleaning True"])
-            program.wait_for("the switch back", lambda: not self._is_on(program))
+            program.wait_for("the switch back", lambda: not is_on(program, INTENSIVE))
             program.wait_until_shown(START)
-
-    @staticmethod
-    def _is_on(program: Panel) -> bool:
-        return program.wait_until_shown(INTENSIVE).checked
 
     def test_theme_is_switched(self) -> None:
         """The button beside the tabs switches the theme there and back."""

@@ -5,10 +5,10 @@ import tempfile
 import unittest
 from pathlib import Path
 
-import desktop
-import panel
-from accessible import Box
-from panel import Panel
+from support import desktop, panel
+from support.accessible import Box
+from support.controls import is_on, spin_box
+from support.panel import Panel
 
 READY = "Bereit"
 RUN, BATHS, MISC, HAND = "Reinigungsprozess", "Leitwertprüfung", "Sonstige Einstellungen", "Handbetrieb"
@@ -38,12 +38,6 @@ class SettingsTest(unittest.TestCase):
     def _control(self, name: str, role: str) -> Box:
         return self.program.wait_until_shown(name, role).box
 
-    def _value(self, name: str) -> float:
-        return self.program.wait_until_shown(name, "spin button").value
-
-    def _checked(self, name: str) -> bool:
-        return self.program.wait_until_shown(name, "check box").checked
-
     def _pressure(self) -> float:
         texts = (re.fullmatch(r"Druck:\n(-?[\d.]+) bar", name) for name in self.program.names())
         return next((float(match[1]) for match in texts if match), 0.0)
@@ -51,16 +45,15 @@ class SettingsTest(unittest.TestCase):
     def test_number_and_switch_are_kept(self) -> None:
         """A step up and a switch turned on are still there after a restart."""
         self.program.open_settings(RUN)
-        before = self._value(WATER)
-        box = self._control(WATER, "spin button")
-        desktop.click(box.x + box.width - box.height // 2, box.middle[1])
-        self.program.wait_for("the step", lambda: self._value(WATER) == before + 5)
+        before = spin_box(self.program, WATER).value
+        desktop.click(*spin_box(self.program, WATER).box.plus)
+        self.program.wait_for("the step", lambda: spin_box(self.program, WATER).value == before + 5)
         self.program.click(INTENSE, "check box")
-        self.program.wait_for("the switch", lambda: self._checked(INTENSE))
+        self.program.wait_for("the switch", lambda: is_on(self.program, INTENSE))
         self._restart()
         self.program.open_settings(RUN)
-        self.assertEqual(self._value(WATER), before + 5)
-        self.assertTrue(self._checked(INTENSE))
+        self.assertEqual(spin_box(self.program, WATER).value, before + 5)
+        self.assertTrue(is_on(self.program, INTENSE))
 
     def test_product_name_is_kept(self) -> None:
         """It reaches the first page some seconds after the last key, and the file."""
@@ -93,7 +86,7 @@ class SettingsTest(unittest.TestCase):
         self.program.click("Kanal")
         self.program.wait_for("no pressure", lambda: self._pressure() < 0.1)
         self.program.click("Heizungs-Handbetrieb")
-        self.program.wait_for("hand operation", lambda: self._checked("Heizungs-Handbetrieb"))
+        self.program.wait_for("hand operation", lambda: is_on(self.program, "Heizungs-Handbetrieb"))
         self.program.click("Heizung")
         self.program.wait_for(
             "the heater", lambda: any("Heizung ein" in name for name in self.program.names())

@@ -3,11 +3,9 @@
 import subprocess
 import unittest
 
-import desktop
-import panel
-from panel import Panel
+from support import desktop, panel
+from support.panel import Panel
 
-READY = "Testbackend bereit"
 TITLE = "Simulator"
 
 
@@ -32,7 +30,7 @@ class SimulatorWindowTest(unittest.TestCase):
     def start(self) -> tuple[Panel, str]:
         """The program with the simulator, and the X id of its window."""
         program = self.enterContext(panel.remote())
-        program.wait_until_shown(READY)
+        program.wait_until_shown(panel.READY)
         program.backend("from brovik.simulator import Simulator; Simulator.enabled = True")
         return program, program.window_titled(TITLE)
 

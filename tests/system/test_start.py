@@ -6,10 +6,10 @@ import tempfile
 import unittest
 from pathlib import Path
 
-import desktop
-import panel
-from panel import Panel
-from waiting import wait_for
+from support import desktop, panel
+from support.automatic import START
+from support.panel import Panel
+from support.waiting import wait_for
 
 
 class StartTest(unittest.TestCase):
@@ -18,8 +18,8 @@ class StartTest(unittest.TestCase):
     def test_window_comes_up_and_closes(self) -> None:
         """The window shows what the backend wrote; closing it ends the program with 0."""
         with panel.remote() as program:
-            program.wait_until_shown("Testbackend bereit")
-            program.wait_until_shown("Automatikbetrieb starten")
+            program.wait_until_shown(panel.READY)
+            program.wait_until_shown(START)
             for tab in ("Automatik", "Chart", "Settings"):
                 program.wait_until_shown(tab, "page tab")
             self.assertEqual(program.calls("gui_value_from_cpp"), ["GuiEnum.Ready None"])
@@ -32,7 +32,7 @@ class StartTest(unittest.TestCase):
             self.assertTrue(any("unknown" in name for name in program.names()))
             program.click("OK")
             program.wait_until_gone("Ungültige(r) Parameter")
-            program.wait_until_shown("Automatikbetrieb starten")
+            program.wait_until_shown(START)
 
     def test_help_and_version_start_no_interpreter(self) -> None:
         """`--help` and `--version` print and end with 0; the backend is not imported."""
@@ -45,7 +45,7 @@ class StartTest(unittest.TestCase):
     def test_make_stubs_opens_no_window(self) -> None:
         """`--make-stubs` ends with 0 after the backend's import, without asking for a running instance."""
         with panel.remote() as first:
-            first.wait_until_shown("Testbackend bereit")
+            first.wait_until_shown(panel.READY)
             with panel.remote("--make-stubs") as second:
                 self.assertEqual(second.wait_for_end(), 0)
                 self.assertFalse(any("läuft das Programm bereits" in line for line in second.log))
@@ -54,7 +54,7 @@ class StartTest(unittest.TestCase):
     def test_arguments_behind_separator_go_to_python(self) -> None:
         """`-f - --make-stubs` starts in full screen and passes the rest to Python."""
         with panel.remote("-f", "-", "--make-stubs") as program:
-            program.wait_until_shown("Testbackend bereit")
+            program.wait_until_shown(panel.READY)
             self.assertEqual(program.backend("import sys; result = sys.argv[1:]"), "['--make-stubs']")
             geometry = desktop.xdotool("getdisplaygeometry").split()
             size = f"WIDTH={geometry[0]}\nHEIGHT={geometry[1]}\n"
@@ -76,7 +76,7 @@ class MissingBackendTest(unittest.TestCase):
             program.wait_until_gone("ModuleNotFoundError")
             program.wait_until_shown("Python Backend nicht initialisiert")
             program.wait_until_shown("Keine Statusmeldungen vorhanden")
-            program.press_and_hold("Automatikbetrieb starten")
+            program.press_and_hold(START)
             line = program.wait_for_log("auto_value_from_cpp() nicht gefunden")
             self.assertIn("[CRIT ]", line)
             self.assertEqual(program.close(), 0)
@@ -88,7 +88,7 @@ class SecondInstanceTest(unittest.TestCase):
     def test_second_instance_raises_the_first(self) -> None:
         """The second process imports its backend, ends with 100, and the first one's window is up again."""
         with panel.remote() as first:
-            first.wait_until_shown("Testbackend bereit")
+            first.wait_until_shown(panel.READY)
             window = first.window
             desktop.xdotool("windowminimize", "--sync", window)
             with panel.remote() as second:

@@ -10,9 +10,9 @@ from itertools import product
 from pathlib import Path
 from typing import Final, NamedTuple
 
-import panel
-from demo_run import START
-from panel import Panel
+from support import panel
+from support.automatic import START
+from support.panel import Panel
 
 #: A whole cleaning takes a second or two.
 TIME_FACTOR: Final = 300

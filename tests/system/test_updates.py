@@ -2,9 +2,8 @@
 
 import unittest
 
-import desktop
-import panel
-from tour import complaints
+from support import desktop, panel
+from support.complaints import complaints
 
 UPDATE, UPGRADE = "Suche nach Updates", "Upgrade durchführen"
 OVERVIEW, AVAILABLE, INSTALLED, CONSOLE = "Übersicht", "Verfügbar", "Installiert", "Ausgabekonsole"
@@ -68,7 +67,7 @@ class UpdatesTest(unittest.TestCase):
 
     def setUp(self) -> None:
         self.program = self.enterContext(panel.remote())
-        self.program.wait_until_shown("Testbackend bereit")
+        self.program.wait_until_shown(panel.READY)
         self.program.open_settings("Updates")
 
     def tearDown(self) -> None:

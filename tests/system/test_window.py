@@ -6,15 +6,12 @@ import tempfile
 import unittest
 from pathlib import Path
 
-import desktop
-import panel
-from accessible import Box
-from panel import Panel
-from waiting import wait_for
-
-READY = "Testbackend bereit"
-TO_LIGHT = "Helles Design"
-TO_DARK = "Dunkles Design"
+from support import desktop, panel
+from support.accessible import Box
+from support.automatic import START
+from support.look import TO_DARK, TO_LIGHT
+from support.panel import Panel
+from support.waiting import wait_for
 
 
 def geometry(program: Panel) -> tuple[int, ...]:
@@ -35,7 +32,7 @@ class WindowCase(unittest.TestCase):
     def start(self) -> Panel:
         """The program with that directory, and the backend that does what the test says."""
         program = self.enterContext(panel.remote(XDG_CONFIG_HOME=str(self.configuration)))
-        program.wait_until_shown(READY)
+        program.wait_until_shown(panel.READY)
         return program
 
     def wait_for_geometry(self, program: Panel, expected: tuple[int, ...]) -> None:
@@ -199,7 +196,7 @@ class SimulatorTest(unittest.TestCase):
             program.click("Taster grün")
             program.wait_until_shown("Automatikbetrieb abbrechen")
             program.click("Taster rot")
-            program.wait_until_shown("Automatikbetrieb starten")
+            program.wait_until_shown(START)
 
     def _pressure(self, program: Panel) -> float:
         texts = (re.fullmatch(r"Druck:\n(-?[\d.]+) bar", name) for name in program.names())
@@ -222,7 +219,7 @@ class SimulatorTest(unittest.TestCase):
     def test_not_there_unless_wanted(self) -> None:
         """One window alone, and no button for another."""
         with panel.demo(1) as program:
-            program.wait_until_shown("Automatikbetrieb starten")
+            program.wait_until_shown(START)
             self.assertEqual(len(self._windows(program)), 1)
             self.assertIsNone(program.find("Simulator"))
 

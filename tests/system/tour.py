@@ -10,16 +10,15 @@ from collections.abc import Iterator
 from contextlib import contextmanager
 from pathlib import Path
 
-import desktop
-import panel
-import tour_dialogs
-import tour_starts
-from accessible import Node
-from album import Album
-from demo_run import ABORT, START, progress
-from desktop import Desktop
-from look import LOOKS, Look
-from panel import Panel
+from support import desktop, panel, tour_dialogs, tour_starts
+from support.accessible import Node
+from support.album import Album
+from support.automatic import ABORT, START, progress
+from support.complaints import complaints
+from support.controls import spin_box
+from support.desktop import Desktop
+from support.look import LOOKS, Look
+from support.panel import Panel
 
 _TIME_FACTOR = 20
 #: Pages of the settings: name of the picture, entry of the selection box, and what is to be clicked there.
@@ -38,9 +37,6 @@ _SETTINGS: tuple[tuple[str, ...], ...] = (
 )
 _THRESHOLD = "Leitwert in mS/cm, ab dem das Medium als Wasser erkannt wird"
 _CHECK = "Prüfe während Spülen auf Kaltwasser"
-#: What the log may tell beside the ordinary, because this machine is not the real one: it has no session
-#: directory, and no dictionaries for the on-screen keyboard.
-_EXPECTED = ("XDG_RUNTIME_DIR", "Hunspell dictionary is missing")
 #: A run that goes on after the screens have gone still has points to draw.
 _LATE_POINTS = "keine LineSeries zugeordnet"
 _WHEEL_CLICKS = 30
@@ -190,17 +186,10 @@ class Tour:  # pylint: disable=too-few-public-methods
         self._program.click(title, "page tab")
 
 
-def complaints(program: Panel, *expected: str) -> list[str]:
-    """Lines of the log that a tour without a fault does not write."""
-    lines = (line for line in program.log if line.startswith(("[WARN", "[CRIT", "[FATAL")))
-    return [line for line in lines if not any(known in line for known in (*_EXPECTED, *expected))]
-
-
 def _leave_defaults(program: Panel) -> None:
     """Changes a number and a switch, so that the pages have something to mark."""
     program.open_settings("Reinigungsprozess")
-    box = program.wait_until_shown(_THRESHOLD, "spin button").box
-    desktop.click(box.x + box.width - box.height // 2, box.middle[1])
+    desktop.click(*spin_box(program, _THRESHOLD).box.plus)
     program.wait_until_gone(_THRESHOLD, "label")
     program.open_settings("Sonstige Einstellungen")
     program.click(_CHECK, "check box")

@@ -2,7 +2,7 @@
 
 from typing import NamedTuple
 
-from panel import Panel
+from support.panel import Panel
 
 TO_LIGHT = "Helles Design"
 TO_DARK = "Dunkles Design"

@@ -7,7 +7,7 @@ import tempfile
 from pathlib import Path
 from types import TracebackType
 
-from waiting import hold, wait_for
+from support.waiting import hold, wait_for
 
 _SIZE = (1000, 1400)
 _SCREEN = f"{_SIZE[0]}x{_SIZE[1]}x24"

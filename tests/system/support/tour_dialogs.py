@@ -1,11 +1,10 @@
 """What a backend shows but seldom, or for a moment only: the exception, long messages, toasts."""
 
-import panel
-from album import Album
-from look import Look
-from panel import Panel
+from support import panel
+from support.album import Album
+from support.look import Look
+from support.panel import Panel
 
-_READY = "Testbackend bereit"
 _HOUR_MSECS = 3_600_000
 _LONG = (
     "Die Leitwertprüfung der Lauge wurde nicht bestanden: Der Sollwert von 60 mS/cm wurde nicht erreicht. "
@@ -48,7 +47,7 @@ def take_damaged_window(program: Panel, look: Look, album: Album) -> None:
 
 def take_dialogs(program: Panel, look: Look, album: Album) -> None:
     """A message, an exception and toasts."""
-    program.wait_until_shown(_READY)
+    program.wait_until_shown(panel.READY)
     look.put_on(program)
     _take_message(program, album)
     _take_exception(program, album)

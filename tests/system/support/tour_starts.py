@@ -2,12 +2,11 @@
 
 from pathlib import Path
 
-import desktop
-import panel
-from album import Album
-from demo_run import ABORT, START
-from look import Look
-from panel import Panel
+from support import desktop, panel
+from support.album import Album
+from support.automatic import ABORT, START
+from support.look import Look
+from support.panel import Panel
 
 _INTERRUPTED = "Automatikbetrieb unterbrochen"
 _DAMAGED = "Einstellungen"

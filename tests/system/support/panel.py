@@ -10,14 +10,15 @@ from collections.abc import Callable
 from pathlib import Path
 from types import TracebackType
 
-import accessible
-import desktop
-from accessible import Node
-from waiting import DEADLINE_SECS, T, wait_for
+from support import accessible, desktop
+from support.accessible import Node
+from support.waiting import DEADLINE_SECS, T, wait_for
 
-REMOTE_BACKEND = Path(__file__).parent / "remote"
-DEMO_MACHINE = Path(__file__).parents[2] / "demo"
+REMOTE_BACKEND = Path(__file__).parents[1] / "remote"
+DEMO_MACHINE = Path(__file__).parents[3] / "demo"
 TITLE = "Brovik Kubelor"
+# What the backend `remote` shows when it has started.
+READY = "Testbackend bereit"
 # Below the configuration directory.
 SETTINGS_FILE = Path("kubelor-demo/BrovikGmbH/Kubelor.ini")
 
@@ -190,10 +191,10 @@ class Panel:
 
     # The backend `remote`
 
-    def backend(self, code: str) -> str:
+    def backend(self, code: str, deadline: float = DEADLINE_SECS) -> str:
         """Runs Python code in the backend, on a thread of its own, and gives what it leaves in `result`."""
         with socket.socket(socket.AF_UNIX) as connection:
-            connection.settimeout(DEADLINE_SECS)
+            connection.settimeout(deadline)
             connection.connect(self._environment["KUBELOR_TEST_SOCKET"])
             connection.sendall(code.encode())
             connection.shutdown(socket.SHUT_WR)
@@ -204,7 +205,7 @@ class Panel:
         return answer.removeprefix("ok ")
 
     def calls(self, function: str) -> list[str]:
-        """The calls of that entry function so far, as `Enum.Member value`."""
+        """The calls of that entry function in the log so far, as `Enum.Member value`."""
         start = f"CALL {function} "
         return [line.removeprefix(start) for line in self.log if line.startswith(start)]
 

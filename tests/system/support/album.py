@@ -2,7 +2,7 @@
 
 from pathlib import Path
 
-import desktop
+from support import desktop
 
 
 class Album:

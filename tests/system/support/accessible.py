@@ -25,6 +25,16 @@ class Box(NamedTuple):
         return self.x + self.width // 2, self.y + self.height // 2
 
     @property
+    def plus(self) -> tuple[int, int]:
+        """The point to click on for a step up, if it is that of a spin box."""
+        return self.x + self.width - self.height // 2, self.middle[1]
+
+    @property
+    def minus(self) -> tuple[int, int]:
+        """The point to click on for a step down, if it is that of a spin box."""
+        return self.x + self.height // 2, self.middle[1]
+
+    @property
     def bottom(self) -> int:
         """The first row below it."""
         return self.y + self.height

@@ -1,0 +1,1 @@
+"""What the whole-program tests and the tour are made of."""
