@@ -22,6 +22,9 @@ from . import curves
 START: Final = "0" * 64
 
 
+_ROWS: Final = "SELECT number, begun, ended, result, reason, document, hash FROM run_record"
+
+
 @dataclass(frozen=True)
 class Break:
     """The first record that is not as it was written, and why, as a German sentence."""
@@ -41,9 +44,7 @@ def verify(connection: sqlite3.Connection) -> Break | None:
     All that it reads belongs together only inside a transaction. May raise sqlite3.Error.
     """
     previous, expected = START, 1
-    rows = connection.execute(
-        "SELECT number, begun, ended, result, reason, document, hash FROM run_record ORDER BY number"
-    )
+    rows = connection.execute(f"{_ROWS} ORDER BY number")
     for row in rows:
         number, hash_ = row[0], row[6]
         if number != expected:
@@ -53,6 +54,13 @@ def verify(connection: sqlite3.Connection) -> Break | None:
             return found
         previous, expected = hash_, expected + 1
     return _head_break(connection, expected - 1, previous)
+
+
+def verify_run(connection: sqlite3.Connection, number: int) -> Break | None:
+    """Whether one record that is there is as it was written, as far as it and the one before it tell."""
+    row = connection.execute(f"{_ROWS} WHERE number = ?", (number,)).fetchone()
+    previous = connection.execute("SELECT hash FROM run_record WHERE number = ?", (number - 1,)).fetchone()
+    return _row_break(connection, row, previous[0] if previous else START)
 
 
 def _row_break(

@@ -43,6 +43,8 @@ class StoredRun:
     record: RunRecord
     document: str
     hash: str
+    #: Why it is not as it was written: a German sentence; "" if it is.
+    broken: str = ""
 
 
 @dataclass(frozen=True)
@@ -86,10 +88,14 @@ class Logbook:
             row = self._connection.execute(
                 "SELECT document, hash FROM run_record WHERE number = ?", (number,)
             ).fetchone()
-        if row is None:
-            raise LogbookError(f"Es gibt keinen Bericht Nr. {number}.")
+            if row is None:
+                raise LogbookError(f"Es gibt keinen Bericht Nr. {number}.")
+            found = chain.verify_run(self._connection, number)
+        document, hash_ = map(str, row)
         try:
-            return StoredRun(RunRecord.from_document(str(row[0])), str(row[0]), str(row[1]))
+            return StoredRun(
+                RunRecord.from_document(document), document, hash_, found.text if found is not None else ""
+            )
         except DocumentError as error:
             raise LogbookError(f"Der Bericht Nr. {number} ist nicht lesbar: {error}") from error
 
@@ -138,13 +144,13 @@ class Logbook:
         with self._told():
             return chain.verify(self._connection)
 
-    def count(self) -> int:
-        """How many runs there are."""
+    def last(self) -> tuple[int, str] | None:
+        """Number and hash of the last run; None if there is none."""
         with self._told():
-            (number,) = self._connection.execute(
-                "SELECT count(*) FROM run_record INDEXED BY run_overview"
+            row = self._connection.execute(
+                "SELECT number, hash FROM run_record ORDER BY number DESC LIMIT 1"
             ).fetchone()
-        return int(number)
+        return None if row is None else (int(row[0]), str(row[1]))
 
     @contextmanager
     def _told(self) -> Iterator[None]:
@@ -218,6 +224,8 @@ def _snapshot(path: Path, how: str) -> sqlite3.Connection:
     connection = sqlite3.connect(
         f"{path.absolute().as_uri()}?{how}", uri=True, timeout=_WAIT_SECS, isolation_level=None
     )
+    # A text that somebody has damaged is to be told by its number, not by an error.
+    connection.text_factory = lambda data: data.decode("utf-8", "surrogateescape")
     try:
         connection.execute("BEGIN")
         tables.check(connection)
