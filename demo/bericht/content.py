@@ -74,7 +74,6 @@ def report(run: StoredRun, curves: StoredCurves) -> Report:
     """The report of a run."""
     record = run.record
     scene = draw(record, curves.lines, PAGE_WIDTH)
-    note = "" if scene else curves.missing or "Die Kurven haben keine Punkte."
     return Report(
         number=record.number,
         title=f"Reinigungsbericht Nr. {record.number}",
@@ -85,7 +84,7 @@ def report(run: StoredRun, curves: StoredCurves) -> Report:
         facts=tuple((name, _text(value)) for name, value in _facts(record)),
         steps=_steps(record),
         scene=scene,
-        scene_note=_readable_times(note),
+        scene_note="" if scene else missing_text(curves),
         tables=tuple(table for table in _tables(record) if table.rows or table.note),
         hash=run.hash,
     )
@@ -104,9 +103,14 @@ def _title(text: str) -> str:
     return wording.shortened(one_line(text), _TITLE_LETTERS)
 
 
-def _readable_times(text: str) -> str:
-    """The text with its times as a reader expects them."""
-    return " ".join(wording.full_time(word) if word[:1].isdigit() else word for word in text.split())
+def missing_text(curves: StoredCurves) -> str:
+    """Why there are no curves to show."""
+    if curves.removed:
+        time = _title(wording.full_time(curves.removed))
+        return f"Die Kurven wurden am {time} nach Ablauf der Aufbewahrung entfernt."
+    if curves.damaged:
+        return "Die Kurven sind beschädigt und nicht lesbar."
+    return "Es wurden keine Kurven aufgezeichnet."
 
 
 def _facts(record: RunRecord) -> list[tuple[str, str]]:
@@ -145,11 +149,11 @@ def _steps(record: RunRecord) -> Table:
     quantities = _quantities(record.steps)
     columns = (
         Column("Nr.", 8, figures=True),
-        Column("Schritt", 58),
+        Column("Schritt", 50),
         Column("Beginn", 17, figures=True),
         Column("Dauer", 19, figures=True),
-        Column("Ergebnis", 26),
-        *(Column(_title(f"{name}, {unit}"), 25, figures=True) for name, unit in quantities),
+        Column("Ergebnis", 33),
+        *(Column(_title(f"{name}, {unit}"), 24, figures=True) for name, unit in quantities),
     )
     rows = tuple(_step_row(step, quantities, record.begun) for step in record.steps)
     note = "" if rows else "Es wurde kein Schritt begonnen."
@@ -169,7 +173,7 @@ def _step_row(step: StepRecord, quantities: Sequence[tuple[str, str]], begun: st
     result = wording.step_result(step.result)
     return (
         Cell(str(step.number)),
-        Cell(_title(step.title), _text("; ".join(filter(None, small)))),
+        Cell(_title(step.title), _text(" · ".join(filter(None, small)))),
         Cell(_title(wording.clock(step.begun, begun))),
         Cell(wording.duration(step.ended_secs - step.begun_secs)),
         Cell(_title(result), bad=step.result != "done"),
@@ -279,7 +283,7 @@ def _words(record: RunRecord) -> Table:
             Cell(_title(question.title) or NOTHING, _text(question.text)),
             Cell(
                 _title(question.answer) or "keine Antwort",
-                wording.clock(question.answered, record.begun) if question.answered else "",
+                _title(wording.clock(question.answered, record.begun)) if question.answered else "",
             ),
         )
         for question in record.questions

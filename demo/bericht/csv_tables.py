@@ -10,6 +10,8 @@ from typing import Final
 from logbook.reader import StoredCurves, StoredRun
 from logbook.records import ParameterRecord, StepRecord
 
+from .content import missing_text
+
 #: What a spreadsheet would take for a formula at the beginning of a text.
 _FORMULA: Final = ("=", "+", "-", "@", "\t")
 #: All controls but the tabulator and the line break, which a quoted field can have.
@@ -99,6 +101,6 @@ def _parameter(parameter: ParameterRecord) -> tuple[object, ...]:
 
 
 def _curves(curves: StoredCurves) -> list[Sequence[object]]:
-    if curves.missing:
-        return [(curves.missing,)]
+    if not curves.lines:
+        return [(missing_text(curves),)]
     return [_CURVE_HEAD, *((name, x, y) for name, points in curves.lines.items() for x, y in points)]

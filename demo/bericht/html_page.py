@@ -3,6 +3,8 @@
 from html import escape
 from typing import Final
 
+from logbook import records
+
 from .content import Cell, Column, Report, Table
 from .drawing import FRAME, GREY, GRID, INK
 from .signatures import SIGNATURES
@@ -71,7 +73,7 @@ def _body(report: Report) -> list[str]:
     curves = svg(report.scene) if report.scene else f"<p>{_text(report.scene_note)}</p>"
     return [
         f"<h1>{_text(report.title)}</h1>",
-        f'<div class="result {escape(report.result)}">',
+        f'<div class="result{_tone(report.result)}">',
         f"<b>{_text(report.result_text)}</b>{_text(report.reason)}</div>",
         *broken,
         "<dl>",
@@ -83,6 +85,11 @@ def _body(report: Report) -> list[str]:
         '<div class="signatures">' + "".join(f"<div>{_text(text)}</div>" for text in SIGNATURES) + "</div>",
         f"<footer>SHA-256 {_text(report.hash)}</footer>",
     ]
+
+
+def _tone(result: str) -> str:
+    """The class of a result that has a colour of its own."""
+    return f" {result}" if result in records.RESULTS else ""
 
 
 def _text(text: str) -> str:

@@ -13,6 +13,7 @@ from reportlab.lib.units import mm
 from reportlab.pdfgen.canvas import Canvas
 from reportlab.platypus import (
     BaseDocTemplate,
+    CondPageBreak,
     Flowable,
     Frame,
     KeepTogether,
@@ -36,6 +37,8 @@ _MARGIN: Final = (A4[0] - PAGE_WIDTH) / 2
 _FOOT: Final = 17 * mm
 _HEAD: Final = 13 * mm
 _PADDING: Final = 4.5
+#: A table begins on a page that has room for so much of it: its title, its head, two rows.
+_LEAST_OF_TABLE: Final = 85.0
 _BAD: Final = "#a61b1b"
 #: Letters and background of the line with the result.
 _TONES: Final = {
@@ -52,7 +55,7 @@ def _style(name: str, size: float, **more: Any) -> ParagraphStyle:
 
 
 _TITLE: Final = _style("title", 17, fontName=BOLD)
-_HEADING: Final = _style("heading", 9.5, fontName=BOLD, spaceBefore=9, spaceAfter=3, keepWithNext=True)
+_HEADING: Final = _style("heading", 9.5, fontName=BOLD, spaceBefore=9, spaceAfter=3)
 _TEXT: Final = _style("text", 7.8)
 _FIGURES: Final = _style("figures", 7.8, alignment=TA_RIGHT)
 _COLUMN: Final = _style("column", 6.8, textColor=HexColor(GREY))
@@ -128,6 +131,7 @@ def _facts(report: Report) -> Flowable:
 
 
 def _section(table: Table) -> Iterator[Flowable]:
+    yield CondPageBreak(_LEAST_OF_TABLE)
     yield _paragraph(table.title, _HEADING)
     if table.rows:
         yield _table(table)

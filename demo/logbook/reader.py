@@ -49,10 +49,11 @@ class StoredRun:
 
 @dataclass(frozen=True)
 class StoredCurves:
-    """The curves of a run. If there are none, `missing` says why: a German sentence, else ""."""
+    """The curves of a run, and why there are none."""
 
     lines: dict[str, list[curves.Point]]
-    missing: str = ""
+    removed: str = ""  # when they were, for their age
+    damaged: bool = False
 
 
 class Logbook:
@@ -109,17 +110,12 @@ class Logbook:
                 "SELECT time FROM curve_removed WHERE run = ?", (number,)
             ).fetchone()
         if removed is not None:
-            return StoredCurves(
-                {}, f"Die Kurven wurden am {removed[0]} nach Ablauf der Aufbewahrung entfernt."
-            )
-        if not rows:
-            return StoredCurves({}, "Es wurden keine Kurven aufgezeichnet.")
+            return StoredCurves({}, removed=str(removed[0]))
         try:
-            return StoredCurves(
-                {str(line): curves.unpacked(curves.decompressed(data)) for line, data in rows}
-            )
+            lines = {str(line): curves.unpacked(curves.decompressed(data)) for line, data in rows}
         except (ValueError, TypeError):
-            return StoredCurves({}, "Die Kurven sind beschädigt und nicht lesbar.")
+            return StoredCurves({}, damaged=True)
+        return StoredCurves(lines)
 
     def journal(self, since: str = "", until: str = "", kinds: Sequence[str] = ()) -> Iterator[JournalEntry]:
         """The lines of the journal, the oldest first."""
@@ -198,7 +194,7 @@ def _look_at(path: Path) -> None:
             raise LogbookError(f"{path} ist ein Verzeichnis und keine Datei.")
         with path.open("rb") as file:
             file.read(1)
-    except FileNotFoundError:
+    except (FileNotFoundError, NotADirectoryError):
         raise LogbookError(f"Die Datei {path} gibt es nicht.") from None
     except (OSError, ValueError) as error:
         raise _sentence(path, error) from error

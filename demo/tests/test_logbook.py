@@ -341,8 +341,8 @@ class ChainTest(LogbookCase):
         self.assertEqual(self.writer.remove_curves(4), 1)
         self.assertIsNone(chain.verify(self.connection))
         with open_logbook(self.path) as book:
-            self.assertIn("entfernt", book.curves(2).missing)
-            self.assertEqual(book.curves(5).missing, "")
+            self.assertEqual((book.curves(2).removed, book.curves(2).lines), (clock(0), {}))
+            self.assertEqual((book.curves(5).removed, len(book.curves(5).lines)), ("", len(curves())))
 
     def test_unreadable(self) -> None:
         """Bytes that are no text, and a document that is no JSON but hashed as if it were."""
