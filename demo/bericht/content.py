@@ -20,6 +20,13 @@ from .wording import NOTHING, one_line
 PAGE_WIDTH: Final = 510.0
 #: Measured quantities that have a column of their own in the table of steps.
 _MOST_RANGES: Final = 3
+#: What the columns of the table of steps need, points. The titles of the steps get the rest.
+_NUMBER_WIDTH: Final = 20.0
+_CLOCK_WIDTH: Final = 48.0
+_LENGTH_WIDTH: Final = 42.0
+_RESULT_WIDTH: Final = 77.0
+_RANGE_WIDTH: Final = 67.0
+_FIXED_WIDTHS: Final = _NUMBER_WIDTH + _CLOCK_WIDTH + _LENGTH_WIDTH + _RESULT_WIDTH
 _TEXT_LETTERS: Final = 1500
 _TITLE_LETTERS: Final = 200
 
@@ -148,12 +155,12 @@ def _value(item: Value) -> str:
 def _steps(record: RunRecord) -> Table:
     quantities = _quantities(record.steps)
     columns = (
-        Column("Nr.", 8, figures=True),
-        Column("Schritt", 50),
-        Column("Beginn", 17, figures=True),
-        Column("Dauer", 19, figures=True),
-        Column("Ergebnis", 33),
-        *(Column(_title(f"{name}, {unit}"), 24, figures=True) for name, unit in quantities),
+        Column("Nr.", _NUMBER_WIDTH, figures=True),
+        Column("Schritt", PAGE_WIDTH - _FIXED_WIDTHS - _RANGE_WIDTH * len(quantities)),
+        Column("Beginn", _CLOCK_WIDTH, figures=True),
+        Column("Dauer in min:s", _LENGTH_WIDTH, figures=True),
+        Column("Ergebnis", _RESULT_WIDTH),
+        *(Column(_title(f"{name} in {unit}"), _RANGE_WIDTH, figures=True) for name, unit in quantities),
     )
     rows = tuple(_step_row(step, quantities, record.begun) for step in record.steps)
     note = "" if rows else "Es wurde kein Schritt begonnen."
@@ -175,7 +182,7 @@ def _step_row(step: StepRecord, quantities: Sequence[tuple[str, str]], begun: st
         Cell(str(step.number)),
         Cell(_title(step.title), _text(" · ".join(filter(None, small)))),
         Cell(_title(wording.clock(step.begun, begun))),
-        Cell(wording.duration(step.ended_secs - step.begun_secs)),
+        Cell(wording.length(step.ended_secs - step.begun_secs)),
         Cell(_title(result), bad=step.result != "done"),
         *(Cell(_range(ranges.get(key))) for key in quantities),
     )
@@ -184,7 +191,7 @@ def _step_row(step: StepRecord, quantities: Sequence[tuple[str, str]], begun: st
 def _range(found: RangeRecord | None) -> str:
     if found is None or not (math.isfinite(found.lowest) or math.isfinite(found.highest)):
         return NOTHING
-    return f"{wording.number(found.lowest, 2)} – {wording.number(found.highest, 2)}"
+    return f"{wording.number(found.lowest, 2)}–{wording.number(found.highest, 2)}"
 
 
 def _other_range(found: RangeRecord) -> str:
@@ -206,9 +213,9 @@ def _tables(record: RunRecord) -> list[Table]:
 def _baths(record: RunRecord) -> Table:
     columns = (
         Column("Bad", 46),
-        Column("Sollwert, mS/cm", 34, figures=True),
-        Column("Mindestwert, mS/cm", 34, figures=True),
-        Column("Höchster Messwert, mS/cm", 42, figures=True),
+        Column("Sollwert in mS/cm", 34, figures=True),
+        Column("Mindestwert in mS/cm", 34, figures=True),
+        Column("Höchster Messwert in mS/cm", 42, figures=True),
         Column("Beurteilung", 34),
     )
     rows = tuple(

@@ -170,7 +170,9 @@ class _Picture:  # pylint: disable=too-few-public-methods  # its parts are for n
             self._add(Label(x, self._bottom + 9, _time(index * step, step), _SMALL, GREY, Anchor.MIDDLE))
         unit = "min:s" if step < 3600 and self._end_secs < 36000 else "h:min"
         middle = (self._x.start + self._x.end) / 2
-        self._add(Label(middle, self._bottom + 19, f"Zeit seit Beginn, {unit}", _SMALL, GREY, Anchor.MIDDLE))
+        self._add(
+            Label(middle, self._bottom + 19, f"Zeit seit Beginn in {unit}", _SMALL, GREY, Anchor.MIDDLE)
+        )
 
     def _scale(self, line: str) -> tuple[_Scale, list[float]]:
         ticks = _ticks(y for _, y in self._lines.get(line, ()))
@@ -191,8 +193,8 @@ class _Picture:  # pylint: disable=too-few-public-methods  # its parts are for n
     def _label_axes(self) -> None:
         middle = (_TOP + _PLOT_END) / 2
         for x, text, color in (
-            (self._x.start - 32, "Druck, bar", PRESSURE_COLOR),
-            (self._x.end + 36, "Leitwert, mS/cm", CONDUCTIVITY_COLOR),
+            (self._x.start - 32, "Druck in bar", PRESSURE_COLOR),
+            (self._x.end + 36, "Leitwert in mS/cm", CONDUCTIVITY_COLOR),
         ):
             self._add(Label(x, middle, text, _TEXT, color, Anchor.MIDDLE, upward=True))
 

@@ -36,7 +36,7 @@ from .signatures import SIGNATURES
 _MARGIN: Final = (A4[0] - PAGE_WIDTH) / 2
 _FOOT: Final = 17 * mm
 _HEAD: Final = 13 * mm
-_PADDING: Final = 4.5
+_PADDING: Final = 3.5
 #: A table begins on a page that has room for so much of it: its title, its head, two rows.
 _LEAST_OF_TABLE: Final = 85.0
 _BAD: Final = "#a61b1b"
@@ -58,8 +58,8 @@ _TITLE: Final = _style("title", 17, fontName=BOLD)
 _HEADING: Final = _style("heading", 9.5, fontName=BOLD, spaceBefore=9, spaceAfter=3)
 _TEXT: Final = _style("text", 7.8)
 _FIGURES: Final = _style("figures", 7.8, alignment=TA_RIGHT)
-_COLUMN: Final = _style("column", 6.8, textColor=HexColor(GREY))
-_COLUMN_FIGURES: Final = _style("column figures", 6.8, textColor=HexColor(GREY), alignment=TA_RIGHT)
+_COLUMN: Final = _style("column", 6.3, textColor=HexColor(GREY))
+_COLUMN_FIGURES: Final = _style("column figures", 6.3, textColor=HexColor(GREY), alignment=TA_RIGHT)
 _NOTE: Final = _style("note", 7.2, textColor=HexColor(GREY), spaceBefore=2)
 _FACT: Final = _style("fact", 8.2)
 _WARNING: Final = _style("warning", 8.5, fontName=BOLD, textColor=HexColor(_BAD), spaceBefore=5)

@@ -138,14 +138,19 @@ def zone(text: str) -> str:
     return f"{read:%Z}" if read and read.tzinfo else ""
 
 
-def duration(secs: float) -> str:
-    """Minutes and seconds, or hours."""
+def length(secs: float) -> str:
+    """Minutes and seconds, with hours before them if there are any."""
     if not math.isfinite(secs) or abs(secs) >= _HUGE:
         return NOTHING
     minutes, seconds = divmod(round(max(secs, 0.0)), 60)
-    if minutes < 60:
-        return f"{minutes}:{seconds:02} min"
-    return f"{minutes // 60}:{minutes % 60:02}:{seconds:02} h"
+    hours, minutes = divmod(minutes, 60)
+    return f"{hours}:{minutes:02}:{seconds:02}" if hours else f"{minutes}:{seconds:02}"
+
+
+def duration(secs: float) -> str:
+    """The same with its unit."""
+    text = length(secs)
+    return text if text == NOTHING else f"{text} {'h' if text.count(':') == 2 else 'min'}"
 
 
 def one_line(text: str) -> str:

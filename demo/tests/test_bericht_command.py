@@ -103,7 +103,7 @@ class ListTest(ReportCase):
     def test_show(self) -> None:
         """A report as text."""
         text = self.said("show", 1)
-        for expected in ("Reinigungsbericht Nr. 1", "Erfolgreich.", *STEPS, "0,40 – 41,25", "SANAL®-SA 3"):
+        for expected in ("Reinigungsbericht Nr. 1", "Erfolgreich.", *STEPS, "0,40–41,25", "SANAL®-SA 3"):
             self.assertIn(expected, text)
         self.assertIn("Es wurden keine Kurven aufgezeichnet.", self.said("show", 2))
 
