@@ -2,15 +2,11 @@
 
 import json
 import sqlite3
-import sys
-from array import array
 from collections.abc import Mapping, Sequence
 from dataclasses import dataclass
-from itertools import chain
-from typing import Final, TypeAlias
+from typing import Final
 
-#: Seconds from the start, and what the line shows: bar, mS/cm, or the height of a label.
-Point: TypeAlias = tuple[float, float]
+from logbook.curves import Point, packed, unpacked
 
 SCHEMA: Final = """
 CREATE TABLE IF NOT EXISTS chart (
@@ -78,7 +74,7 @@ class ChartTables:
             )
             self._connection.executemany(
                 "INSERT INTO chart_line VALUES (?, ?, ?)",
-                [(info.name, line, _packed(points)) for line, points in chart.lines.items()],
+                [(info.name, line, packed(points)) for line, points in chart.lines.items()],
             )
 
     def load(self, name: str) -> SavedChart:
@@ -91,7 +87,7 @@ class ChartTables:
         steps, actuators = json.loads(row[5])
         lines = self._connection.execute("SELECT line, points FROM chart_line WHERE chart = ?", (name,))
         return SavedChart(
-            ChartInfo(*row[:5]), steps, actuators, {line: _unpacked(points) for line, points in lines}
+            ChartInfo(*row[:5]), steps, actuators, {line: unpacked(points) for line, points in lines}
         )
 
     def delete(self, name: str) -> None:
@@ -103,20 +99,3 @@ class ChartTables:
         """Gives a chart another name. Raises sqlite3.IntegrityError if another chart has it."""
         with self._connection:
             self._connection.execute("UPDATE chart SET name = ? WHERE name = ?", (new, old))
-
-
-def _packed(points: Sequence[Point]) -> bytes:
-    return _little_endian(array("d", chain.from_iterable(points))).tobytes()
-
-
-def _unpacked(data: bytes) -> list[Point]:
-    values = array("d")
-    values.frombytes(data)
-    flat = _little_endian(values)
-    return list(zip(flat[::2], flat[1::2]))
-
-
-def _little_endian(values: "array[float]") -> "array[float]":
-    if sys.byteorder == "big":
-        values.byteswap()
-    return values

@@ -10,7 +10,7 @@ DEMO = Path(__file__).resolve().parents[2] / "demo"
 COPY = Path(tempfile.mkdtemp(prefix="kubelor-demo-copy-"))
 
 atexit.register(shutil.rmtree, COPY, ignore_errors=True)
-for name in ("controller", "package_source"):
+for name in ("controller", "logbook", "package_source"):
     shutil.copytree(DEMO / name, COPY / name, ignore=shutil.ignore_patterns("simulation", "__pycache__"))
 shutil.copy(DEMO / "networks.json", COPY)
 sys.path.insert(0, str(COPY))

@@ -1,0 +1,1 @@
+"""`kubelor-bericht`: reports on runs, from the logbook of the machine. Reads only, and needs no host."""
