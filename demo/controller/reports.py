@@ -22,10 +22,10 @@ from .service_thread import ProcessFailed, ServiceThread
 STICK: Final = "BROVIK_DEMO_STICK"
 MEDIA: Final = Path("/media")
 
-#: The tool that makes a report, beside this package. `sys.executable` is the host here, and no interpreter.
+#: The tool that makes a report, beside this package: the file is on the stick as a whole, or not at all.
+#: `sys.executable` is the host here, and no interpreter.
 PYTHON: Final = "/usr/bin/python3"
-TOOL: Final = "bericht"
-TOOL_FOLDER: Final = Path(__file__).resolve().parents[1]
+TOOL: Final = Path(__file__).resolve().parents[1] / "bericht" / "kubelor-bericht"
 LIMIT_SECS: Final = 120.0  # of real time
 
 TITLE: Final = "Bericht"
@@ -105,42 +105,20 @@ class ReportOffer:  # pylint: disable=too-few-public-methods
 
     async def _save(self, record: RunRecord, stick: Path) -> None:
         target = stick / file_name(record)
-        unfinished = target.with_suffix(".part")
         try:
-            await self._services.run(self._command(record.number, unfinished), TOOL_FOLDER, LIMIT_SECS)
-            _finish(unfinished, target)
+            await self._services.run(self._command(record.number, target), LIMIT_SECS)
         except (OSError, ProcessFailed) as error:
-            Logger.warning(f"{target}: {error}")
+            reason = str(error).removeprefix(f"{TOOL.name}: ")
+            Logger.warning(f"{target}: {reason}")
             notices.message(
                 TITLE,
                 f"Der Bericht Nr. {record.number} ließ sich nicht auf den USB-Stick speichern: "
-                f"{escape(str(error))}<br>Er bleibt in der Maschine und geht nicht verloren.",
+                f"{escape(reason)}<br>Er bleibt in der Maschine und geht nicht verloren.",
                 "error",
             )
         else:
             Gui.toast_notify("Bericht gespeichert", IconEnum.Saved)
-        finally:
-            _remove(unfinished)
 
     def _command(self, number: int, target: Path) -> Iterable[str]:
         options = ("export", str(number), "--format", "pdf", "-o", str(target), "--file", str(self._database))
-        return PYTHON, "-B", "-m", TOOL, *options
-
-
-def _finish(unfinished: Path, target: Path) -> None:
-    """Gives a report its name once all of it is on the stick."""
-    with unfinished.open("rb") as file:
-        os.fsync(file.fileno())
-    unfinished.replace(target)
-    folder = os.open(target.parent, os.O_RDONLY)
-    try:
-        os.fsync(folder)
-    finally:
-        os.close(folder)
-
-
-def _remove(unfinished: Path) -> None:
-    try:
-        unfinished.unlink(missing_ok=True)
-    except OSError as error:
-        Logger.warning(f"{unfinished}: {error}")
+        return PYTHON, "-B", str(TOOL), *options

@@ -9,7 +9,6 @@ from asyncio.subprocess import DEVNULL, PIPE
 from collections.abc import Callable, Coroutine, Iterable
 from concurrent.futures import Future
 from contextlib import suppress
-from pathlib import Path
 from typing import Any, TypeVar
 
 from .machine_thread import Command
@@ -70,11 +69,9 @@ class ServiceLoop:
         return await asyncio.wrap_future(answer)
 
     @staticmethod
-    async def run_process(command: Iterable[str], folder: Path, limit_secs: float) -> tuple[int | None, str]:
+    async def run_process(command: Iterable[str], limit_secs: float) -> tuple[int | None, str]:
         """Runs a program to its end. Its exit code, None after `limit_secs` seconds, and its error output."""
-        process = await asyncio.create_subprocess_exec(
-            *command, cwd=folder, stdin=DEVNULL, stdout=DEVNULL, stderr=PIPE
-        )
+        process = await asyncio.create_subprocess_exec(*command, stdin=DEVNULL, stdout=DEVNULL, stderr=PIPE)
         try:
             _, said = await asyncio.wait_for(process.communicate(), limit_secs)
             return process.returncode, said.decode("utf-8", "replace")

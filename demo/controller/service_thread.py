@@ -2,7 +2,6 @@
 
 import threading
 from collections.abc import Callable, Coroutine, Iterable
-from pathlib import Path
 from time import monotonic
 from typing import TYPE_CHECKING, Any, Protocol, TypeVar
 
@@ -74,12 +73,12 @@ class ServiceThread:
         """Has another thread call a function, and waits for the result. `post` hands commands to it."""
         return await self._loop.done_by(post, function)
 
-    async def run(self, command: Iterable[str], folder: Path, limit_secs: float) -> None:
-        """Runs a program in a folder, for `limit_secs` seconds of real time at most, and waits for its end.
+    async def run(self, command: Iterable[str], limit_secs: float) -> None:
+        """Runs a program, for `limit_secs` seconds of real time at most, and waits for its end.
 
         Raises OSError if it cannot be started, ProcessFailed if it fails. Cancelling ends the program.
         """
-        code, said = await self._loop.run_process(command, folder, limit_secs)
+        code, said = await self._loop.run_process(command, limit_secs)
         if code is None:
             raise ProcessFailed(f"Das Programm wurde nach {limit_secs:.0f} s abgebrochen.")
         if code:

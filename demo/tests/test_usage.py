@@ -104,7 +104,7 @@ class UpkeepTest(unittest.TestCase):
     def test_done(self) -> None:
         """Counts anew, also for the next program; the journal has it."""
         upkeep = self.make(seal=50.0, hoses=float(self.today.toordinal()))
-        (plan,) = upkeep.due()
+        plan = upkeep.due()[0]
         upkeep.answer(plan, True)
         self.assertEqual(upkeep.due(), [])
         self.assertEqual(self.stored(), {"seal": 100.0})
@@ -114,7 +114,7 @@ class UpkeepTest(unittest.TestCase):
     def test_later(self) -> None:
         """Stays due."""
         upkeep = self.make(seal=50.0, hoses=float(self.today.toordinal()))
-        (plan,) = upkeep.due()
+        plan = upkeep.due()[0]
         upkeep.answer(plan, False)
         self.assertEqual(upkeep.due(), [plan])
         self.assertEqual(self.stored(), {})
@@ -122,7 +122,8 @@ class UpkeepTest(unittest.TestCase):
 
     def test_nonsense(self) -> None:
         """What is stored and no reading counts as new."""
-        for value in ("viel", None, True, float("nan"), []):
+        strange: tuple[object, ...] = ("viel", None, True, float("nan"), [])
+        for value in strange:
             self.assertEqual(self.make(seal=value, hoses=value).due(), [])
 
     def test_plans(self) -> None:
