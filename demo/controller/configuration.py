@@ -130,7 +130,9 @@ def apply(stored: Mapping[str, object]) -> Configuration:
 
 def _records(values: Mapping[str, Any]) -> tuple[EquipmentRecord, ...]:
     return tuple(
-        EquipmentRecord(key, item.title, value if isinstance(value := values[key], bool) else value.name)
+        EquipmentRecord(
+            key, item.title, value if isinstance(value := values[key], bool) else value.name.lstrip("_")
+        )
         for key, item in ITEMS.items()
         if item.title
     )

@@ -35,7 +35,7 @@ def withdraw(id_: int) -> None:
 
 def warn(text: str) -> None:
     """Shows a short warning, which goes by itself."""
-    JOURNAL.add(Kind.TOAST, Event.CAME, "", text)
+    JOURNAL.add(Kind.TOAST, Event.CAME, text)
     Gui.toast_warn(text)
 
 

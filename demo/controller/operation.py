@@ -79,8 +79,8 @@ class Operation:
 
     def take_report(self, report: object) -> None:
         """The dialogs have told of an opening, an answer, a closing."""
-        self.questions.take(report)
         DIALOGS.take(report)
+        self.questions.take(report)
 
     def offer_to_continue(self, note: RunNote) -> None:
         """Asks whether to go on with a run that was interrupted."""

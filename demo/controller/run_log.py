@@ -190,7 +190,7 @@ class RunLog:
     def checked(self, check: Check) -> None:
         """A check has looked at something."""
         if self._run is not None and self._run.step is not None:
-            self._run.step.checks.append(CheckRecord(check.name, check.value, check.unit, check.limit))
+            self._run.step.checks.append(CheckRecord(**vars(check)))
 
     def advance(self, dt: float, values: Sequence[float]) -> None:
         """Lets `dt` seconds pass, at whose end these values are measured."""

@@ -108,7 +108,8 @@ class UpkeepTest(unittest.TestCase):
         upkeep.answer(plan, True)
         self.assertEqual(upkeep.due(), [])
         self.assertEqual(self.stored(), {"seal": 100.0})
-        (entry,) = self.journal
+        self.assertEqual(len(self.journal), 1)
+        entry = self.journal[0]
         self.assertEqual((entry.kind, entry.subject, entry.text), ("maintenance", "Prüfen.", "Erledigt"))
 
     def test_later(self) -> None:

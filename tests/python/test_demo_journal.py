@@ -90,7 +90,7 @@ class KindTest(JournalCase):
         controller.auto_value_from_cpp(AutoEnum.ToggleLwTestSaure, None)
         self.until(lambda: self.signals("toastWarn"))
         (line,) = self.journal("toast")
-        self.assertEqual(line.text, "Leitwertprüfung läuft bereits")
+        self.assertEqual(line.subject, "Leitwertprüfung läuft bereits")
 
     def test_setting(self) -> None:
         """Through the entry function, with the old value and the new one."""

@@ -21,6 +21,12 @@ ROUNDING: Final = 1e-6
 Procedure: TypeAlias = Generator[None, None, None]
 
 
+#: What a limit may be.
+AT_LEAST: Final = "mindestens"
+AT_MOST: Final = "höchstens"
+BELOW: Final = "unter"
+
+
 class StepFailed(Exception):
     """A check of the process has failed; the text is for the operator."""
 
@@ -36,12 +42,13 @@ class Medium(Enum):
 
 @dataclass(frozen=True)
 class Check:
-    """What a check of a step has looked at, and its limit if it has one."""
+    """What a check of a step has looked at, its limit if it has one, and what that limit is."""
 
     name: str
     value: float
     unit: str
     limit: float | None = None
+    bound: str = "Grenze"
 
 
 class ProcessIO(Protocol):

@@ -8,7 +8,7 @@ from collections.abc import Callable, Iterator
 from contextlib import contextmanager
 from typing import Final
 
-from .control import ROUNDING, Check, Control, Medium, Procedure, StepFailed
+from .control import AT_LEAST, AT_MOST, BELOW, ROUNDING, Check, Control, Medium, Procedure, StepFailed
 from .outputs import Output
 from .recipe import CIRCUITS, Electrolyte
 
@@ -38,7 +38,7 @@ def _fill_for_leak_test(control: Control) -> Procedure:
 
     def risen() -> Check:
         secs = max(control.now - begun, ROUNDING)
-        return Check("Druckanstieg, mindestens", (control.io.pressure - before) / secs, "bar/s", rate)
+        return Check("Druckanstieg", (control.io.pressure - before) / secs, "bar/s", rate, AT_LEAST)
 
     with control.outputs(Output.MV_LUFT), control.telling(risen):
         yield from control.until(
@@ -51,7 +51,7 @@ def _fill_for_leak_test(control: Control) -> Procedure:
 def _hold_for_leak_test(control: Control) -> Procedure:
     start, max_loss = control.io.pressure, control.settings.leakage_p_max_loss
     with control.telling(
-        lambda: Check("Druckverlust, höchstens", start - control.io.pressure, "bar", max_loss)
+        lambda: Check("Druckverlust", start - control.io.pressure, "bar", max_loss, AT_MOST)
     ):
         for _ in control.wait(control.settings.leakage_p_hold_secs, "Druck wird gehalten"):
             if start - control.io.pressure > max_loss:
@@ -80,7 +80,7 @@ def _blow_out(control: Control, gas: Output, outlet: Output, gone: Callable[[], 
             control.telling(lambda: Check("Leitwert nach dem Ausblasen", control.io.conductivity, "mS/cm")),
             control.telling(
                 lambda: Check(
-                    "Druck nach dem Ausblasen, unter", control.io.pressure, "bar", settings.threshold_p_blow
+                    "Druck nach dem Ausblasen", control.io.pressure, "bar", settings.threshold_p_blow, BELOW
                 )
             ),
         ):
@@ -113,9 +113,7 @@ def _check_water(control: Control, water: Output) -> None:
     name, checked = _water(control, water)
     if checked:
         lowest = control.settings.threshold_lw_water
-        control.watcher.checked(
-            Check(f"Leitwert {name}, mindestens", control.io.conductivity, "mS/cm", lowest)
-        )
+        control.watcher.checked(Check(f"Leitwert {name}", control.io.conductivity, "mS/cm", lowest, AT_LEAST))
         control.require(Medium.WATER, name)
 
 
@@ -164,8 +162,8 @@ class Flow:
         """Tells if the bath is below its minimum, once there was time to see it."""
         minimum = self._control.recipe.limits[self._electrolyte].minimum
         if self._flooded:
-            name = f"Höchster Leitwert {self._electrolyte.value}, mindestens"
-            self._control.watcher.checked(Check(name, self._peak, "mS/cm", minimum))
+            name = f"Höchster Leitwert {self._electrolyte.value}"
+            self._control.watcher.checked(Check(name, self._peak, "mS/cm", minimum, AT_LEAST))
             if self._peak < minimum:
                 self._control.watcher.too_low(self._electrolyte)
 
@@ -258,7 +256,7 @@ def prestress(control: Control) -> Procedure:
 
     def reached() -> Check:
         wanted = control.settings.vorspannen_p
-        return Check("Vorspanndruck, mindestens", control.io.pressure, "bar", wanted)
+        return Check("Vorspanndruck", control.io.pressure, "bar", wanted, AT_LEAST)
 
     with control.outputs(Output.MV_CO2), control.telling(reached):
         yield from control.until(
