@@ -37,6 +37,8 @@ CREATE TABLE IF NOT EXISTS entry (
     PRIMARY KEY (section, key)
 ) WITHOUT ROWID
 """
+#: What gets ever longer. To look through it takes seconds after some years, which the start has not got.
+_GROWING: Final = frozenset({"run_record", "run_curve", "journal"})
 #: Errors that say that the file is not, or no longer, what this module has written.
 _DAMAGE: Final = frozenset({sqlite3.SQLITE_CORRUPT, sqlite3.SQLITE_NOTADB, sqlite3.SQLITE_ERROR})
 
@@ -72,9 +74,10 @@ class Storage:
 
     def _prepare(self) -> None:
         # All checks come before the first change: a file that is not ours stays as it is.
-        (verdict,) = self._connection.execute("PRAGMA quick_check(1)").fetchone()
-        if verdict != "ok":
-            raise _damage(str(verdict))
+        for table in self._tables() - _GROWING:
+            (verdict,) = self._connection.execute("SELECT * FROM pragma_quick_check(?)", (table,)).fetchone()
+            if verdict != "ok":
+                raise _damage(str(verdict))
         with self._connection:
             self._connection.execute(_SCHEMA)
         self._connection.execute("SELECT section, key, value FROM entry LIMIT 1").fetchone()
@@ -84,6 +87,10 @@ class Storage:
         self._connection.execute("PRAGMA journal_mode = WAL")
         self._connection.execute("PRAGMA synchronous = FULL")
         self._connection.execute("PRAGMA foreign_keys = ON")
+
+    def _tables(self) -> set[str]:
+        rows = self._connection.execute("SELECT name FROM sqlite_schema WHERE type = 'table'")
+        return {str(name) for (name,) in rows}
 
     def read(self, section: str) -> dict[str, object]:
         """All values of a section. One that is no JSON comes as the text that it is."""

@@ -69,11 +69,25 @@ class KillTest(RecordCase):
 class FullDiskTest(RecordCase):
     """A file that does not take the record."""
 
+    FULL = sqlite3.OperationalError("database or disk is full")
+
+    def test_never_again(self) -> None:
+        """The program ends before there is room: the draft of the run is still there, not that of the next."""
+        self.make()
+        with patch.object(LogbookWriter, "append_run", side_effect=self.FULL):
+            self.run_whole()
+            self.run_to("Reinigen mit Lauge")
+            self.backend.stop()
+        self.make()
+        self.operation.offer_to_continue(self.backend._note)  # type: ignore[arg-type]
+        self.answer(1, False)
+        (record,) = self.written()
+        self.assertEqual([step.number for step in record.steps], list(range(1, 12)))
+
     def test_later(self) -> None:
         """It is written as soon as that is possible; a draft of the next run does not replace it."""
         self.make()
-        full = sqlite3.OperationalError("database or disk is full")
-        with patch.object(LogbookWriter, "append_run", side_effect=full):
+        with patch.object(LogbookWriter, "append_run", side_effect=self.FULL):
             self.run_whole()
             self.run_to("Reinigen mit Lauge")
             self.until(lambda: self.signals("exception"), "exception")
