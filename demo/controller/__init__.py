@@ -72,7 +72,7 @@ def gui_value_from_cpp(enum: GuiEnum, value: object) -> None:
     if enum == GuiEnum.Ready:
         backend().screens_ready()
     elif enum == GuiEnum.DialogData:
-        backend().machine.post(lambda: backend().operation.questions.take(value))
+        backend().machine.post(lambda: backend().operation.take_report(value))
     else:
         Logger.debug(f"{enum.name}: {value!r}")
 

@@ -1,18 +1,29 @@
 """The automatic run."""
 
-from collections.abc import Callable
 from contextlib import closing
+from typing import Protocol
 
 from brovik import Logger
 from brovik.auto import Auto, ProgressColor
 from brovik.gui import Gui
 
+from . import notices
 from .bath_views import BATH_VIEWS
 from .board import Board
 from .jobs import Job, Outcome, show_progress
-from .process.control import Procedure
+from .process.control import Check, Procedure
 from .process.recipe import Recipe
 from .process.sequence import Progress, Step, steps_for
+
+
+class RunListener(Protocol):
+    """Whoever keeps what a run tells."""
+
+    def start_step(self, step: Step) -> None:
+        """A step begins."""
+
+    def checked(self, check: Check) -> None:
+        """A check has looked at something."""
 
 
 class AutomaticRun(Job):
@@ -24,16 +35,13 @@ class AutomaticRun(Job):
         self,
         board: Board,
         recipe: Recipe,
-        on_step: Callable[[Step | None], None],
+        listener: RunListener,
         first: str | None = None,
     ) -> None:
-        """`on_step` hears of each step at its start, and None at the end of the run.
-
-        With `first`, the key of a step, the run begins there.
-        """
+        """With `first`, the key of a step, the run begins there."""
         super().__init__(board, recipe)
         self._recipe = recipe
-        self._on_step = on_step
+        self._listener = listener
         self._steps = steps_for(recipe)
         self._first = max((i for i, step in enumerate(self._steps) if step.key == first), default=0)
 
@@ -51,7 +59,7 @@ class AutomaticRun(Job):
         for index, step in enumerate(self._steps[self._first :], start=self._first):
             Gui.status = f"Schritt {index + 1} von {len(self._steps)}: {step.title}"
             Logger.info(Gui.status)
-            self._on_step(step)
+            self._listener.start_step(step)
             progress.start_step()
             with closing(step.run(self.control)) as procedure:
                 for _ in procedure:
@@ -61,7 +69,9 @@ class AutomaticRun(Job):
 
     def clear(self) -> None:
         Auto.active = False
-        self._on_step(None)
+
+    def checked(self, check: Check) -> None:
+        self._listener.checked(check)
 
     def finished(self) -> None:
         warning = self.too_low_text()
@@ -70,7 +80,7 @@ class AutomaticRun(Job):
         Gui.status3 = warning or "Das Fass ist gereinigt und vorgespannt."
         self.outcome = Outcome("warning" if warning else "success", Gui.status3)
         if warning:
-            Gui.message(self.title, warning, "warning")
+            notices.message(self.title, warning, "warning")
 
     def failed(self, reason: str) -> None:
         Auto.progress_color = ProgressColor.Error

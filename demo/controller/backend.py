@@ -2,7 +2,7 @@
 
 import os
 import sys
-from collections.abc import Callable
+from collections.abc import Callable, Mapping
 from contextlib import ExitStack
 from functools import partial
 from pathlib import Path
@@ -12,23 +12,37 @@ from brovik import Logger
 from brovik.gui import Gui
 from brovik.simulator import SimuEnum
 
-from . import configuration, settings
+from . import configuration, notices, settings
+from .after_run import AfterRun
 from .board import Board
+from .bookkeeping import Bookkeeper, SavedBooks, read_books
 from .charts import Charts
+from .dialog_watch import DIALOGS
+from .dialogs import Questions
 from .program_errors import PRESS_QUIET_SECS, ErrorReporter
 from .hardware_choice import HardwareChoice, choose_hardware
 from .interrupted import RunNote
 from .job_control import JobControl
 from .jobs import READY_STATUS
-from .machine_thread import MachineThread
+from .journal import JOURNAL, Event, Kind
+from .machine_thread import Command, MachineThread
 from .maintenance import Maintenance, read_stored
 from .operation import Operation
+from .process.hardware import Hardware
 from .recording import Recorder
+from .reports import ReportOffer
+from .run_archive import RunArchive
+from .run_log import MachineFacts
 from .service_thread import ServiceThread
 from .storage import MACHINE, RUN, SETTINGS, Change, StorageWriter, open_storage
+from .upkeep import Upkeep
 
 CONFIG_DIR: Final = "BROVIK_CONFIG_DIR"
 TIME_FACTOR: Final = "BROVIK_DEMO_TIME_FACTOR"
+
+#: The packages that the program and this backend come in.
+PROGRAM_PACKAGE: Final = "brovik-bedienung"
+BACKEND_PACKAGE: Final = "brovik-steuerung"
 
 
 class Backend:  # pylint: disable=too-many-instance-attributes
@@ -43,27 +57,24 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         self, directory: Path | None, time_factor: float, choose: Callable[[], HardwareChoice]
     ) -> None:
         """`directory` is that of the file; `choose` makes the hardware, once the host knows the equipment."""
-        storage = open_storage(directory, lambda text: Gui.message("Einstellungen", text, "error"))
+        storage = open_storage(directory, lambda text: notices.message("Einstellungen", text, "error"))
         stored = storage.read(MACHINE)
         saved_charts = storage.charts.infos()
-        equipment = configuration.apply(stored)
+        machine = configuration.apply(stored)
+        equipment = machine.equipment
         # Nothing is running yet: a machine that cannot be reached leaves nothing behind.
         choice = choose()
         self._window = choice.window
         self._board = Board(choice.hardware, equipment.steam_valve)
         settings.load(storage.read(SETTINGS), equipment)
         self._note = RunNote.read(storage.read(RUN))
-        maintained = read_stored(storage)
+        maintained, saved_books = read_stored(storage), read_books(storage)
 
         self._writer = StorageWriter(storage, ErrorReporter(PRESS_QUIET_SECS).report)
         self._writer.submit(Change(MACHINE, configuration.missing(stored)))
+        write_journal(self._writer)
         self.settings = settings.SettingsKeeper(self._writer, equipment)
 
-        recorder = Recorder(self._board)
-        jobs = JobControl(self._board, choice.hardware, equipment, self._writer, recorder)
-        self.operation = Operation(self._board, jobs, equipment, choice.window)
-        self.machine = MachineThread(self.operation, time_factor)
-        self.charts = Charts(recorder, self._writer, saved_charts, self.machine.post)
         services = ServiceThread(time_factor)
         self.maintenance = Maintenance(
             maintained,
@@ -71,7 +82,37 @@ class Backend:  # pylint: disable=too-many-instance-attributes
             services,
             lambda: services.done_by(self.machine.post, self.operation.reserve_for_upgrade),
         )
+        recorder = Recorder(self._board)
+        jobs = self._make_jobs(machine, choice.hardware, recorder, services, saved_books)
+        self.operation = Operation(self._board, jobs, equipment, choice.window)
+        self.machine = MachineThread(self.operation, time_factor)
+        self.charts = Charts(recorder, self._writer, saved_charts, self.machine.post)
+        if self._note is None:
+            self._books.close_interrupted()
+        JOURNAL.add(Kind.PROGRAM, Event.BEGUN, "Kubelor", details=dict(self.maintenance.installed))
         Gui.status = READY_STATUS
+
+    def _make_jobs(  # pylint: disable=too-many-arguments
+        self,
+        machine: configuration.Configuration,
+        hardware: Hardware,
+        recorder: Recorder,
+        services: ServiceThread,
+        saved: SavedBooks,
+    ) -> JobControl:
+        """Jobs with their books, and with what is asked after a run."""
+        questions = Questions(notices.question, notices.withdraw)
+        reports = ReportOffer(questions, services, self._post, saved.file)
+        self._books = Bookkeeper(
+            self._board,
+            recorder,
+            _facts(machine, self.maintenance.installed),
+            saved,
+            RunArchive(self._writer, machine.kept_curves, reports.recorded),
+        )
+        upkeep = Upkeep(saved.upkeep, lambda: self._books.counters, self._writer)
+        after_run = AfterRun(questions, upkeep)
+        return JobControl(self._board, hardware, machine.equipment, self._writer, self._books, after_run)
 
     @classmethod
     def from_environment(cls) -> Self:
@@ -86,12 +127,16 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         self.machine.start()
         self.maintenance.start()
 
+    def _post(self, command: Command) -> None:
+        self.machine.post(command)
+
     def set_simulated(self, enum: SimuEnum, value: object) -> None:
         """A slider of the simulator's window has been moved."""
         self._window.set_value(enum, value)
 
     def screens_ready(self) -> None:
         """The screens can take questions now."""
+        self.machine.post(DIALOGS.screens_ready)
         if self._note is not None:
             self.machine.post(partial(self.operation.offer_to_continue, self._note))
             self._note = None
@@ -102,12 +147,32 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         What cannot be ended keeps nothing else from its end.
         """
         with ExitStack() as stack:  # The last one comes first.
+            stack.callback(JOURNAL.close)
+            stack.callback(DIALOGS.reset)
             stack.callback(self._writer.stop)
+            stack.callback(JOURNAL.add, Kind.PROGRAM, Event.ENDED, "Kubelor")
+            stack.callback(self._books.stop)
             stack.callback(self.maintenance.stop)
             stack.callback(self._board.shut_down)
             stack.callback(self.operation.stop)
             stack.callback(self.machine.stop)
             self._board.shut_down()
+
+
+def _facts(machine: configuration.Configuration, installed: Mapping[str, str]) -> MachineFacts:
+    """What records have of the machine and of the programs."""
+    return MachineFacts(
+        machine.machine_name,
+        machine.version,
+        installed.get(PROGRAM_PACKAGE, ""),
+        installed.get(BACKEND_PACKAGE, ""),
+        machine.records,
+    )
+
+
+def write_journal(writer: StorageWriter) -> None:
+    """Has the journal written into the file."""
+    JOURNAL.open(lambda entry: writer.submit(lambda storage: storage.logbook.add(entry)))
 
 
 def _time_factor() -> float:

@@ -28,6 +28,11 @@ class BathView(ABC):
 
     @property
     @abstractmethod
+    def too_low(self) -> bool:
+        """Whether the bath is shown to stay below its minimum."""
+
+    @property
+    @abstractmethod
     def wished_limits(self) -> Limits:
         """The limits in the settings, mS/cm."""
 
@@ -60,6 +65,10 @@ class AcidView(BathView):
         return Auto.lw_saure_max
 
     @property
+    def too_low(self) -> bool:
+        return Auto.lw_saure_too_low
+
+    @property
     def wished_limits(self) -> Limits:
         return Limits(SettingsValues.lw_saure_min, SettingsValues.lw_saure_sp)
 
@@ -87,6 +96,10 @@ class LyeView(BathView):
     @property
     def peak(self) -> float:
         return Auto.lw_lauge_max
+
+    @property
+    def too_low(self) -> bool:
+        return Auto.lw_lauge_too_low
 
     @property
     def wished_limits(self) -> Limits:

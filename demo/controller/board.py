@@ -34,6 +34,8 @@ class Board:
         Actuator.set_dout_model(self._douts[output] for output in self.shown)
         #: Those of the last exchange.
         self.readings = hardware.exchange(0.0, frozenset())
+        #: The outputs that were on in it.
+        self.exchanged: Set[Output] = frozenset()
 
     # Inputs.
 
@@ -59,7 +61,8 @@ class Board:
 
     def exchange(self, dt: float) -> Readings:
         """Lets `dt` seconds pass: hands the outputs to the hardware, and shows what it reads."""
-        self.readings = self._hardware.exchange(dt, self.on)
+        self.exchanged = self.on
+        self.readings = self._hardware.exchange(dt, self.exchanged)
         Sensor.set_p_and_apply_offset(self.readings.pressure)
         Sensor.set_lw_and_apply_offset(self.readings.conductivity)
         Sensor.level.state = self.readings.level_reached

@@ -7,23 +7,18 @@ from typing import Final, TypeVar
 
 from brovik import Logger
 from brovik.auto import Auto
-from brovik.chart import Chart, ChartEnum, ChartLineClass, ChartMetaData, ChartMetaDataList, LineEnum
+from brovik.chart import Chart, ChartEnum, ChartMetaData, ChartMetaDataList
 from brovik.gui import Gui, IconEnum
 
+from . import notices
 from .machine_thread import Command
-from .recording import NEUTRAL, Recorder
+from .recording import NEUTRAL, Recorder, all_lines
 from .saved_charts import ChartInfo, SavedChart
 from .storage import Storage, StorageWriter
 
 HAND_TITLE: Final = "Handbetrieb"
 
 T = TypeVar("T")
-
-
-def all_lines() -> dict[str, ChartLineClass]:
-    """The fifteen lines by name."""
-    found = {name: Chart.line_from_line_enum(enum) for name, enum in LineEnum.__members__.items()}
-    return {name: line for name, line in found.items() if line is not None}
 
 
 class Charts:  # pylint: disable=too-few-public-methods
@@ -65,7 +60,7 @@ class Charts:  # pylint: disable=too-few-public-methods
 
     def _toggle_hand(self) -> None:
         if Auto.active:
-            Gui.toast_warn("Der Automatikbetrieb wird bereits aufgezeichnet")
+            notices.warn("Der Automatikbetrieb wird bereits aufgezeichnet")
         elif Chart.active:
             self.recorder.end(NEUTRAL, HAND_TITLE)
         else:
@@ -74,7 +69,7 @@ class Charts:  # pylint: disable=too-few-public-methods
     def _save(self, name: str) -> None:
         info = self.recorder.info
         if info is None or not Chart.savable:
-            Gui.toast_warn("Es gibt nichts zu speichern")
+            notices.warn("Es gibt nichts zu speichern")
         elif self._may_use(name):
             chart = SavedChart(
                 replace(info, name=name),
@@ -99,7 +94,7 @@ class Charts:  # pylint: disable=too-few-public-methods
 
     def _load(self, name: str) -> None:
         if Chart.active:
-            Gui.toast_warn("Zuerst die Aufzeichnung beenden")
+            notices.warn("Zuerst die Aufzeichnung beenden")
         elif self._exists(name):
             self._in_file(lambda storage: storage.charts.load(name), self._was_loaded)
 
@@ -141,16 +136,16 @@ class Charts:  # pylint: disable=too-few-public-methods
 
     def _exists(self, name: str) -> bool:
         if name not in self._saved:
-            Gui.toast_warn(f"Es gibt kein Chart „{name}“")
+            notices.warn(f"Es gibt kein Chart „{name}“")
         return name in self._saved
 
     def _may_use(self, name: str) -> bool:
         """Whether a chart may get this name. The operator hears why not."""
         if not name.strip():
-            Gui.message("Chart Name", "Es ist eine Eingabe erforderlich", "error")
+            notices.message("Chart Name", "Es ist eine Eingabe erforderlich", "error")
             return False
         if name in self._saved:
-            Gui.message("Chart Name", f"Der Name {escape(name)} ist bereits vergeben", "error")
+            notices.message("Chart Name", f"Der Name {escape(name)} ist bereits vergeben", "error")
             return False
         return True
 

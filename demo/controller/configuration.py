@@ -10,6 +10,8 @@ from brovik.gui import Gui
 from brovik.sensor import Sensor, SensorLwEnum, SensorPEnum
 from brovik.simulator import Simulator
 
+from logbook.records import EquipmentRecord
+
 from .process.recipe import Equipment
 from .values import fitting
 
@@ -36,25 +38,59 @@ def _switch(value: object) -> bool:
     return bool(fitting(value, False))
 
 
+def _text(value: object) -> str:
+    return str(fitting(value, ""))
+
+
+def _count(value: object) -> int:
+    count = int(fitting(value, 0))
+    if count < 0:
+        raise ValueError(f"{value!r} ist keine Anzahl")
+    return count
+
+
 @dataclass(frozen=True)
 class Item:
-    """One line of the configuration: its default as stored, and how to read it."""
+    """One line of the configuration: its default as stored, how to read it, and its title in records.
+
+    Without a title it is no equipment, and in no record.
+    """
 
     default: object
     read: Callable[[object], Any]
+    title: str = ""
 
+
+#: So many runs keep their curves, the newest. Their records all stay.
+KEPT_CURVES: Final = 1000
 
 ITEMS: Final[Mapping[str, Item]] = {
-    "machine_version": Item(Config.machine_version_default.name, _named(MachineVersion)),
+    "machine_version": Item(Config.machine_version_default.name, _named(MachineVersion), "Ausführung"),
     "display_type": Item(Config.display_type_default.name, _named(DisplayType)),
-    "has_level_switch": Item(Config.has_level_switch_default, _switch),
-    "has_steam_valve": Item(Config.has_steam_valve_default, _switch),
-    "steam_pressure_sterilization": Item(Config.steam_pressure_sterilization_default, _switch),
+    "has_level_switch": Item(Config.has_level_switch_default, _switch, "Füllstandsschalter"),
+    "has_steam_valve": Item(Config.has_steam_valve_default, _switch, "Dampfventil"),
+    "steam_pressure_sterilization": Item(
+        Config.steam_pressure_sterilization_default, _switch, "Sterilisation unter Dampfdruck"
+    ),
     # There is no pulse input to count on, so the sensor with an analogue output is fitted.
-    "lw_type": Item(SensorLwEnum.Seli_SLI_03.name, _named(SensorLwEnum)),
-    "p_type": Item(SensorPEnum.SMC_PSE564_02.name, _named(SensorPEnum)),
+    "lw_type": Item(SensorLwEnum.Seli_SLI_03.name, _named(SensorLwEnum), "Leitwertsensor"),
+    "p_type": Item(SensorPEnum.SMC_PSE564_02.name, _named(SensorPEnum), "Drucksensor"),
     "simulator": Item(Simulator.enabled_default, _switch),
+    "machine_name": Item("", _text),
+    "kept_curves": Item(KEPT_CURVES, _count),
 }
+
+
+@dataclass(frozen=True)
+class Configuration:
+    """What of the configuration the host does not have."""
+
+    equipment: Equipment
+    #: The equipment as records have it.
+    records: tuple[EquipmentRecord, ...]
+    version: str
+    machine_name: str
+    kept_curves: int
 
 
 def missing(stored: Mapping[str, object]) -> dict[str, object]:
@@ -62,8 +98,8 @@ def missing(stored: Mapping[str, object]) -> dict[str, object]:
     return {key: item.default for key, item in ITEMS.items() if key not in stored}
 
 
-def apply(stored: Mapping[str, object]) -> Equipment:
-    """Tells the host what machine this is, and returns what the process has to know of it."""
+def apply(stored: Mapping[str, object]) -> Configuration:
+    """Tells the host what machine this is, and returns what others have to know of it."""
     for key in stored.keys() - ITEMS.keys():
         Logger.warning(f"Konfiguration {key!r} ist unbekannt und wird ignoriert")
     values = {key: _value(key, item, stored) for key, item in ITEMS.items()}
@@ -77,11 +113,28 @@ def apply(stored: Mapping[str, object]) -> Equipment:
     Simulator.enabled = values["simulator"]
     Gui.apply_items_scale_to_default(DISPLAY_SCALES[values["display_type"]])
     # Not read back from the host: it answers `has_level_switch` with the default, always.
-    return Equipment(
+    equipment = Equipment(
         legacy=values["machine_version"] == MachineVersion.Legacy,
         steam_valve=values["has_steam_valve"],
         steam_pressure=values["steam_pressure_sterilization"],
         level_switch=values["has_level_switch"],
+    )
+    return Configuration(
+        equipment,
+        _records(values),
+        values["machine_version"].name,
+        values["machine_name"],
+        values["kept_curves"],
+    )
+
+
+def _records(values: Mapping[str, Any]) -> tuple[EquipmentRecord, ...]:
+    return tuple(
+        EquipmentRecord(
+            key, item.title, value if isinstance(value := values[key], bool) else value.name.lstrip("_")
+        )
+        for key, item in ITEMS.items()
+        if item.title
     )
 
 

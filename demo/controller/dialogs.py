@@ -13,25 +13,40 @@ class DialogId(IntEnum):
     """Ids of the questions. They are positive: the screens use 0 and the negative numbers."""
 
     CONTINUE_RUN = 1
+    SAVE_REPORT = 2
+    #: The first plan of the maintenance, and the others from here on. Each has an id of its own, for a
+    #: question is not opened while one of the same id closes.
+    MAINTENANCE = 10
 
 
 class Questions:
     """The questions that wait for an answer. Belongs to one thread."""
 
     def __init__(self, ask: Ask, close: Close) -> None:
-        """`ask` is `Gui.question`, `close` closes an open dialog by its id."""
+        """`ask` opens a question as the host does, `close` closes an open one by its id."""
         self._ask = ask
         self._close = close
-        self._waiting: dict[DialogId, Answered] = {}
+        self._waiting: dict[int, Answered] = {}
 
     def ask(  # pylint: disable=too-many-arguments
-        self, id_: DialogId, title: str, text: str, yes: str, no: str, answered: Answered
+        self,
+        id_: int,
+        title: str,
+        text: str,
+        yes: str,
+        no: str,
+        answered: Answered,
+        category: str = "warning",
     ) -> None:
         """Opens a question. `answered` is called once, with True for the yes button."""
         self._waiting[id_] = answered
-        self._ask(title, text, {"id": int(id_), "yes": yes, "no": no, "category": "warning"})
+        self._ask(title, text, {"id": int(id_), "yes": yes, "no": no, "category": category})
 
-    def withdraw(self, id_: DialogId) -> None:
+    def waits(self, id_: int) -> bool:
+        """Whether a question has not been answered yet."""
+        return id_ in self._waiting
+
+    def withdraw(self, id_: int) -> None:
         """Closes a question that no longer matters; its answer is not heard."""
         if self._waiting.pop(id_, None) is not None:
             self._close(id_)
@@ -44,12 +59,13 @@ class Questions:
         if not isinstance(data, Mapping):
             return
         for key, reply in data.items():
-            if isinstance(reply, Mapping) and (id_ := _dialog_id(key)) in self._waiting:
+            if isinstance(reply, Mapping) and (id_ := dialog_id(key)) in self._waiting:
                 self._waiting.pop(id_)(reply.get("a") is True)
 
 
-def _dialog_id(key: object) -> DialogId | None:
+def dialog_id(key: object) -> int:
+    """The id of a dialog that a report has as a text; 0, which none has, for anything else."""
     try:
-        return DialogId(int(str(key)))
-    except ValueError:  # "current", or a dialog that nobody here has opened
-        return None
+        return int(str(key))
+    except ValueError:  # "current"
+        return 0

@@ -4,7 +4,7 @@ from collections.abc import Callable
 from functools import wraps
 from typing import ParamSpec
 
-from brovik import forward_exception
+from .notices import show_exception
 
 Parameters = ParamSpec("Parameters")
 
@@ -17,6 +17,6 @@ def entry(function: Callable[Parameters, None]) -> Callable[Parameters, None]:
         try:
             function(*args, **kwargs)
         except BaseException:  # pylint: disable=broad-exception-caught
-            forward_exception()
+            show_exception()
 
     return guarded

@@ -1,8 +1,8 @@
 """Operation by hand: the operator switches single outputs."""
 
 from brovik.actuator import Actuator, ActuatorEnum
-from brovik.gui import Gui
 
+from . import notices
 from .board import Board
 from .process.outputs import Output
 
@@ -14,14 +14,14 @@ def toggle(board: Board, enum: ActuatorEnum, running: bool) -> None:
         return
     output = Output(int(enum))
     if refusal := _refusal(board, output):
-        Gui.toast_warn(refusal)
+        notices.warn(refusal)
     else:
         board.switch(output, not board.is_on(output))
 
 
 def _toggle_manual_heating(board: Board, running: bool) -> None:
     if running:
-        Gui.toast_warn("Die Heizung wird gerade automatisch geregelt")
+        notices.warn("Die Heizung wird gerade automatisch geregelt")
         return
     Actuator.manual_heating_enabled = not Actuator.manual_heating_enabled
     board.switch(Output.HEAT_1, False)

@@ -5,22 +5,23 @@ from typing import Final
 from brovik import Logger
 from brovik.actuator import Actuator
 from brovik.auto import AutoEnum
-from brovik.gui import Gui
 from brovik.sensor import Sensor
 from brovik.settings import SettingsValues
 from brovik.shell import Shell
 
+from . import notices
+from .after_run import AfterRun
 from .automatic_run import AutomaticRun
 from .bath_test import BathTest
 from .bath_views import BATH_VIEWS
 from .board import Board
+from .bookkeeping import Bookkeeper
 from .dialogs import DialogId, Questions
 from .interrupted import NO_RUN, RunNote
 from .jobs import PROGRAM_ERROR, Job
 from .process.hardware import Hardware
 from .process.recipe import Electrolyte, Equipment, Recipe
-from .process.sequence import Step, steps_for
-from .recording import Recorder
+from .process.sequence import steps_for
 from .storage import StorageWriter
 
 BATH_TESTS: Final = {
@@ -38,16 +39,22 @@ class JobControl:
         hardware: Hardware,
         equipment: Equipment,
         writer: StorageWriter,
-        recorder: Recorder,
+        books: Bookkeeper,
+        after_run: AfterRun,
     ) -> None:
         """`hardware` is told of starts and ends."""
-        self.questions = Questions(Gui.question, Gui.close_dialog)
         self._board = board
         self._hardware = hardware
         self._equipment = equipment
         self._writer = writer
-        self._recorder = recorder
+        self._books = books
+        self._after_run = after_run
         self._job: Job | None = None
+
+    @property
+    def questions(self) -> Questions:
+        """The questions that wait for an answer."""
+        return self._after_run.questions
 
     @property
     def running(self) -> bool:
@@ -62,7 +69,7 @@ class JobControl:
     def advance(self, dt: float) -> None:
         """Lets `dt` seconds pass for the job and for its record."""
         running = self._job is None or self._job.advance(dt)
-        self._recorder.advance(dt)
+        self._books.advance(dt)
         if not running:
             self._end()
 
@@ -106,7 +113,7 @@ class JobControl:
         steps = {step.key: step for step in steps_for(self._recipe(note.lengthening, note.steam))}
         if note.step not in steps:
             Logger.warning(f"Unterbrochener Schritt {note.step!r} lässt sich nicht fortsetzen")
-            self._writer.submit(NO_RUN)
+            self._discard()
             return
         self.questions.ask(
             DialogId.CONTINUE_RUN,
@@ -114,7 +121,7 @@ class JobControl:
             f"Ein Lauf wurde im Schritt „{steps[note.step].title}“ unterbrochen. Fortsetzen?",
             "Fortsetzen",
             "Verwerfen",
-            lambda yes: self._continue(note) if yes else self._writer.submit(NO_RUN),
+            lambda yes: self._continue(note) if yes else self._discard(),
         )
 
     def reserve_for_upgrade(self) -> bool:
@@ -127,18 +134,23 @@ class JobControl:
         if self._job is None or self.cleaning:
             self.start_or_abort()
         else:
-            Gui.toast_warn("Zuerst die Leitwertprüfung beenden")
+            notices.warn("Zuerst die Leitwertprüfung beenden")
 
     def _toggle_bath_test(self, electrolyte: Electrolyte) -> None:
         job = self._job
         if job is None:
             self._start_bath_test(electrolyte)
         elif not isinstance(job, BathTest) or job.electrolyte is not electrolyte:
-            Gui.toast_warn(f"{job.title} läuft bereits")
+            notices.warn(f"{job.title} läuft bereits")
         elif job.can_finish:
             job.finish()
         else:
             self._abort()
+
+    def _discard(self) -> None:
+        """Nobody goes on with the interrupted run."""
+        self._writer.submit(NO_RUN)
+        self._books.close_interrupted()
 
     # Starts.
 
@@ -149,19 +161,10 @@ class JobControl:
     def _start_run(self, note: RunNote) -> None:
         """From the step of the note on; from the beginning if it has none."""
         recipe = self._recipe(note.lengthening, note.steam)
-        steps = steps_for(recipe)
-
-        def remember(step: Step | None) -> None:
-            if step is None:
-                self._writer.submit(NO_RUN)
-            else:
-                self._writer.submit(RunNote(step.key, note.lengthening, note.steam).change())
-                self._recorder.step(steps.index(step) + 1)
-
         self._hardware.run_started(resumed=bool(note.step))
         self._prepare()
-        self._recorder.start(AutomaticRun.title, [step.title for step in steps])
-        self._start(AutomaticRun(self._board, recipe, remember, note.step))
+        self._books.begin(AutomaticRun.title, recipe, note)
+        self._start(AutomaticRun(self._board, recipe, self._books, note.step))
 
     def _start_bath_test(self, electrolyte: Electrolyte) -> None:
         if self._may_start():
@@ -181,12 +184,13 @@ class JobControl:
         elif Shell.upgrade_in_progress_or_finished:
             reason = "Nach einem Upgrade muss die Maschine neu gestartet werden"
         if reason:
-            Gui.toast_warn(reason)
+            notices.warn(reason)
         return not reason
 
     def _prepare(self) -> None:
         """Leaves nothing behind of what was before the job."""
         self.questions.withdraw(DialogId.CONTINUE_RUN)
+        self._after_run.withdraw()
         Actuator.manual_heating_enabled = False
         self._board.all_off()
 
@@ -203,8 +207,9 @@ class JobControl:
             self._end()
 
     def _end(self) -> None:
-        if isinstance(self._job, AutomaticRun):
-            self._recorder.end(self._job.outcome.result, self._job.outcome.status)
-        self._job = None
+        job, self._job = self._job, None
         self._board.lock(running=False)
         self._hardware.job_ended()
+        if isinstance(job, AutomaticRun):
+            self._books.end(job.outcome)
+            self._after_run.ask()

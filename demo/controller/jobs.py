@@ -5,14 +5,15 @@ from collections.abc import Callable
 from dataclasses import dataclass
 from typing import Final
 
-from brovik import Logger, forward_exception
+from brovik import Logger
 from brovik.auto import Auto, ProgressColor
 from brovik.gui import Gui
 from brovik.settings import SettingsValues
 
+from . import notices
 from .bath_views import BATH_VIEWS
 from .board import Board
-from .process.control import Control, Procedure, StepFailed
+from .process.control import Check, Control, Procedure, StepFailed
 from .process.recipe import Electrolyte, Recipe
 
 READY_STATUS: Final = "Bereit"
@@ -80,9 +81,9 @@ class Job(ABC):
             self._end(self.finished)
         except StepFailed as failure:
             self.fail(str(failure))
-            Gui.message(self.title, str(failure), "error")
+            notices.message(self.title, str(failure), "error")
         except Exception:  # pylint: disable=broad-exception-caught
-            forward_exception()
+            notices.show_exception()
             self.fail(PROGRAM_ERROR)
         return False
 
@@ -126,6 +127,9 @@ class Job(ABC):
     def set_point_reached(self) -> None:
         """The set point has been held long enough."""
         Auto.lw_sp_reached = True
+
+    def checked(self, check: Check) -> None:
+        """A check has looked at something. Only a run keeps that."""
 
     def too_low_text(self) -> str:
         """Which baths are too low; empty if none is."""

@@ -6,8 +6,7 @@ from queue import Empty, SimpleQueue
 from time import monotonic
 from typing import Final, Protocol, TypeAlias
 
-from brovik import forward_exception
-
+from .notices import show_exception
 from .program_errors import ErrorReporter
 
 Command: TypeAlias = Callable[[], None]
@@ -122,7 +121,7 @@ class MachineThread:
             if command is not None:
                 command()
         except Exception:  # pylint: disable=broad-exception-caught
-            forward_exception()
+            show_exception()
 
     def _guarded(self, action: Command) -> bool:
         """An error in the tick must not end the thread, and the machine with it. False if there was one."""

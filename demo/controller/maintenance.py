@@ -38,6 +38,11 @@ class Maintenance:
         server = Server(Console(), services.sleep, lambda: self._network.online)
         self._updates = Updates(read_source(FOLDER), server, stored[PACKAGES], writer, services, reserve)
 
+    @property
+    def installed(self) -> Mapping[str, str]:
+        """The installed version of each package. Before `start`, or on the services' thread."""
+        return self._updates.installed
+
     def start(self) -> None:
         """Starts the thread."""
         self.services.start()

@@ -8,6 +8,7 @@ from brovik.settings import SettingsValues
 
 from . import hand
 from .board import Board
+from .dialog_watch import DIALOGS
 from .interrupted import RunNote
 from .job_control import JobControl
 from .process import heating
@@ -75,6 +76,11 @@ class Operation:
             return
         if self._board.show_button(din, state) and self._jobs.running != (enum == SensorEnum.Start):
             self._jobs.start_or_abort()
+
+    def take_report(self, report: object) -> None:
+        """The dialogs have told of an opening, an answer, a closing."""
+        DIALOGS.take(report)
+        self.questions.take(report)
 
     def offer_to_continue(self, note: RunNote) -> None:
         """Asks whether to go on with a run that was interrupted."""

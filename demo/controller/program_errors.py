@@ -7,11 +7,12 @@ import threading
 from collections.abc import Callable
 from dataclasses import dataclass
 from time import monotonic
-from traceback import format_exception_only
 from types import TracebackType
 from typing import Final, TypeAlias
 
-from brovik import Logger, forward_exception
+from brovik import Logger
+
+from .notices import exception_text, show_exception
 
 #: After this time without an error, seconds, the same one is news again.
 QUIET_SECS: Final = 10.0
@@ -57,9 +58,9 @@ class ErrorReporter:  # pylint: disable=too-few-public-methods
         known.count += 1
         known.last = now
         if known.count == 1:
-            forward_exception()
+            show_exception()
         elif known.count <= LOGGED or known.count % LOGGED == 0:
-            Logger.critical(f"Derselbe Fehler zum {known.count}. Mal: {_text(error)}")
+            Logger.critical(f"Derselbe Fehler zum {known.count}. Mal: {exception_text(error)}")
 
 
 def _kind(error: BaseException) -> Kind:
@@ -69,11 +70,6 @@ def _kind(error: BaseException) -> Kind:
     if innermost is None:
         return type(error), "", 0
     return type(error), innermost.tb_frame.f_code.co_filename, innermost.tb_lineno
-
-
-def _text(error: BaseException) -> str:
-    """Type and text, also of an exception that fails at telling them."""
-    return "".join(format_exception_only(type(error), error)).strip()
 
 
 def report_dead_threads() -> None:
@@ -92,7 +88,7 @@ def write_stacks_on_request() -> None:
 
 def _report_dead(death: threading.ExceptHookArgs) -> None:
     name = death.thread.name if death.thread else "unbekannt"
-    text = _text(death.exc_value) if death.exc_value else death.exc_type.__name__
+    text = exception_text(death.exc_value) if death.exc_value else death.exc_type.__name__
     Logger.critical(f"Der Thread {name} ist gestorben: {text}")
     # Python calls the hook from within its `except` block.
-    forward_exception()
+    show_exception()

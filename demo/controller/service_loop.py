@@ -5,7 +5,8 @@ does not wait for it.
 """
 
 import asyncio
-from collections.abc import Callable, Coroutine
+from asyncio.subprocess import DEVNULL, PIPE
+from collections.abc import Callable, Coroutine, Iterable
 from concurrent.futures import Future
 from contextlib import suppress
 from typing import Any, TypeVar
@@ -66,6 +67,20 @@ class ServiceLoop:
 
         post(call)
         return await asyncio.wrap_future(answer)
+
+    @staticmethod
+    async def run_process(command: Iterable[str], limit_secs: float) -> tuple[int | None, str]:
+        """Runs a program to its end. Its exit code, None after `limit_secs` seconds, and its error output."""
+        process = await asyncio.create_subprocess_exec(*command, stdin=DEVNULL, stdout=DEVNULL, stderr=PIPE)
+        try:
+            _, said = await asyncio.wait_for(process.communicate(), limit_secs)
+            return process.returncode, said.decode("utf-8", "replace")
+        except asyncio.TimeoutError:
+            return None, ""
+        finally:
+            with suppress(ProcessLookupError):
+                process.kill()
+            await process.wait()
 
     def _report(self, task: asyncio.Task[None]) -> None:
         if not task.cancelled():

@@ -1,7 +1,7 @@
 """The thread of the maintenance services: updates and network."""
 
 import threading
-from collections.abc import Callable, Coroutine
+from collections.abc import Callable, Coroutine, Iterable
 from time import monotonic
 from typing import TYPE_CHECKING, Any, Protocol, TypeVar
 
@@ -12,6 +12,10 @@ if TYPE_CHECKING:
     from .service_loop import ServiceLoop
 
 T = TypeVar("T")
+
+
+class ProcessFailed(Exception):
+    """A program has failed; the text is what it has said last."""
 
 
 class Task(Protocol):
@@ -68,6 +72,17 @@ class ServiceThread:
     async def done_by(self, post: Callable[[Command], None], function: Callable[[], T]) -> T:
         """Has another thread call a function, and waits for the result. `post` hands commands to it."""
         return await self._loop.done_by(post, function)
+
+    async def run(self, command: Iterable[str], limit_secs: float) -> None:
+        """Runs a program, for `limit_secs` seconds of real time at most, and waits for its end.
+
+        Raises OSError if it cannot be started, ProcessFailed if it fails. Cancelling ends the program.
+        """
+        code, said = await self._loop.run_process(command, limit_secs)
+        if code is None:
+            raise ProcessFailed(f"Das Programm wurde nach {limit_secs:.0f} s abgebrochen.")
+        if code:
+            raise ProcessFailed(said.strip().rpartition("\n")[2] or f"Fehlercode {code}")
 
     def stop(self) -> None:
         """Cancels all work, waits until it has tidied up, and ends the thread."""

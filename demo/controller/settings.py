@@ -1,6 +1,7 @@
 """The process parameters: what the operator wishes, what is stored, what holds."""
 
 from collections.abc import Mapping
+from enum import StrEnum
 from typing import Final
 
 from brovik import Logger
@@ -8,10 +9,14 @@ from brovik.gui import Gui, IconEnum
 from brovik.sensor import Sensor
 from brovik.settings import SettingsEnum, SettingsKeys, SettingsValues
 
-from . import storage
+from logbook.records import ParameterRecord
+
+from . import notices, storage
 from .jobs import job_running
+from .journal import JOURNAL, Event, Kind
 from .process.recipe import Equipment
 from .settings_table import HOST_SETTINGS
+from .settings_titles import TITLES
 from .storage import Change, StorageWriter
 from .values import Value, fitting
 
@@ -21,6 +26,13 @@ OFFSET_ACTIONS: Final = (
     SettingsEnum.LwOffsetSet,
     SettingsEnum.LwOffsetReset,
 )
+
+
+class Source(StrEnum):
+    """Who has changed a parameter."""
+
+    SCREEN = "screen"
+    BACKEND = "backend"
 
 
 def load(stored: Mapping[str, object], equipment: Equipment) -> None:
@@ -35,11 +47,28 @@ def load(stored: Mapping[str, object], equipment: Equipment) -> None:
             HOST_SETTINGS[key].check(wanted)
         except ValueError as error:
             Logger.warning(f"Gespeicherte Einstellung {key!r} wird ignoriert: {error}")
+            _note_change(key, value, defaults[key], Source.BACKEND)
         else:
             HOST_SETTINGS[key].write(wanted)
     if not equipment.steam_valve:
         # The settings number the steps by this parameter alone. What the operator wished stays in the file.
+        if stored.get(SettingsEnum.do_steam_step.name) is True:
+            _note_change(SettingsEnum.do_steam_step.name, True, False, Source.BACKEND)
         SettingsValues.do_steam_step = False
+
+
+def parameters() -> tuple[ParameterRecord, ...]:
+    """All parameters as they are in force now."""
+    defaults = SettingsValues.get_default_values()
+    return tuple(
+        ParameterRecord(key, TITLES[key].text, setting.read(), defaults[key], TITLES[key].unit)
+        for key, setting in HOST_SETTINGS.items()
+    )
+
+
+def _note_change(key: str, old: object, new: object, source: Source) -> None:
+    details = {"key": key, "old": old, "new": new, "source": source}
+    JOURNAL.add(Kind.SETTING, Event.CHANGED, TITLES[key].text, details=details)
 
 
 class SettingsKeeper:  # pylint: disable=too-few-public-methods
@@ -74,7 +103,7 @@ class SettingsKeeper:  # pylint: disable=too-few-public-methods
 
     def _change_offset(self, action: SettingsEnum) -> None:
         if job_running():
-            Gui.toast_warn("Während eines Laufs lässt sich nicht kalibrieren")
+            notices.warn("Während eines Laufs lässt sich nicht kalibrieren")
             return
         if action == SettingsEnum.POffsetSet:
             self._store(SettingsKeys.p_offset, Sensor.raw_druck)
@@ -87,5 +116,9 @@ class SettingsKeeper:  # pylint: disable=too-few-public-methods
         Gui.toast_notify("Offset gespeichert", IconEnum.Saved)
 
     def _store(self, key: str, value: Value) -> None:
+        old = HOST_SETTINGS[key].read()
         HOST_SETTINGS[key].write(value)
-        self._writer.submit(Change(storage.SETTINGS, {key: HOST_SETTINGS[key].read()}))
+        new = HOST_SETTINGS[key].read()
+        self._writer.submit(Change(storage.SETTINGS, {key: new}))
+        if new != old:
+            _note_change(key, old, new, Source.SCREEN)

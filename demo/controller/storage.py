@@ -1,19 +1,21 @@
 """The one file in which the machine keeps what has to survive: an SQLite database.
 
-It has sections of keys with values, and the saved charts. A change that has been applied survives
-the sudden end of the process; one that has not is lost as a whole.
+It has sections of keys with values, the saved charts and the logbook. A change that has been applied
+survives the sudden end of the process; one that has not is lost as a whole.
 """
 
 import json
 import sqlite3
 import threading
-from collections.abc import Callable, Iterable, Mapping
-from contextlib import suppress
+from collections.abc import Callable, Iterable, Iterator, Mapping
+from contextlib import contextmanager, suppress
 from dataclasses import dataclass
 from datetime import datetime
 from pathlib import Path
 from queue import Empty, SimpleQueue
 from typing import Final, TypeAlias
+
+from logbook.writer import LogbookWriter
 
 from . import saved_charts
 
@@ -24,6 +26,7 @@ MACHINE: Final = "machine"
 RUN: Final = "run"
 PACKAGES: Final = "packages"
 NETWORK: Final = "network"
+MAINTENANCE: Final = "maintenance"
 
 _COMPANIONS: Final = ("", "-wal", "-shm")
 _SCHEMA: Final = """
@@ -34,6 +37,8 @@ CREATE TABLE IF NOT EXISTS entry (
     PRIMARY KEY (section, key)
 ) WITHOUT ROWID
 """
+#: What gets ever longer. To look through it takes seconds after some years, which the start has not got.
+_GROWING: Final = frozenset({"run_record", "run_curve", "journal"})
 #: Errors that say that the file is not, or no longer, what this module has written.
 _DAMAGE: Final = frozenset({sqlite3.SQLITE_CORRUPT, sqlite3.SQLITE_NOTADB, sqlite3.SQLITE_ERROR})
 
@@ -47,13 +52,20 @@ class Change:
     replace: bool = False
 
 
+#: Something else that is done with the storage, on its thread.
+Task: TypeAlias = Callable[["Storage"], None]
+
+
 class Storage:
     """An open database. May be handed from thread to thread, but not shared between them."""
 
     def __init__(self, path: Path | str) -> None:
         """Opens the file, or makes it. Raises sqlite3.Error if it cannot be used."""
+        #: The file; None for a storage that lives in memory.
+        self.path = path if isinstance(path, Path) else None
         self._connection = sqlite3.connect(path, check_same_thread=False)
         self.charts = saved_charts.ChartTables(self._connection)
+        self.logbook = LogbookWriter(self._connection)
         try:
             self._prepare()
         except BaseException:
@@ -62,17 +74,23 @@ class Storage:
 
     def _prepare(self) -> None:
         # All checks come before the first change: a file that is not ours stays as it is.
-        (verdict,) = self._connection.execute("PRAGMA quick_check(1)").fetchone()
-        if verdict != "ok":
-            raise _damage(str(verdict))
+        for table in self._tables() - _GROWING:
+            (verdict,) = self._connection.execute("SELECT * FROM pragma_quick_check(?)", (table,)).fetchone()
+            if verdict != "ok":
+                raise _damage(str(verdict))
         with self._connection:
             self._connection.execute(_SCHEMA)
         self._connection.execute("SELECT section, key, value FROM entry LIMIT 1").fetchone()
         self._connection.executescript(saved_charts.SCHEMA)
         self.charts.check()
+        self.logbook.prepare()
         self._connection.execute("PRAGMA journal_mode = WAL")
         self._connection.execute("PRAGMA synchronous = FULL")
         self._connection.execute("PRAGMA foreign_keys = ON")
+
+    def _tables(self) -> set[str]:
+        rows = self._connection.execute("SELECT name FROM sqlite_schema WHERE type = 'table'")
+        return {str(name) for (name,) in rows}
 
     def read(self, section: str) -> dict[str, object]:
         """All values of a section. One that is no JSON comes as the text that it is."""
@@ -81,16 +99,30 @@ class Storage:
         )
         return {str(key): _parsed(value) for key, value in rows}
 
-    def apply(self, changes: Iterable[Change]) -> None:
-        """Makes all changes in one transaction."""
-        with self._connection:
+    def apply(self, changes: Iterable[Change | Task]) -> None:
+        """Makes all changes in one transaction, whether they say what to change or do it."""
+        with self.transaction():
             for change in changes:
-                if change.replace:
-                    self._connection.execute("DELETE FROM entry WHERE section = ?", (change.section,))
-                self._connection.executemany(
-                    "INSERT OR REPLACE INTO entry VALUES (?, ?, ?)",
-                    [(change.section, key, json.dumps(v)) for key, v in change.values.items()],
-                )
+                if isinstance(change, Change):
+                    self.put(change)
+                else:
+                    change(self)
+
+    def put(self, change: Change) -> None:
+        """Makes a change, inside a transaction."""
+        if change.replace:
+            self._connection.execute("DELETE FROM entry WHERE section = ?", (change.section,))
+        self._connection.executemany(
+            "INSERT OR REPLACE INTO entry VALUES (?, ?, ?)",
+            [(change.section, key, json.dumps(v)) for key, v in change.values.items()],
+        )
+
+    @contextmanager
+    def transaction(self) -> Iterator[None]:
+        """All that is done in the block, or nothing of it."""
+        self._connection.execute("BEGIN IMMEDIATE")
+        with self._connection:
+            yield
 
     def close(self) -> None:
         """Closes the file."""
@@ -160,7 +192,11 @@ def _move_aside(path: Path) -> Path:
     return target
 
 
-Task: TypeAlias = Callable[[Storage], None]
+@dataclass(frozen=True)
+class _Alone:
+    """A task that makes transactions of its own."""
+
+    task: Task
 
 
 class StorageWriter:
@@ -174,17 +210,17 @@ class StorageWriter:
         """`on_error` is called inside the `except` block of a transaction that failed."""
         self._storage = storage
         self._on_error = on_error
-        self._queue: SimpleQueue[Change | Task | None] = SimpleQueue()
+        self._queue: SimpleQueue[Change | Task | _Alone | None] = SimpleQueue()
         self._thread = threading.Thread(target=self._run, name="demo-storage", daemon=True)
         self._thread.start()
 
-    def submit(self, change: Change) -> None:
-        """Takes a change on."""
+    def submit(self, change: Change | Task) -> None:
+        """Takes a change on, or a task that has its part in the transaction of the others."""
         self._queue.put(change)
 
     def perform(self, task: Task) -> None:
-        """Has something else done with the storage, on the writer's thread."""
-        self._queue.put(task)
+        """Has something else done with the storage, which makes transactions of its own."""
+        self._queue.put(_Alone(task))
 
     def stop(self) -> None:
         """Writes what is waiting and closes the file."""
@@ -194,9 +230,9 @@ class StorageWriter:
     def _run(self) -> None:
         open_ = True
         while open_:
-            changes: list[Change] = []
+            changes: list[Change | Task] = []
             for item in self._waiting():
-                if isinstance(item, Change):
+                if item is not None and not isinstance(item, _Alone):
                     changes.append(item)
                     continue
                 self._apply(changes)
@@ -204,11 +240,11 @@ class StorageWriter:
                 if item is None:
                     open_ = False
                 else:
-                    self._guarded(item)
+                    self._guarded(item.task)
             self._apply(changes)
         self._storage.close()
 
-    def _waiting(self) -> list[Change | Task | None]:
+    def _waiting(self) -> list[Change | Task | _Alone | None]:
         items = [self._queue.get()]
         try:
             while True:
@@ -216,9 +252,18 @@ class StorageWriter:
         except Empty:
             return items
 
-    def _apply(self, changes: list[Change]) -> None:
-        if changes:
-            self._guarded(lambda storage: storage.apply(changes))
+    def _apply(self, changes: list[Change | Task]) -> None:
+        if not changes:
+            return
+        try:
+            self._storage.apply(changes)
+        except Exception:  # pylint: disable=broad-exception-caught
+            if len(changes) == 1:
+                self._on_error()
+                return
+            # Each for itself: one that cannot be made takes none of the others along.
+            for change in changes:
+                self._apply([change])
 
     def _guarded(self, task: Task) -> None:
         try:

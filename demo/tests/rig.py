@@ -3,7 +3,7 @@
 from types import SimpleNamespace
 from typing import Any
 
-from controller.process.control import Control, Procedure
+from controller.process.control import Check, Control, Procedure
 from controller.process.outputs import Output
 from controller.simulation.dosing import Dosing
 from controller.simulation.faults import PlantFault
@@ -70,6 +70,7 @@ class Rig:  # pylint: disable=too-many-instance-attributes
         self.details: list[str] = []
         self.peaks: dict[Electrolyte, float] = {}
         self.low: list[Electrolyte] = []
+        self.checks: dict[str, Check] = {}
         self.reached = 0
         self.used: dict[Output, float] = {}
 
@@ -107,6 +108,10 @@ class Rig:  # pylint: disable=too-many-instance-attributes
     def set_point_reached(self) -> None:
         """Counts."""
         self.reached += 1
+
+    def checked(self, check: Check) -> None:
+        """Records the check."""
+        self.checks[check.name] = check
 
     def advance(self) -> None:
         """Lets one period pass for the plant."""

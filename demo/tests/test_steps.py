@@ -1,5 +1,6 @@
 """The steps of the process, each on a plant."""
 
+import math
 import unittest
 
 from controller.process import steps
@@ -390,6 +391,62 @@ class RefreshTest(StepCase):
         self.rig.advance()
         procedure.close()
         self.assertEqual(self.rig.low, [])
+
+
+class CheckTest(StepCase):
+    """What the checks tell of what they have looked at."""
+
+    def values(self) -> dict[str, tuple[float, float | None]]:
+        """Value and limit by name."""
+        return {name: (check.value, check.limit) for name, check in self.rig.checks.items()}
+
+    def test_leak_test(self) -> None:
+        """Rise and loss, against their limits."""
+        self.rig.run(steps.leak_test(self.rig.control))
+        rise, least = self.values()["Druckanstieg"]
+        loss, most = self.values()["Druckverlust"]
+        self.assertAlmostEqual(rise, 0.05, delta=0.001)
+        self.assertAlmostEqual(loss, 0.0)
+        self.assertEqual((least, most), (0.03, 0.07))
+
+    def test_failure(self) -> None:
+        """Is told, too: with the value that has failed."""
+        self.use(Rig(PlantFault.LEAK))
+        self.assert_fails(steps.leak_test(self.rig.control), "gefallen")
+        loss, most = self.values()["Druckverlust"]
+        self.assertGreater(loss, most or 1.0)
+
+    def test_slow_rise(self) -> None:
+        """Below the least rise."""
+        self.use(Rig(PlantFault.NO_GAS))
+        self.assert_fails(steps.leak_test(self.rig.control), "langsamer")
+        self.assertEqual(self.values(), {"Druckanstieg": (0.0, 0.03)})
+
+    def test_abort(self) -> None:
+        """What there was up to it."""
+        procedure = steps.leak_test(self.rig.control)
+        for _ in range(20):
+            next(procedure)
+            self.rig.advance()
+        procedure.close()
+        self.assertEqual(list(self.values()), ["Druckanstieg"])
+
+    def test_water_and_baths(self) -> None:
+        """Conductivities: of the water, and the highest of the lye."""
+        self.rig.run(steps.rinse(self.rig.control, Output.MV_HEISS, 1))
+        self.rig.run(steps.clean(self.rig.control, Electrolyte.LYE))
+        value, limit = self.values()["Leitwert Heißwasser"]
+        self.assertAlmostEqual(value, 0.6, delta=0.05)
+        self.assertEqual(limit, 0.1)
+        value, limit = self.values()["Höchster Leitwert Lauge"]
+        self.assertGreater(value, 50.0)
+        self.assertEqual(limit, 30)
+
+    def test_prestress(self) -> None:
+        """The pressure that the barrel is left under."""
+        self.rig.run(steps.prestress(self.rig.control))
+        value, limit = self.values()["Vorspanndruck"]
+        self.assertGreaterEqual(value, limit or math.inf)
 
 
 if __name__ == "__main__":

@@ -24,6 +24,8 @@ from controller.storage import (
     open_storage,
 )
 
+from . import logbook_rig
+
 #: Writes ever higher numbers and says which ones are in.
 WRITER = """
 import sys
@@ -238,6 +240,21 @@ class DamageTest(StorageCase):
             connection.execute("CREATE TABLE entry (name TEXT)")
         connection.close()
         self.damage(self.path.read_bytes())
+
+    def test_damaged_record(self) -> None:
+        """Costs neither the settings nor a look through all records at the start."""
+        storage = self.open()
+        storage.apply([Change(SETTINGS, {"a": 1})])
+        for number in range(20):
+            storage.logbook.append_run(logbook_rig.run(reason=f"Grund {number} " * 500), {})
+        storage.close()
+        content = bytearray(self.path.read_bytes())
+        page = content.index(b"Grund 10") // 4096
+        content[page * 4096 : (page + 1) * 4096] = b"\xff" * 4096
+        self.path.write_bytes(content)
+        storage = self.open()
+        self.assertEqual(storage.read(SETTINGS), {"a": 1})
+        self.assertEqual((self.reports, self.aside()), ([], []))
 
     def test_twice(self) -> None:
         """A second damaged file does not take the place of the first."""

@@ -72,6 +72,8 @@ class DemoCase(unittest.TestCase):
         self.addCleanup(directory.cleanup)
         self.directory = Path(directory.name)
         _probe.screens_loaded()
+        # No question after a run because of what the computer of the test has.
+        os.environ["BROVIK_DEMO_STICK"] = ""
         self.gui = _probe.SignalLog("Gui", ["message", "question", "toastWarn", "exception"])
         reset_host()
 

@@ -13,7 +13,7 @@ from brovik.gui import Gui
 
 from demo_support import RunningCase, SteppedCase
 import controller
-from controller.charts import all_lines
+from controller.recording import all_lines
 from controller.simulation.faults import PlantFault
 from controller.recording import SAMPLE_SECS
 from controller.saved_charts import ChartInfo, SavedChart

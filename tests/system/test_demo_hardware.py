@@ -26,7 +26,7 @@ class OwnHardwareTest(unittest.TestCase):
     def setUp(self) -> None:
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.copy = Path(self.enterContext(folder))
-        for name in ("controller", "package_source"):
+        for name in ("controller", "logbook", "package_source"):
             ignored = shutil.ignore_patterns("simulation", "__pycache__")
             shutil.copytree(DEMO_MACHINE / name, self.copy / name, ignore=ignored)
         shutil.copy(DEMO_MACHINE / "networks.json", self.copy)

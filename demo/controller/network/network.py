@@ -8,6 +8,7 @@ from brovik import Logger
 from brovik.gui import Gui, IconEnum
 from brovik.wifi import Wifi, WifiActionEnum, WifiStateEnum
 
+from .. import notices
 from ..service_thread import ServiceThread, Task
 from ..storage import NETWORK, Change, StorageWriter
 from .interfaces import Interfaces
@@ -92,7 +93,7 @@ class Network:
         if self._scan is not None and self._scan.cancel():
             self._scan = None
             Wifi.abort_wifi_scan()
-            Gui.toast_warn("Die Suche nach WLAN-Netzen wurde abgebrochen")
+            notices.warn("Die Suche nach WLAN-Netzen wurde abgebrochen")
 
     # Connecting.
 
@@ -117,7 +118,7 @@ class Network:
             sender = await self._radio.connect(ssid, password)
         except ConnectError as error:
             self._unconnected(WifiStateEnum.Disconnected)
-            Gui.message(TITLE, escape(str(error)), "error")
+            notices.message(TITLE, escape(str(error)), "error")
         else:
             self._connected(sender)
             self._remember(ssid, password)
@@ -141,7 +142,7 @@ class Network:
     def _restart(self, name: str) -> None:
         tunnel = self._interfaces.tunnels.get(name)
         if tunnel is None:
-            Gui.toast_warn(f"Es gibt keine WireGuard-Schnittstelle {name}")
+            notices.warn(f"Es gibt keine WireGuard-Schnittstelle {name}")
         elif tunnel.is_up:
             tunnel.is_up = False
             self._services.spawn(self._bring_up(name))

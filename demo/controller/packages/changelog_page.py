@@ -4,9 +4,9 @@ from collections.abc import Awaitable, Callable
 from html import escape
 from typing import TypeAlias
 
-from brovik.gui import Gui
 from brovik.shell import ChangelogEntryVector, Shell
 
+from .. import notices
 from ..service_thread import ServiceThread, Task
 from .changelog import Entry
 from .changelogs import Changelogs
@@ -49,4 +49,4 @@ class ChangelogPage:
         try:
             Shell.changelogs = changelog_vector(await read())
         except PackageError as error:
-            Gui.message("Changelog", escape(str(error)), "error")
+            notices.message("Changelog", escape(str(error)), "error")

@@ -1,6 +1,6 @@
 """The update facility, as the operator sees it."""
 
-from collections.abc import Awaitable, Callable, Coroutine, Mapping
+from collections.abc import Awaitable, Callable, Coroutine, Iterable, Mapping
 from html import escape
 from typing import Any, Final, TypeAlias
 
@@ -8,13 +8,15 @@ from brovik import Logger
 from brovik.gui import Gui, IconEnum, PageEnum
 from brovik.shell import Shell, ShellActionEnum
 
+from .. import notices
 from ..jobs import job_running
+from ..journal import JOURNAL, Event, Kind
 from ..service_thread import ServiceThread, Task
 from ..storage import PACKAGES, Change, StorageWriter
 from . import testing
 from .changelog_page import ChangelogPage
 from .changelogs import Changelogs
-from .manager import PackageManager
+from .manager import PackageManager, Update
 from .records import installed_record, upgradable_record
 from .server import PackageError, Server
 from .source import Source
@@ -24,6 +26,7 @@ Work: TypeAlias = Callable[[], Coroutine[Any, Any, None]]
 TITLE: Final = "Updates"
 UPGRADED: Final = "Das Upgrade ist abgeschlossen. Bitte die Maschine neu starten."
 WRONG_PASSWORD: Final = "Das Passwort ist falsch."
+TESTING_COMPONENT: Final = "Testing-Komponente"
 
 #: Keys of what is stored.
 INSTALLED_KEY: Final = "installed"
@@ -85,7 +88,7 @@ class Updates:
 
     def _begin(self, work: Work) -> None:
         if self._work is not None and not self._work.done():
-            Gui.toast_warn("Es läuft bereits ein Vorgang")
+            notices.warn("Es läuft bereits ein Vorgang")
         else:
             self._work = self._services.spawn(self._locked(work))
 
@@ -94,7 +97,7 @@ class Updates:
         try:
             await work()
         except PackageError as error:
-            Gui.message(TITLE, escape(str(error)), "error")
+            notices.message(TITLE, escape(str(error)), "error")
         finally:
             Shell.locked = False
 
@@ -110,38 +113,57 @@ class Updates:
     def _may_search() -> bool:
         running = job_running()
         if running:
-            Gui.toast_warn("Während eines Laufs wird nicht nach Updates gesucht")
+            notices.warn("Während eines Laufs wird nicht nach Updates gesucht")
         return not running
 
     async def _upgrade(self) -> None:
         if not self._manager.updates():
-            Gui.toast_warn("Es gibt nichts zu aktualisieren")
+            notices.warn("Es gibt nichts zu aktualisieren")
             return
         # Before the machine is kept from running for nothing.
         self._server.check()
         if not await self._reserve():
-            Gui.toast_warn("Während eines Laufs ist kein Upgrade möglich")
+            notices.warn("Während eines Laufs ist kein Upgrade möglich")
         else:
             await self._upgrade_on_console()
 
     async def _upgrade_on_console(self) -> None:
         Gui.page = PageEnum.UpdatesShell
+        before = dict(self._manager.installed)
+        JOURNAL.add(Kind.UPDATE, Event.BEGUN, TITLE, details=_versions(self._manager.updates()))
         try:
             await self._manager.upgrade()
         finally:
+            JOURNAL.add(Kind.UPDATE, Event.ENDED, TITLE, details=self._changed_since(before))
             # Also what was installed before a failure.
             self._store(INSTALLED_KEY, dict(self._manager.installed))
             self._show_installed()
             self._show_upgradables()
-        Gui.message(TITLE, UPGRADED, "success")
+        notices.message(TITLE, UPGRADED, "success")
+
+    def _changed_since(self, before: Mapping[str, str]) -> dict[str, object]:
+        """What has another version than before, by name."""
+        now = self._manager.installed.items()
+        return {name: [before[name], version] for name, version in now if before[name] != version}
 
     async def _toggle_testing(self, password: str) -> None:
-        if not testing.fits(password):
+        fits = testing.fits(password)
+        JOURNAL.add(
+            Kind.LOGIN, Event.CAME, TESTING_COMPONENT, "" if fits else WRONG_PASSWORD, {"accepted": fits}
+        )
+        if not fits:
             raise PackageError(WRONG_PASSWORD)
         if self._may_search():
-            self._switch_testing(not Shell.testing_repo_enabled)
+            on = not Shell.testing_repo_enabled
+            JOURNAL.add(Kind.UPDATE, Event.CHANGED, TESTING_COMPONENT, details={"old": not on, "new": on})
+            self._switch_testing(on)
             self._store(TESTING_KEY, Shell.testing_repo_enabled)
             await self._fetch_lists()
+
+    @property
+    def installed(self) -> Mapping[str, str]:
+        """The installed version of each package."""
+        return self._manager.installed
 
     def _switch_testing(self, on: bool) -> None:
         self._manager.switch_testing(on)
@@ -180,3 +202,8 @@ class Updates:
 
     def _show_upgradables(self) -> None:
         Shell.upgradables = [upgradable_record(update) for update in self._manager.updates()]
+
+
+def _versions(updates: Iterable[Update]) -> dict[str, object]:
+    """Old and new version by name."""
+    return {update.package.name: [update.old, update.new] for update in updates}

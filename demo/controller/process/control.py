@@ -7,6 +7,7 @@ and closing it at any yield leaves the outputs off that it has switched on.
 import math
 from collections.abc import Callable, Generator, Iterator
 from contextlib import contextmanager
+from dataclasses import dataclass
 from enum import Enum
 from typing import Final, Protocol, TypeAlias
 
@@ -20,6 +21,12 @@ ROUNDING: Final = 1e-6
 Procedure: TypeAlias = Generator[None, None, None]
 
 
+#: What a limit may be.
+AT_LEAST: Final = "mindestens"
+AT_MOST: Final = "höchstens"
+BELOW: Final = "unter"
+
+
 class StepFailed(Exception):
     """A check of the process has failed; the text is for the operator."""
 
@@ -31,6 +38,17 @@ class Medium(Enum):
     FOAM = "Schaum"
     WATER = "Wasser"
     ELECTROLYTE = "Lauge oder Säure"
+
+
+@dataclass(frozen=True)
+class Check:
+    """What a check of a step has looked at, its limit if it has one, and what that limit is."""
+
+    name: str
+    value: float
+    unit: str
+    limit: float | None = None
+    bound: str = "Grenze"
 
 
 class ProcessIO(Protocol):
@@ -70,6 +88,9 @@ class Watcher(Protocol):
 
     def set_point_reached(self) -> None:
         """The set point has been held long enough."""
+
+    def checked(self, check: Check) -> None:
+        """A check has looked at something. It may have failed; a failure is raised besides."""
 
 
 class Control:
@@ -118,6 +139,14 @@ class Control:
             if self.now >= end - ROUNDING:
                 raise StepFailed(failure)
             yield
+
+    @contextmanager
+    def telling(self, check: Callable[[], Check]) -> Iterator[None]:
+        """Tells what the checks in the block have looked at last, however the block is left."""
+        try:
+            yield
+        finally:
+            self.watcher.checked(check())
 
     def require(self, medium: Medium, wanted: str) -> None:
         """Fails if another medium flows than the one wanted."""

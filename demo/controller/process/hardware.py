@@ -2,10 +2,14 @@
 
 from collections.abc import Set
 from dataclasses import dataclass
-from typing import Protocol
+from typing import Final, Protocol
 
 from .outputs import Output
 from .recipe import Electrolyte
+
+#: What the pump moves, litres per second. No sensor measures it: what the counters say of water, lye and
+#: acid is an estimate by this number.
+PUMP_FLOW: Final = 1.0
 
 
 @dataclass(frozen=True)

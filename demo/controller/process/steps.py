@@ -8,7 +8,7 @@ from collections.abc import Callable, Iterator
 from contextlib import contextmanager
 from typing import Final
 
-from .control import Control, Medium, Procedure, StepFailed
+from .control import AT_LEAST, AT_MOST, BELOW, ROUNDING, Check, Control, Medium, Procedure, StepFailed
 from .outputs import Output
 from .recipe import CIRCUITS, Electrolyte
 
@@ -34,7 +34,13 @@ def _fill_for_leak_test(control: Control) -> Procedure:
     target, rate = settings.leakage_p_fill, settings.leakage_p_inc_rate
     limit = max(0.0, target - control.io.pressure) / rate + RATE_GRACE_SECS
     control.watcher.detail(f"Fass wird auf {target:.1f} bar gespannt")
-    with control.outputs(Output.MV_LUFT):
+    begun, before = control.now, control.io.pressure
+
+    def risen() -> Check:
+        secs = max(control.now - begun, ROUNDING)
+        return Check("Druckanstieg", (control.io.pressure - before) / secs, "bar/s", rate, AT_LEAST)
+
+    with control.outputs(Output.MV_LUFT), control.telling(risen):
         yield from control.until(
             lambda: control.io.pressure >= target,
             limit,
@@ -44,10 +50,13 @@ def _fill_for_leak_test(control: Control) -> Procedure:
 
 def _hold_for_leak_test(control: Control) -> Procedure:
     start, max_loss = control.io.pressure, control.settings.leakage_p_max_loss
-    for _ in control.wait(control.settings.leakage_p_hold_secs, "Druck wird gehalten"):
-        if start - control.io.pressure > max_loss:
-            raise StepFailed(f"Undicht: Der Druck ist um mehr als {max_loss:.2f} bar gefallen.")
-        yield
+    with control.telling(
+        lambda: Check("Druckverlust", start - control.io.pressure, "bar", max_loss, AT_MOST)
+    ):
+        for _ in control.wait(control.settings.leakage_p_hold_secs, "Druck wird gehalten"):
+            if start - control.io.pressure > max_loss:
+                raise StepFailed(f"Undicht: Der Druck ist um mehr als {max_loss:.2f} bar gefallen.")
+            yield
 
 
 def vent(control: Control) -> Procedure:
@@ -67,11 +76,19 @@ def _blow_out(control: Control, gas: Output, outlet: Output, gone: Callable[[], 
     with control.outputs(gas, outlet):
         yield from control.wait(settings.secs_blow_min, "Fass wird ausgeblasen")
         control.watcher.detail("Fass wird ausgeblasen, bis es leer ist")
-        yield from control.until(
-            lambda: gone() and control.io.pressure < settings.threshold_p_blow,
-            BLOW_LIMIT_SECS,
-            f"Das Fass wird nicht leer ({control.io.conductivity:.2f} mS/cm).",
-        )
+        with (
+            control.telling(lambda: Check("Leitwert nach dem Ausblasen", control.io.conductivity, "mS/cm")),
+            control.telling(
+                lambda: Check(
+                    "Druck nach dem Ausblasen", control.io.pressure, "bar", settings.threshold_p_blow, BELOW
+                )
+            ),
+        ):
+            yield from control.until(
+                lambda: gone() and control.io.pressure < settings.threshold_p_blow,
+                BLOW_LIMIT_SECS,
+                f"Das Fass wird nicht leer ({control.io.conductivity:.2f} mS/cm).",
+            )
 
 
 def empty_into_channel(control: Control) -> Procedure:
@@ -93,11 +110,18 @@ def rinse(control: Control, water: Output, passes: int) -> Procedure:
 
 
 def _check_water(control: Control, water: Output) -> None:
+    name, checked = _water(control, water)
+    if checked:
+        lowest = control.settings.threshold_lw_water
+        control.watcher.checked(Check(f"Leitwert {name}", control.io.conductivity, "mS/cm", lowest, AT_LEAST))
+        control.require(Medium.WATER, name)
+
+
+def _water(control: Control, water: Output) -> tuple[str, bool]:
+    """Its name, and whether it is checked."""
     if water is Output.MV_HEISS:
-        if control.settings.test_lw_water_hot:
-            control.require(Medium.WATER, "Heißwasser")
-    elif control.settings.test_lw_water_cold:
-        control.require(Medium.WATER, "Kaltwasser")
+        return "Heißwasser", control.settings.test_lw_water_hot
+    return "Kaltwasser", control.settings.test_lw_water_cold
 
 
 def _rinse_gas(control: Control, water: Output) -> Output:
@@ -136,8 +160,12 @@ class Flow:
 
     def judge(self) -> None:
         """Tells if the bath is below its minimum, once there was time to see it."""
-        if self._flooded and self._peak < self._control.recipe.limits[self._electrolyte].minimum:
-            self._control.watcher.too_low(self._electrolyte)
+        minimum = self._control.recipe.limits[self._electrolyte].minimum
+        if self._flooded:
+            name = f"Höchster Leitwert {self._electrolyte.value}"
+            self._control.watcher.checked(Check(name, self._peak, "mS/cm", minimum, AT_LEAST))
+            if self._peak < minimum:
+                self._control.watcher.too_low(self._electrolyte)
 
     @property
     def _flooded(self) -> bool:
@@ -225,7 +253,12 @@ def drive_air_out(control: Control) -> Procedure:
 def prestress(control: Control) -> Procedure:
     """Leaves the barrel under CO2. The pressure may still be changed while it rises."""
     control.watcher.detail("Fass wird vorgespannt")
-    with control.outputs(Output.MV_CO2):
+
+    def reached() -> Check:
+        wanted = control.settings.vorspannen_p
+        return Check("Vorspanndruck", control.io.pressure, "bar", wanted, AT_LEAST)
+
+    with control.outputs(Output.MV_CO2), control.telling(reached):
         yield from control.until(
             lambda: control.io.pressure >= control.settings.vorspannen_p,
             PRESTRESS_LIMIT_SECS,

@@ -9,6 +9,7 @@ from collections.abc import Set
 from dataclasses import dataclass, field
 from typing import Final
 
+from ..process.hardware import PUMP_FLOW
 from ..process.outputs import Output
 from ..process.recipe import Electrolyte
 from .faults import PlantFault
@@ -46,7 +47,6 @@ class GasRates:
 
 MAINS_CONDUCTIVITY: Final = {Output.MV_KALT: 0.5, Output.MV_HEISS: 0.6}  # mS/cm
 WEAK_CONDUCTIVITY: Final = 5.0  # mS/cm
-PUMP_FLOW: Final = 1.0  # litres per second
 BLOW_FLOW: Final = 1.0  # litres per second that a gas drives out
 DRAIN_SECS: Final = 3.0  # time constant of a barrel that runs empty by itself
 BARREL_VOLUME: Final = 50.0  # litres

@@ -33,6 +33,8 @@ class Panel:
         self.directory = Path(tempfile.mkdtemp(prefix="kubelor-panel-"))
         self._command = [os.environ["KUBELOR_DEMO"], *arguments]
         self._environment = os.environ | {
+            # No question after a run because of a stick in this computer.
+            "BROVIK_DEMO_STICK": "",
             "KUBELOR_DEMO_BACKEND": str(backend),
             "KUBELOR_DEMO_SOCKET": str(self.directory / "raise.sock"),
             "KUBELOR_TEST_SOCKET": str(self.directory / "remote.sock"),

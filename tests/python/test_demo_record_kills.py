@@ -1,0 +1,102 @@
+"""The sudden end of the program around the end of a run; and a file that is full."""
+
+# pylint: disable=protected-access
+
+import os
+import signal
+import sqlite3
+import subprocess
+import unittest
+from unittest.mock import patch
+
+from brovik.auto import Auto
+
+from demo_logbook import RecordCase, counters
+from demo_support import DEADLINE_SECS
+from controller.storage import FILE_NAME
+from logbook.writer import LogbookWriter
+
+#: A process that runs the machine until one moment.
+CHILD = "demo_run_child"
+
+
+class KillTest(RecordCase):
+    """The sudden end of the program around the end of a run, and the next start."""
+
+    def killed(self, moment: str) -> None:
+        """Has a process run the machine until this moment."""
+        with subprocess.Popen(
+            [f"/proc/{os.getpid()}/exe", CHILD],
+            env={**os.environ, "BROVIK_CONFIG_DIR": str(self.directory), "KUBELOR_TEST_MOMENT": moment},
+            stderr=subprocess.DEVNULL,
+        ) as child:
+            self.assertEqual(child.wait(DEADLINE_SECS), -signal.SIGKILL)
+
+    def test_before_the_end(self) -> None:
+        """Whoever goes on with the run, and whoever does not, gets one record."""
+        for moment in (
+            "in step 5",
+            "while the draft is written",
+            "before the record",
+            "while the record is written",
+        ):
+            for goes_on in (True, False):
+                with self.subTest(moment, goes_on=goes_on):
+                    for file in self.directory.iterdir():
+                        file.unlink()
+                    self.killed(moment)
+                    self.make()
+                    self.operation.offer_to_continue(self.backend._note)  # type: ignore[arg-type]
+                    self.answer(1, goes_on)
+                    self.run_until(lambda: not Auto.active)
+                    self.backend.stop()
+                    self.make()
+                    (record,) = self.written()
+                    self.assertEqual(record.result, "success" if goes_on else "error")
+                    self.assertEqual([bool(i.went_on) for i in record.interruptions], [goes_on])
+                    self.assertEqual(counters(self.directory / FILE_NAME)["Fässer"], float(goes_on))
+
+    def test_after_the_end(self) -> None:
+        """The record is there, and nothing to go on with."""
+        self.killed("after the record")
+        self.make()
+        self.assertIsNone(self.backend._note)
+        (record,) = self.written()
+        self.assertEqual((record.result, record.interruptions), ("success", ()))
+        self.assertEqual(counters(self.directory / FILE_NAME)["Fässer"], 1.0)
+
+
+class FullDiskTest(RecordCase):
+    """A file that does not take the record."""
+
+    FULL = sqlite3.OperationalError("database or disk is full")
+
+    def test_never_again(self) -> None:
+        """The program ends before there is room: the draft of the run is still there, not that of the next."""
+        self.make()
+        with patch.object(LogbookWriter, "append_run", side_effect=self.FULL):
+            self.run_whole()
+            self.run_to("Reinigen mit Lauge")
+            self.backend.stop()
+        self.make()
+        self.operation.offer_to_continue(self.backend._note)  # type: ignore[arg-type]
+        self.answer(1, False)
+        (record,) = self.written()
+        self.assertEqual([step.number for step in record.steps], list(range(1, 12)))
+
+    def test_later(self) -> None:
+        """It is written as soon as that is possible; a draft of the next run does not replace it."""
+        self.make()
+        with patch.object(LogbookWriter, "append_run", side_effect=self.FULL):
+            self.run_whole()
+            self.run_to("Reinigen mit Lauge")
+            self.until(lambda: self.signals("exception"), "exception")
+            self.settle()
+        self.run_until(lambda: not Auto.active)
+        first, second = self.written()
+        self.assertEqual((first.result, second.result), ("success", "success"))
+        self.assertEqual(counters(self.directory / FILE_NAME)["Fässer"], 2.0)
+
+
+if __name__ == "__main__":
+    unittest.main()
