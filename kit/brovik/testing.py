@@ -30,7 +30,7 @@ from typing import Any, Final, Literal, TypeAlias, get_args
 
 from brovik import _kit
 from brovik._screens import Answers, Dialog, Screens, Toast
-from brovik.actuator import Actuator, ActuatorEnum
+from brovik.actuator import Actuator
 from brovik.chart import Chart, ChartMetaDataList, LineEnum
 from brovik.gui import Gui, GuiEnum
 from brovik.sensor import Sensor
@@ -265,13 +265,13 @@ def log() -> list[tuple[str, str]]:
 
 def outputs() -> set[str]:
     """Names of the outputs that are on, as in `ActuatorEnum`."""
-    return {_output_name(dout.enum) for dout in Actuator.active_douts}
+    return {dout.enum.name for dout in Actuator.active_douts}
 
 
 def shown_outputs() -> list[str]:
     """Names of the outputs on the page of hand operation, in its order."""
     process_events()
-    return [_output_name(dout.enum) for dout in _kit.shown_outputs()]
+    return [dout.enum.name for dout in _kit.shown_outputs()]
 
 
 def chart() -> dict[str, list[tuple[float, float]]]:
@@ -287,11 +287,9 @@ def reset() -> None:
     The backend goes on as it was: what its threads write afterwards is there again.
     """
     process_events()
-    # A value has to fit its bounds.
-    for bound in (True, False):
-        for owner, name, value in _kit.initial_values:
-            if name.endswith(("_min", "_max")) == bound:
-                setattr(owner, name, value)
+    # In the order of their declaration, in which bounds come before their value.
+    for owner, name, value in _kit.initial_values:
+        setattr(owner, name, value)
     Gui.apply_items_scale_to_default(1.0)
     Chart.clear()
     Chart.meta_data_list = ChartMetaDataList()
@@ -347,14 +345,9 @@ def _name(watched: object) -> str:
     cls = type(watched).__name__
     enum = getattr(watched, "enum", None)
     if enum is not None:
-        return _output_name(enum) if isinstance(enum, ActuatorEnum) else str(enum.name)
+        return str(enum.name)
     name: object = getattr(watched, "name", None) if cls == "ChartLineClass" else None
     return str(name) if name else cls.removesuffix("Class")
-
-
-def _output_name(enum: ActuatorEnum) -> str:
-    """Without the class."""
-    return ActuatorEnum(int(enum)).name
 
 
 def _change(owner: str, signal: str, property_: str, thread: str, values: tuple[Any, ...]) -> Change:
@@ -362,7 +355,7 @@ def _change(owner: str, signal: str, property_: str, thread: str, values: tuple[
         return Change(owner, signal, values, thread)
     name = property_.lower()
     names = _attribute_names()
-    return Change(owner, names.get(name) or names.get(name.removeprefix("sim"), property_), values[0], thread)
+    return Change(owner, names.get(name, names.get(name.removeprefix("sim"), property_)), values[0], thread)
 
 
 def _attribute_names() -> dict[str, str]:
