@@ -26,18 +26,23 @@ from collections.abc import Callable, Iterator
 from contextlib import contextmanager
 from dataclasses import dataclass
 from types import ModuleType
-from typing import Any, Final, Literal, TypeAlias, get_args
+from typing import Any, Final, Literal, Protocol, TypeAlias, get_args
 
 from brovik import _kit
 from brovik._screens import Answers, Dialog, Screens, Toast
-from brovik.actuator import Actuator
-from brovik.chart import Chart, ChartMetaDataList, LineEnum
+from brovik.actuator import Actuator, ActuatorEnum
+from brovik.auto import AutoEnum
+from brovik.chart import Chart, ChartEnum, ChartMetaDataList, LineEnum
 from brovik.gui import Gui, GuiEnum
-from brovik.sensor import Sensor
-from brovik.shell import Shell
+from brovik.sensor import Sensor, SensorEnum
+from brovik.settings import SettingsEnum
+from brovik.shell import Shell, ShellActionEnum
+from brovik.simulator import SimuEnum
+from brovik.wifi import WifiActionEnum
 
 __all__ = [
     "Answers",
+    "Backend",
     "Change",
     "Changes",
     "Dialog",
@@ -72,6 +77,43 @@ WAIT_SECS: Final = 10.0
 _POLL_SECS: Final = 0.002
 #: A backend that opens a dialog at each report of a dialog never comes to rest.
 _MOST_ROUNDS: Final = 1000
+
+
+class Backend(Protocol):
+    """What the program asks of a backend: the ten functions of the module `controller`."""
+
+    # Each returns at once and lets no exception out; docs/backend.md tells what comes when.
+    # pylint: disable=missing-function-docstring
+
+    def init(self, __debug: bool) -> None:
+        ...
+
+    def actuator_toggle_from_cpp(self, __enum: ActuatorEnum) -> None:
+        ...
+
+    def auto_value_from_cpp(self, __enum: AutoEnum, __value: None) -> None:
+        ...
+
+    def chart_action_from_cpp(self, __enum: ChartEnum, __value: str | list[str] | None) -> None:
+        ...
+
+    def gui_value_from_cpp(self, __enum: GuiEnum, __value: bool | dict[str, Any] | None) -> None:
+        ...
+
+    def sensor_value_from_cpp(self, __enum: SensorEnum, __state: bool) -> None:
+        ...
+
+    def shell_action_from_cpp(self, __enum: ShellActionEnum, __value: str | None) -> None:
+        ...
+
+    def simulator_value_from_cpp(self, __enum: SimuEnum, __value: float) -> None:
+        ...
+
+    def settings_from_cpp(self, __enum: SettingsEnum, __value: bool | float | str | None) -> None:
+        ...
+
+    def wifi_action_from_cpp(self, __enum: WifiActionEnum, __value: str | list[str] | None) -> None:
+        ...
 
 
 @dataclass(frozen=True)

@@ -16,6 +16,14 @@ from .places import environment, python_path
 #: For everything that runs in the backend, seconds.
 PATIENCE_SECS: Final = 30.0
 
+#: Fits if the functions take what the program hands over.
+_TEN_FUNCTIONS: Final = """\
+import controller
+from brovik.testing import Backend
+
+CONTROLLER: Backend = controller
+"""
+
 
 def check_backend(folder: Path, patience: float = PATIENCE_SECS) -> bool:
     """Prints what is found in plain sentences. True if there is no fault."""
@@ -84,9 +92,11 @@ def _types(folder: Path) -> Iterator[str]:
         print("Remark: mypy is not installed, so the types were not checked.")
         return
     target = "controller" if (folder / "controller").is_dir() else "controller.py"
-    with tempfile.TemporaryDirectory() as cache:
+    with tempfile.TemporaryDirectory() as directory:
+        functions = Path(directory) / "ten_functions.py"
+        functions.write_text(_TEN_FUNCTIONS, encoding="utf-8")
         checked = subprocess.run(
-            [sys.executable, "-m", "mypy", "--strict", "--cache-dir", cache, target],
+            [sys.executable, "-m", "mypy", "--strict", "--cache-dir", directory, target, str(functions)],
             cwd=folder,
             env=os.environ | {"MYPYPATH": str(python_path())},
             capture_output=True,

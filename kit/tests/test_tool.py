@@ -191,6 +191,22 @@ class CheckTest(ToolCase):
         self.assertEqual(checked.returncode, 1)
         self.assertIn("The types do not fit:\ncontroller/typed.py:2: error: ", checked.stdout)
 
+    def test_types_of_the_functions(self) -> None:
+        """Each has to take what the program hands over."""
+        made = tool("new", self.folder)
+        self.assertEqual(made.returncode, 0)
+        file = self.folder / "controller" / "__init__.py"
+        text = file.read_text("utf-8")
+        wrong = text.replace(
+            "simulator_value_from_cpp(enum: SimuEnum, value: object)",
+            "simulator_value_from_cpp(enum: SimuEnum, value: str)",
+        )
+        self.assertNotEqual(text, wrong)
+        file.write_text(wrong, "utf-8")
+        checked = tool("check", self.folder)
+        self.assertEqual(checked.returncode, 1)
+        self.assertIn("def simulator_value_from_cpp(SimuEnum, float, /) -> None", checked.stdout)
+
     def test_remarks(self) -> None:
         """What is no fault, but worth a thought."""
         self.write("def init(debug): pass")
