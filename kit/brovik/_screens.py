@@ -9,6 +9,8 @@ from brovik.gui import GuiEnum
 Kind: TypeAlias = Literal["message", "question", "exception"]
 Report: TypeAlias = Callable[[GuiEnum, object], None]
 
+#: The program itself keeps them for the screens, but for a second backend in the same process.
+_KEPT: Final = ("message", "exception")
 #: How long the error stays that a backend has when it is told of another one.
 ECHO_MS: Final = 5000
 
@@ -88,7 +90,7 @@ class Screens:  # pylint: disable=too-many-instance-attributes # two of them are
             "appendStderr": lambda text: self.record.console.append(("stderr", text)),
         }
         self.answers: Final = Answers()
-        #: Before, questions and toasts are lost.
+        #: Before, messages wait, questions and toasts are lost.
         self.loaded = False
         self.clear()
 
@@ -99,13 +101,26 @@ class Screens:  # pylint: disable=too-many-instance-attributes # two of them are
         self.answers.clear()
         self._next_id = -1
         self._number = 0
+        self._waiting: list[tuple[int, str, tuple[Any, ...]]] = []
         #: The signals that came while the backend was told of the dialog of an exception.
         self._echoes: list[range] = []
 
     def take(self, number: int, signal: str, values: tuple[Any, ...]) -> None:
         """Shows what an object of the host has told with its signal of this number."""
+        if self.loaded:
+            self._show_signal(number, signal, values)
+        elif signal in _KEPT:
+            self._waiting.append((number, signal, values))
+
+    def show_waiting(self) -> None:
+        """Shows what came before the screens were there."""
+        waiting, self._waiting = self._waiting, []
+        for number, signal, values in waiting:
+            self._show_signal(number, signal, values)
+
+    def _show_signal(self, number: int, signal: str, values: tuple[Any, ...]) -> None:
         self._number = number
-        if self.loaded and (slot := self._slots.get(signal)) is not None:
+        if (slot := self._slots.get(signal)) is not None:
             slot(*values)
 
     def answer(self, dialog: Dialog, accept: bool) -> None:

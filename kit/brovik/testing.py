@@ -199,11 +199,14 @@ def start(backend: ModuleType | None = None) -> ModuleType:
         atexit.register(shutil.rmtree, folder, ignore_errors=True)
         os.environ["BROVIK_CONFIG_DIR"] = folder
     _session.backend = backend if backend is not None else importlib.import_module(_kit.BACKEND)
+    _session.screens.loaded = False
     _function(_session.backend, _kit.INIT)(False)
     for name, _ in _kit.entry_functions().values():
         _function(_session.backend, name)
+    _session.show_news()
     _session.screens.loaded = True
     press("gui", GuiEnum.Ready)
+    _session.screens.show_waiting()
     _kit.screens_loaded()
     process_events()
     return _session.backend

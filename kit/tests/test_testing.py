@@ -3,6 +3,8 @@
 # Wrong types are handed over on purpose, and attributes are set that a module of its own does not declare.
 # mypy: disable-error-code="arg-type,attr-defined,assignment,index"
 
+import subprocess
+import sys
 import threading
 import unittest
 from typing import Any
@@ -65,6 +67,36 @@ class StartTest(unittest.TestCase):
                 setattr(backend, name, 5)
                 with self.assertRaisesRegex(TypeError, rf"^controller\.{name} is no function but 5$"):
                     testing.start(backend)
+
+    def test_before_the_screens(self) -> None:
+        """As in the program, a message of `init` waits for the screens, a question and a toast are lost."""
+        code = """
+from plain_backend import PlainBackend
+from brovik import testing
+from brovik.gui import Gui
+
+def init(_debug):
+    Gui.question("Frage", "", {"id": 1})
+    Gui.toast_warn("Notiz")
+    Gui.message("Meldung", "", "info")
+
+backend = PlainBackend()
+backend.init = init
+testing.start(backend)
+print([dialog.title for dialog in testing.dialogs()], testing.toasts())
+"""
+        ended = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, check=False)
+        self.assertEqual((ended.stdout, ended.stderr), ("['Meldung'] []\n", ""))
+
+    def test_message_of_a_second_backend(self) -> None:
+        """It waits for `Ready`, too."""
+        testing.reset()
+        backend = PlainBackend()
+        backend.init = lambda _debug: Gui.message("Meldung", "", "info")
+        testing.start(backend)
+        self.assertEqual([dialog.title for dialog in testing.dialogs()], ["Meldung"])
+        self.assertEqual([call[1] for call in backend.calls], [GuiEnum.Ready, GuiEnum.DialogData])
+        testing.reset()
 
     def test_error_of_init(self) -> None:
         """It is the test's."""
@@ -422,6 +454,9 @@ class StateTest(BackendCase):
         begin.set()
         testing.wait_until(lambda: Auto.progress == 50)
         thread.join()
+        Gui.toast_warn("x")
+        testing.wait_until(lambda: True)
+        self.assertEqual([toast.text for toast in testing.toasts()], ["x"])
         with self.assertRaisesRegex(AssertionError, r"^This did not come about within 0\.01 s"):
             testing.wait_until(lambda: Auto.progress == 51, 0.01)
         with self.assertRaisesRegex(TypeError, "^A condition is a function, not False$"):
@@ -454,6 +489,13 @@ class StateTest(BackendCase):
         self.assertEqual((Chart.meta_data_list.size(), Gui.fsize_xs), (0, 12.0))
         self.assertEqual((testing.dialogs(), testing.messages(), testing.toasts()), ([], [], []))
         self.assertEqual((dict(testing.answers), testing.log()), ({}, []))
+
+    def test_reset_of_the_scale(self) -> None:
+        """That of the controls has no attribute."""
+        with testing.signals(Gui) as changes:
+            Gui.apply_items_scale(2.0)
+            testing.reset()
+        self.assertEqual([change.value for change in changes.named("Gui.itemsScaleFactor")], [2.0, 1.0])
 
 
 if __name__ == "__main__":

@@ -90,7 +90,7 @@ class BackendTest(unittest.TestCase):
         self.assertEqual([dialog.title for dialog in testing.exceptions()], ["KeyError"])
 
 
-class FileTest(unittest.TestCase):
+class StoreTest(unittest.TestCase):
     """What is kept at the next start, in a process of its own."""
 
     def setUp(self) -> None:
