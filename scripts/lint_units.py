@@ -24,7 +24,7 @@ from tempfile import TemporaryDirectory
 from typing import Final
 
 ROOT: Final = Path(__file__).resolve().parent.parent
-FOLDERS: Final = ("qt", "tests", "bench")
+FOLDERS: Final = ("qt", "tests", "bench", "kit")
 SOURCES_OF_A_UNIT: Final = 10
 #: What a source cannot share with another one.
 ALONE: Final = re.compile(r"^int main\(|^PYBIND11_(EMBEDDED_)?MODULE\(", re.MULTILINE)

@@ -9,6 +9,11 @@ from typing import Final
 _ENUM_DEFAULT: Final = re.compile(r"<(\w+\.\w+): -?\d+>")
 _BARE: Final = re.compile(r"(?<=[:>] )(Iterable|dict|list|set)(?![\w\[])")
 _PARAMETERS: Final = {"dict": "[Any, Any]"}
+#: What the host's functions look at only when they are called, by the name of the argument.
+_SHARPER: Final = {
+    "outputs: Iterable": "outputs: Iterable[ActuatorEnum]",
+    "category: str": 'category: typing.Literal["info", "warning", "error", "success"]',
+}
 _OPERATORS: Final = frozenset(
     ("__init__", "__getitem__", "__setitem__", "__iter__", "__next__", "__len__", "__bool__", "__repr__")
 )
@@ -37,6 +42,8 @@ def function_text(name: str, doc: str | None, indent: str) -> str:
             f"{indent}@typing.overload\n{function_text(name, overload, indent)}" for overload in overloads
         )
     signature, _, doc = (doc or "").partition("\n")
+    for told, sharper in _SHARPER.items():
+        signature = re.sub(rf"\b{told}(?![\[\w])", sharper, signature)
     signature = _BARE.sub(_parametrised, _ENUM_DEFAULT.sub(r"\1", signature))
     _, opening, arguments = signature.partition("(")
     arguments = re.sub(r"^self: [\w.]+", "self", arguments)

@@ -45,11 +45,16 @@ class StubsTest(unittest.TestCase):
     def test_signatures(self) -> None:
         """Names, defaults, types, docstrings."""
         write_stubs(brovik, self.directory)
+        actuator = self.texts(self.directory)["brovik/actuator.pyi"]
+        self.assertIn("    def add_blocked(self, outputs: Iterable[ActuatorEnum]) -> None:\n", actuator)
+        self.assertIn("    def block_all_except_of(self, outputs: Set[ActuatorEnum]) -> None:\n", actuator)
         gui = self.texts(self.directory)["brovik/gui.pyi"]
         for line in (
             "class ColorEnum:",
             "    Transparent: ClassVar[ColorEnum]",
             "    def close_dialog(self, id_: int, accept: bool = False) -> None:",
+            "    def message(self, title: str, text: str, "
+            'category: typing.Literal["info", "warning", "error", "success"]) -> None:',
             "    def toast_notify(self, text: str, icon_enum: IconEnum, "
             "color_enum: ColorEnum = ColorEnum.Transparent, duration: int = 1000) -> None:",
             '    def status(self) -> str:\n        """Status line under the header."""',

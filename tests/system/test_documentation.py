@@ -57,6 +57,8 @@ class GuideTest(unittest.TestCase):
                 "Recording a chart": 1,
                 "Keeping things": 1,
                 "Threads": 2,
+                # By the tests of the kit.
+                "Testing a backend": 1,
             },
         )
 

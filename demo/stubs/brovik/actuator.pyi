@@ -147,9 +147,9 @@ class ActuatorClass:
         """Unblocks the outputs of the set and blocks all others."""
     def unblock_all_except_of(self, outputs: Set[ActuatorEnum]) -> None:
         """Blocks the outputs of the set and unblocks all others."""
-    def add_blocked(self, outputs: Iterable[Any]) -> None:
+    def add_blocked(self, outputs: Iterable[ActuatorEnum]) -> None:
         """Blocks these outputs and leaves the others as they are."""
-    def remove_blocked(self, outputs: Iterable[Any]) -> None:
+    def remove_blocked(self, outputs: Iterable[ActuatorEnum]) -> None:
         """Unblocks these outputs and leaves the others as they are."""
     def set_dout_model(self, douts: typing.Iterable[DOut]) -> None:
         """Chooses the outputs that the screens show, in this order. Returns before they show them."""

@@ -188,7 +188,7 @@ class GuiClass:
         """Opens the power popup."""
     def request_popup(self, which: PopupEnum, id_: int) -> None:
         """Asks for a popup. No screen has one at present."""
-    def message(self, title: str, text: str, category: str) -> None:
+    def message(self, title: str, text: str, category: typing.Literal["info", "warning", "error", "success"]) -> None:
         """Opens a message; categories: info, warning, error, success."""
     def question(self, title: str, text: str, options: dict[str, typing.Any]) -> None:
         """Opens a question; docs/backend.md tells its options."""

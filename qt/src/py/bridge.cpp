@@ -7,12 +7,6 @@
 
 #include <QUuid>
 
-namespace {
-
-constexpr const char *backendModule = "controller";
-
-} // namespace
-
 Bridge::Bridge(QStringList pythonArgs, bool stubs, const QString &backendDir)
     : m_pythonArguments(std::move(pythonArgs))
     , m_makeStubs(stubs)

@@ -110,13 +110,13 @@ PyObject *makeStdRedirects()
     return makeModule("_std_redirects", definition, fillStdRedirects);
 }
 
+} // namespace
+
 PyObject *makeBrovik()
 {
     static py::module_::module_def definition;
     return makeModule("brovik", definition, fillBrovik);
 }
-
-} // namespace
 
 void registerBuiltInModules()
 {

@@ -5,7 +5,6 @@
 #include "src/py/backend_activity.h"
 #include "src/py/bridge.h"
 #include "src/py/brovik_module.h"
-#include "src/py/converter.h"
 #include "src/py/daemon_threads.h"
 #include "src/py/end_signals.h"
 #include "src/py/exceptions.h"
@@ -68,16 +67,6 @@ constexpr char threadTeller[] = R"(
         if awaited():
             threading.Thread(target=run, name="Kubelor", daemon=True).start()
 )";
-
-/// An argument of a Python call. Enums and what pybind11 knows by itself; all else by the conversion's rules.
-template <typename Value> py::object pythonArgumentOf(const Value &value)
-{
-    if constexpr (std::is_enum_v<Value>) {
-        return py::cast(value, py::return_value_policy::copy);
-    } else {
-        return castQt2Py(value);
-    }
-}
 
 // How a missing function's line shows a value.
 
@@ -208,12 +197,7 @@ bool PyWorker::call(const EntryFunction &function, Enum action, const Values &..
     const py::gil_scoped_acquire gil;
     const BackendRuns runs;
     const BackendActivity activity(function.name, action);
-    const py::tuple tuple = py::make_tuple(pythonArgumentOf(action), pythonArgumentOf(values)...);
-    const auto result =
-        py::reinterpret_steal<py::object>(PyObject_CallObject(function.handle.ptr(), tuple.ptr()));
-    if (!result) {
-        throw py::error_already_set();
-    }
+    callEntryFunction(function.handle, action, values...);
     EndSignals::claimBack();
     return true;
 }
@@ -347,13 +331,13 @@ void PyWorker::importBackend()
 void PyWorker::callInit()
 {
     const BackendActivity activity("init()");
-    m_module.attr("init")(Bridge::debug());
+    m_module.attr(backendInit)(Bridge::debug());
 }
 
 void PyWorker::findEntryFunctions()
 {
     for (EntryFunction *function : m_entryFunctions) {
-        guarded([&] { function->handle = py::function(m_module.attr(function->name)); });
+        guarded([&] { function->handle = entryFunction(m_module, function->name); });
     }
 }
 

@@ -1,14 +1,6 @@
 #pragma once
 
-#include "brovik/actuator/actuator.h"
-#include "brovik/auto/auto.h"
-#include "brovik/chart/chart.h"
-#include "brovik/gui/gui.h"
-#include "brovik/sensor/sensor.h"
-#include "brovik/settings/settings.h"
-#include "brovik/shell/shell.h"
-#include "brovik/simulator/simulator.h"
-#include "brovik/wifi/wifi.h"
+#include "src/py/entry_functions.h"
 
 #include <pybind11/pybind11.h>
 
@@ -19,9 +11,6 @@
 #include <vector>
 
 class Bridge;
-
-/// What the slot of the simulator's actions calls their enum.
-using SimulatorEnum = Simulator::SimEnum;
 
 /// Holds the interpreter and carries every action of the operator into the backend.
 ///
@@ -93,15 +82,10 @@ private:
     PyThreadState *m_threadState = nullptr;
     std::string m_moduleName;
     pybind11::object m_module;
-    EntryFunction m_actuator{"actuator_toggle_from_cpp"};
-    EntryFunction m_auto{"auto_value_from_cpp"};
-    EntryFunction m_chart{"chart_action_from_cpp"};
-    EntryFunction m_gui{"gui_value_from_cpp"};
-    EntryFunction m_sensor{"sensor_value_from_cpp"};
-    EntryFunction m_shell{"shell_action_from_cpp"};
-    EntryFunction m_simulator{"simulator_value_from_cpp"};
-    EntryFunction m_settings{"settings_from_cpp"};
-    EntryFunction m_wifi{"wifi_action_from_cpp"};
-    const std::array<EntryFunction *, 9> m_entryFunctions{
-        &m_actuator, &m_auto, &m_chart, &m_gui, &m_sensor, &m_shell, &m_simulator, &m_settings, &m_wifi};
+#define ENTRY_MEMBER(family, Enum, Value, function) EntryFunction m_##family{function};
+    ENTRY_FUNCTIONS(ENTRY_MEMBER)
+#undef ENTRY_MEMBER
+#define ENTRY_POINTER(family, ...) &m_##family,
+    const std::array<EntryFunction *, 9> m_entryFunctions{ENTRY_FUNCTIONS(ENTRY_POINTER)};
+#undef ENTRY_POINTER
 };

@@ -57,7 +57,33 @@ class InstalledTest(unittest.TestCase):
         """Neither tests nor what Python leaves behind; manuals are there."""
         files = {str(path.relative_to(self.prefix)) for path in self.prefix.rglob("*") if path.is_file()}
         self.assertIn("share/doc/kubelor/bedienung.md", files)
-        self.assertEqual([name for name in files if "/tests/" in name or "CMakeLists" in name], [])
+        # The tests of the template are those of the backends that are made of it.
+        own = [name for name in files if "/template/" not in name]
+        self.assertEqual([name for name in own if "/tests/" in name or "CMakeLists" in name], [])
+
+    def test_kit_for_backends(self) -> None:
+        """The tool writes and checks a backend, and finds what was installed with it."""
+        packages = self.prefix / "lib/python3/dist-packages"
+        environment = {"HOME": str(self.prefix), "PATH": "", "PYTHONPATH": str(packages)}
+        folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, folder)
+        mine = Path(folder) / "mine"
+        for arguments, told in (
+            (("new", mine), f"Next: kubelor-backend check {mine}\n"),
+            (("check", mine), "No fault found.\n"),
+        ):
+            with self.subTest(arguments[0]):
+                run = subprocess.run(
+                    [sys.executable, "-B", self.prefix / "bin/kubelor-backend", *arguments],
+                    capture_output=True,
+                    encoding="utf-8",
+                    env=environment,
+                    timeout=PATIENCE,
+                    check=False,
+                )
+                self.assertEqual((run.returncode, run.stderr), (0, ""), run.stdout)
+                self.assertTrue(run.stdout.endswith(told), run.stdout)
+        self.assertTrue((packages / "brovik/py.typed").exists())
 
 
 if __name__ == "__main__":

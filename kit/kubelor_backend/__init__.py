@@ -1,0 +1,1 @@
+"""The tool `kubelor-backend`: begins, checks and runs backends."""

@@ -1,0 +1,1 @@
+"""Tests of the backend: `python3 -m unittest` in the folder above."""
