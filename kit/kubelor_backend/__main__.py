@@ -19,7 +19,7 @@ def _new(arguments: argparse.Namespace) -> int:
 
 
 def _check(arguments: argparse.Namespace) -> int:
-    return 0 if check_backend(arguments.folder, arguments.patience) else 1
+    return 0 if check_backend(arguments.folder, arguments.patience, arguments.types) else 1
 
 
 def _run(arguments: argparse.Namespace) -> int:
@@ -39,6 +39,7 @@ def _parser() -> argparse.ArgumentParser:
 
     check = commands.add_parser("check", help="start a backend without a display and tell what is wrong")
     check.add_argument("--patience", type=float, default=PATIENCE_SECS, help="seconds that it may take")
+    check.add_argument("--no-types", dest="types", action="store_false", help="leave the types unchecked")
     check.set_defaults(command=_check)
 
     run = commands.add_parser("run", help="start kubelor-demo with a backend")

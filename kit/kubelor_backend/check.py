@@ -25,12 +25,14 @@ CONTROLLER: Backend = controller
 """
 
 
-def check_backend(folder: Path, patience: float = PATIENCE_SECS) -> bool:
-    """Prints what is found in plain sentences. True if there is no fault."""
+def check_backend(folder: Path, patience: float = PATIENCE_SECS, types: bool = True) -> bool:
+    """Prints what is found in plain sentences. With `types` mypy looks as well. True if there is no fault."""
     if not (folder / "controller" / "__init__.py").exists() and not (folder / "controller.py").exists():
         print(f"{folder} has no package controller.")
         return False
-    faults = [*_run(folder.resolve(), patience), *_types(folder.resolve())]
+    faults = list(_run(folder.resolve(), patience))
+    if types:
+        faults += _types(folder.resolve())
     for fault in faults:
         print(fault)
     if not faults:

@@ -111,7 +111,7 @@ class CheckTest(ToolCase):
     def faults(self, more: str, *options: str) -> str:
         """What is found in such a backend."""
         self.write(more)
-        checked = tool("check", self.folder, *options)
+        checked = tool("check", self.folder, "--no-types", *options)
         self.assertEqual((checked.returncode, checked.stderr), (1, ""), checked.stdout)
         return checked.stdout
 
@@ -165,11 +165,11 @@ class CheckTest(ToolCase):
         """Who hangs, crashes or leaves is named."""
         hangs = "import threading\ndef init(debug): threading.Event().wait()"
         self.assertIn(
-            "init(False) did not come to its end within 2 s.", self.faults(hangs, "--patience", "2")
+            "init(False) did not come to its end within 8 s.", self.faults(hangs, "--patience", "8")
         )
         thread = "import threading\nthreading.Thread(target=threading.Event().wait).start()"
         self.assertIn(
-            "the end of Python did not come to its end within 2 s.", self.faults(thread, "--patience", "2")
+            "the end of Python did not come to its end within 8 s.", self.faults(thread, "--patience", "8")
         )
         crash = "import os, signal\ndef init(debug): os.kill(os.getpid(), signal.SIGSEGV)"
         self.assertIn("init(False) ended the process with SIGSEGV.", self.faults(crash))
@@ -210,7 +210,7 @@ class CheckTest(ToolCase):
     def test_remarks(self) -> None:
         """What is no fault, but worth a thought."""
         self.write("def init(debug): pass")
-        checked = tool("check", self.folder)
+        checked = tool("check", self.folder, "--no-types")
         self.assertEqual(checked.returncode, 0)
         self.assertIn("Remark: Gui.status still reads as if there were no backend", checked.stdout)
 
@@ -323,6 +323,7 @@ class RunTest(ToolCase):
             "\n"
             "1 / 0\n"
             "import subprocess, sys\n"
+            "'brovik', 'brovik' in sys.builtin_module_names\n"
             "code = 'import sys; print([p for p in sys.path if \"demo_site\" in p])'\n"
             "subprocess.run([sys.executable, '-c', code], capture_output=True, text=True).stdout\n"
             "quit()\n"
@@ -332,6 +333,8 @@ class RunTest(ToolCase):
             said.stdout.startswith("Python in kubelor-demo. Here are: controller, brovik, Actuator, ")
         )
         errors = "ZeroDivisionError: division by zero"
+        # The package for an ordinary Python is on its path as well.
+        self.assertIn("('brovik', True)", said.stdout)
         for part in (line.split()[1], "'aus der Schale'", "still", errors, "'[]\\n'"):
             self.assertIn(part, said.stdout)
         self.assertEqual(self.shell("Gui.status\n").stdout.count("'aus der Schale'"), 1)
