@@ -90,13 +90,17 @@ Backend::Backend(QObject *parent)
                            "sys.dont_write_bytecode = True\n"
                            "sys.path.append('" QUICK_TEST_SOURCE_DIR "')\n"
                            "import defaults"));
-    for (QObject *owner : std::initializer_list<QObject *>{&Chart::instance(), &Gui::instance()}) {
-        const QMetaObject *type = owner->metaObject();
-        for (int index = type->propertyOffset(); index < type->propertyCount(); ++index) {
-            const QMetaProperty property = type->property(index);
-            if (property.isWritable()) {
-                m_defaults.push_back({owner, property, property.read(owner)});
-            }
+    rememberDefaults(Chart::instance());
+    rememberDefaults(Gui::instance());
+}
+
+void Backend::rememberDefaults(QObject &owner)
+{
+    const QMetaObject *type = owner.metaObject();
+    for (int index = type->propertyOffset(); index < type->propertyCount(); ++index) {
+        const QMetaProperty property = type->property(index);
+        if (property.isWritable()) {
+            m_defaults.push_back({&owner, property, property.read(&owner)});
         }
     }
 }

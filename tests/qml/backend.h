@@ -55,6 +55,8 @@ private:
         QVariant value;
     };
 
+    void rememberDefaults(QObject &owner);
+
     /// What the screens write.
     std::vector<Default> m_defaults;
     QString m_settingsFile;
