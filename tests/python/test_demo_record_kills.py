@@ -72,7 +72,7 @@ class FullDiskTest(RecordCase):
     FULL = sqlite3.OperationalError("database or disk is full")
 
     def test_never_again(self) -> None:
-        """The program ends before there is room: the draft of the run is still there, not that of the next."""
+        """The program ends before there is room: the run's draft is still there, not that of the next one."""
         self.make()
         with patch.object(LogbookWriter, "append_run", side_effect=self.FULL):
             self.run_whole()
