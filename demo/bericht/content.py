@@ -199,7 +199,7 @@ def _other_range(found: RangeRecord) -> str:
 
 
 def _check(check: CheckRecord) -> str:
-    limit = "" if check.limit is None else f" (Grenze {wording.quantity(check.limit, check.unit)})"
+    limit = "" if check.limit is None else f" ({check.bound} {wording.quantity(check.limit, check.unit)})"
     return f"{check.name} {wording.quantity(check.value, check.unit)}{limit}"
 
 

@@ -44,12 +44,16 @@ class RangeRecord:
 
 @dataclass(frozen=True)
 class CheckRecord:
-    """What a check of a step has looked at, against its limit if there is one."""
+    """What a check of a step has looked at, against its limit if there is one.
+
+    `bound` is the German word for what the limit is: "mindestens", "höchstens".
+    """
 
     name: str
     value: float
     unit: str
     limit: float | None = None
+    bound: str = "Grenze"
 
 
 @dataclass(frozen=True)

@@ -129,12 +129,17 @@ class LogbookWriter:
             (clean(name), amount, clean(unit)),
         )
 
-    def set_counter(self, name: str, value: float, unit: str = "") -> None:
-        """Sets a counter, for instance back to 0 after a maintenance."""
+    def set_counters(self, readings: Mapping[str, tuple[float, str]]) -> None:
+        """Sets counters to readings with their units."""
         with self._transaction():
-            self._connection.execute(
-                "INSERT OR REPLACE INTO counter VALUES (?, ?, ?)", (clean(name), value, clean(unit))
+            self._connection.executemany(
+                "INSERT OR REPLACE INTO counter VALUES (?, ?, ?)",
+                [(clean(name), value, clean(unit)) for name, (value, unit) in readings.items()],
             )
+
+    def counters(self) -> dict[str, float]:
+        """The readings of all counters."""
+        return dict(self._connection.execute("SELECT name, value FROM counter").fetchall())
 
     # Retention.
 

@@ -180,7 +180,7 @@ class WritingTest(LogbookCase):
     def test_counters(self) -> None:
         """They can be set back."""
         self.writer.count("Fässer", 5.0)
-        self.writer.set_counter("Fässer", 0.0)
+        self.writer.set_counters({"Fässer": (0.0, "")})
         self.writer.count("Fässer", 2.0)
         with open_logbook(self.path) as book:
             self.assertEqual([c.value for c in book.counters()], [2.0])
