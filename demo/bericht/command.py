@@ -15,10 +15,9 @@ from logbook.records import JournalEntry
 
 from . import exit_codes, wording
 from .arguments import STANDARD_OUTPUT, parser
-from .content import report
-from .csv_tables import csv_text, run_csv
+from .csv_tables import csv_text
 from .output import BYTE_ORDER_MARK, OutputError, write_file, write_out
-from .text_tables import report_text, text_table
+from .text_tables import text_table
 
 PROGRAM: Final = "kubelor-bericht"
 
@@ -132,62 +131,31 @@ def _print_csv(rows: Sequence[Sequence[object]]) -> None:
     write_out(csv_text(rows).encode("utf-8", "replace"))
 
 
-# One report.
+# One report. What it takes is not loaded for a list.
 
 
 def _show(book: Logbook, options: argparse.Namespace) -> int:
+    from .forms import text_form  # pylint: disable=import-outside-toplevel
+
     run = book.run(options.number)
-    _print(report_text(report(run, book.curves(options.number))))
+    _print(text_form(run, book.curves(options.number)))
     return exit_codes.BROKEN if run.broken else exit_codes.OK
 
 
 def _export(book: Logbook, options: argparse.Namespace) -> int:
-    content = _FORMATS[options.format](book, options.number)
-    broken = book.run(options.number).broken
+    from .forms import FORMS  # pylint: disable=import-outside-toplevel
+
+    run = book.run(options.number)
+    content = FORMS[options.format](run, book.curves(options.number))
     if options.output == STANDARD_OUTPUT:
         write_out(content)
     else:
         target = options.output or Path(f"Reinigungsbericht-{options.number}.{options.format}")
         write_file(target, BYTE_ORDER_MARK + content if options.format == "csv" else content)
         _print(f"{target} ist geschrieben.\n")
-    if broken:
-        _complain(broken)
-    return exit_codes.BROKEN if broken else exit_codes.OK
-
-
-def _pdf(book: Logbook, number: int) -> bytes:
-    try:
-        # Not before it is needed: everything else goes without.
-        from . import fonts, pdf  # pylint: disable=import-outside-toplevel
-    except ImportError as error:
-        raise OutputError("Für PDF fehlt das Paket python3-reportlab.") from error
-    try:
-        return pdf.pdf(report(book.run(number), book.curves(number)))
-    except fonts.FontError as error:
-        raise OutputError(str(error)) from error
-
-
-def _html(book: Logbook, number: int) -> bytes:
-    from .html_page import html_page  # pylint: disable=import-outside-toplevel
-
-    return html_page(report(book.run(number), book.curves(number))).encode("utf-8", "replace")
-
-
-def _csv(book: Logbook, number: int) -> bytes:
-    return run_csv(book.run(number), book.curves(number)).encode("utf-8", "replace")
-
-
-def _json(book: Logbook, number: int) -> bytes:
-    """The document as it stands, to the byte: so the hash can be computed from it."""
-    return book.run(number).document.encode("utf-8", "surrogateescape")
-
-
-_FORMATS: Final[Mapping[str, Callable[[Logbook, int], bytes]]] = {
-    "pdf": _pdf,
-    "html": _html,
-    "csv": _csv,
-    "json": _json,
-}
+    if run.broken:
+        _complain(run.broken)
+    return exit_codes.BROKEN if run.broken else exit_codes.OK
 
 
 # The chain.

@@ -155,6 +155,8 @@ def duration(secs: float) -> str:
 
 def one_line(text: str) -> str:
     """The text without what would move the line or the letters about: breaks, controls, directions."""
+    if text.isprintable():
+        return " ".join(text.split())
     return " ".join("".join(_harmless(letter) for letter in text).split())
 
 

@@ -62,7 +62,7 @@ def step(number: int, title: str, result: str = "done") -> StepRecord:
         begun + STEP_SECS,
         result,
         (RangeRecord("Druck", "bar", 0.02, 1.48), RangeRecord("Leitwert", "mS/cm", 0.4, 41.25)),
-        (CheckRecord("Druckverlust", 0.03, "bar", 0.1),) if number == 1 else (),
+        (CheckRecord("Druckverlust", 0.03, "bar", 0.1, "höchstens"),) if number == 1 else (),
     )
 
 

@@ -109,7 +109,7 @@ class PdfTest(PageCase):
             "Version: Programm 1.4.0, Steuerung 2.1.0",
             "Ergebnis Druck in bar Leitwert in mS/cm",
             "1 Dichtheitsprobe 14:00:00 0:30 erledigt 0,02–1,48 0,40–41,25",
-            "Druckverlust 0,03 bar (Grenze 0,1 bar)",
+            "Druckverlust 0,03 bar (höchstens 0,1 bar)",
             *(f"{n} {title} 14:0" for n, title in enumerate(STEPS, start=1)),
             "Zeit seit Beginn in min:s",
             "Druck in bar",
