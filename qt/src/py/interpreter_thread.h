@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal> // who asks also asserts
+
 /// Makes this thread the interpreter thread. Called by who starts Python there.
 void becomeInterpreterThread();
 
