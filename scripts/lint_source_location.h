@@ -1,4 +1,5 @@
-// clazy reads C++ with a compiler that does not know std::source_location yet. To be included before everything else.
+// clazy reads C++ with a compiler that does not know std::source_location yet. To be included before
+// everything else.
 #pragma once
 
 #include <source_location>

@@ -6,6 +6,7 @@ For any thread. `scripts/lint house` refuses a call of the host past this module
 import sys
 from html import unescape
 from traceback import format_exception_only, walk_tb
+from typing import Literal
 
 from brovik import forward_exception
 from brovik.gui import Gui
@@ -14,8 +15,8 @@ from .dialog_watch import DIALOGS
 from .journal import JOURNAL, Event, Kind
 
 
-def message(title: str, text: str, category: str) -> None:
-    """Opens a message. `text` may be rich; categories: info, warning, error, success."""
+def message(title: str, text: str, category: Literal["info", "warning", "error", "success"]) -> None:
+    """Opens a message. `text` may be rich."""
     DIALOGS.show(Kind.MESSAGE, title, unescape(text), {"category": category})
     Gui.message(title, text, category)
 

@@ -72,9 +72,9 @@ def _note_change(key: str, old: object, new: object, source: Source) -> None:
 
 
 class SettingsKeeper:  # pylint: disable=too-few-public-methods
-    """Takes the operator's wishes: a parameter, and the value that it is to have. Runs on the interpreter thread.
+    """Takes the operator's wishes: a parameter, and the value that it is to have.
 
-    The host clamps; what it has made of the value is what gets stored.
+    Runs on the interpreter thread. The host clamps; what it has made of the value is what gets stored.
     """
 
     def __init__(self, writer: StorageWriter, equipment: Equipment) -> None:

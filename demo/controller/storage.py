@@ -15,11 +15,11 @@ from pathlib import Path
 from queue import Empty, SimpleQueue
 from typing import Final, TypeAlias
 
+from logbook.place import FILE_NAME
 from logbook.writer import LogbookWriter
 
 from . import saved_charts
 
-FILE_NAME: Final = "kubelor-demo.sqlite3"
 PRIVATE: Final = 0o600
 SETTINGS: Final = "settings"
 MACHINE: Final = "machine"

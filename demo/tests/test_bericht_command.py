@@ -259,13 +259,6 @@ class PlaceOfFileTest(ReportCase):
                 )
                 self.assertIn("Nr. 1 bis Nr. 1", done.stdout, done.stderr)
 
-    def test_the_backend_has_the_same_name(self) -> None:
-        """Writer and reader speak of one file."""
-        # Not imported with the rest: the backend's modules may one day take it from there.
-        from controller import storage  # pylint: disable=import-outside-toplevel
-
-        self.assertEqual(storage.FILE_NAME, place.FILE_NAME)
-
     def test_unreadable(self) -> None:
         """One sentence each, whichever command it was."""
         other = self.directory / "other"

@@ -15,7 +15,6 @@ from typing import Any
 
 from controller.saved_charts import ChartInfo, SavedChart
 from controller.storage import (
-    FILE_NAME,
     RUN,
     SETTINGS,
     Change,
@@ -23,6 +22,7 @@ from controller.storage import (
     StorageWriter,
     open_storage,
 )
+from logbook.place import FILE_NAME
 
 from . import logbook_rig
 

@@ -11,7 +11,7 @@ from brovik.auto import Auto, AutoEnum
 from brovik.gui import Gui
 
 from demo_support import DEADLINE_SECS, SteppedCase
-from controller.storage import FILE_NAME
+from logbook.place import FILE_NAME
 from logbook.reader import StoredCurves, open_logbook
 from logbook.records import JournalEntry, RunRecord
 

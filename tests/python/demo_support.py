@@ -28,7 +28,8 @@ from controller.hardware_choice import HardwareChoice
 from controller.operation import Operation
 from controller.simulation.faults import PlantFault
 from controller.simulation.hardware import SimulatedHardware
-from controller.storage import FILE_NAME, MACHINE, Change, Storage
+from controller.storage import MACHINE, Change, Storage
+from logbook.place import FILE_NAME
 
 DEADLINE_SECS = 60.0
 #: Longest simulated time that any job may take.

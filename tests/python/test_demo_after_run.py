@@ -20,7 +20,8 @@ from controller import reports
 from controller.dialogs import DialogId
 from controller.maintenance_plans import PLANS
 from controller.simulation.faults import PlantFault
-from controller.storage import FILE_NAME, MAINTENANCE
+from controller.storage import MAINTENANCE
+from logbook.place import FILE_NAME
 
 #: Plans whose counters a run moves, and the readings of all so that these are due.
 SENSOR = next(plan for plan in PLANS if plan.key == "sensor")

@@ -17,7 +17,8 @@ from controller.recording import all_lines
 from controller.simulation.faults import PlantFault
 from controller.recording import SAMPLE_SECS
 from controller.saved_charts import ChartInfo, SavedChart
-from controller.storage import FILE_NAME, Storage
+from controller.storage import Storage
+from logbook.place import FILE_NAME
 
 
 def reset_chart() -> None:

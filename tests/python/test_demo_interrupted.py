@@ -9,7 +9,8 @@ from brovik.sensor import SensorEnum
 
 from demo_support import RunningCase, SteppedCase
 import controller
-from controller.storage import FILE_NAME, RUN, Change, Storage
+from controller.storage import RUN, Change, Storage
+from logbook.place import FILE_NAME
 
 NOTE = {"step": "acid", "lengthening": 1.0, "steam": False}
 

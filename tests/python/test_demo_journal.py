@@ -13,7 +13,7 @@ from demo_logbook import details, journal
 from demo_support import RunningCase
 import controller
 from controller.journal import Event, Kind
-from controller.storage import FILE_NAME
+from logbook.place import FILE_NAME
 from logbook.records import EVENTS, KINDS, JournalEntry
 
 PASSWORD = "vorab-2026"

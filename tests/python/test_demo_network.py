@@ -15,7 +15,8 @@ from demo_support import RunningCase
 import controller
 from controller.network.interfaces import NO_ADDRESS
 from controller.network.radio import FILE, Radio
-from controller.storage import FILE_NAME, NETWORK
+from controller.storage import NETWORK
+from logbook.place import FILE_NAME
 
 HOME = "Brovik-Werkstatt"
 HOME_PASSWORD = "fass-und-lauge"

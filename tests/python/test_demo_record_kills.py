@@ -13,7 +13,7 @@ from brovik.auto import Auto
 
 from demo_logbook import RecordCase, counters
 from demo_support import DEADLINE_SECS
-from controller.storage import FILE_NAME
+from logbook.place import FILE_NAME
 from logbook.writer import LogbookWriter
 
 #: A process that runs the machine until one moment.

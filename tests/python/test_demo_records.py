@@ -25,9 +25,10 @@ from controller.process.steps import Flow
 from controller.recording import all_lines
 from controller.run_log import INTERRUPTED
 from controller.simulation.faults import PlantFault
-from controller.storage import FILE_NAME, MACHINE, RUN
+from controller.storage import MACHINE, RUN
 from controller.settings_table import HOST_SETTINGS
 from controller.settings_titles import TITLES
+from logbook.place import FILE_NAME
 import logbook.curves
 import logbook.writer
 from logbook.records import RunRecord

@@ -16,7 +16,8 @@ from brovik.settings import SettingsClass, SettingsEnum, SettingsValues
 
 from demo_support import RunningCase, SteppedCase, reset_host
 from controller.settings_table import HOST_SETTINGS
-from controller.storage import FILE_NAME, SETTINGS, Change, Storage
+from controller.storage import SETTINGS, Change, Storage
+from logbook.place import FILE_NAME
 from tests.rig import PARAMETERS
 
 #: A process that does nothing but run the backend and set one parameter over and over.

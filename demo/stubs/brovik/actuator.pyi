@@ -5,6 +5,7 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class DOutTypeEnum:
     """Kinds of outputs."""
+
     __members__: ClassVar[dict[str, DOutTypeEnum]]
     Mv: ClassVar[DOutTypeEnum]
     Sv: ClassVar[DOutTypeEnum]
@@ -25,6 +26,7 @@ class DOutTypeEnum:
 
 class ActuatorEnum:
     """The outputs, and the request for manual heating."""
+
     __members__: ClassVar[dict[str, ActuatorEnum]]
     MvLaugeIn: ClassVar[ActuatorEnum]
     MvSaureIn: ClassVar[ActuatorEnum]
@@ -52,6 +54,7 @@ class ActuatorEnum:
 
 class DOut:
     """One digital output."""
+
     @property
     def name(self) -> str:
         """Name that the operator sees."""
@@ -87,6 +90,7 @@ class DOut:
 
 class ActuatorClass:
     """The thirteen digital outputs."""
+
     @property
     def mv_lauge_in(self) -> DOut:
         """Lauge IN"""

@@ -5,6 +5,7 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class WifiStateEnum:
     """States of the wireless connection."""
+
     __members__: ClassVar[dict[str, WifiStateEnum]]
     Connected: ClassVar[WifiStateEnum]
     Connecting: ClassVar[WifiStateEnum]
@@ -22,6 +23,7 @@ class WifiStateEnum:
 
 class WifiActionEnum:
     """Requests of the operator."""
+
     __members__: ClassVar[dict[str, WifiActionEnum]]
     Scan: ClassVar[WifiActionEnum]
     IPData: ClassVar[WifiActionEnum]
@@ -41,6 +43,7 @@ class WifiActionEnum:
 
 class WifiClass:
     """State of the network."""
+
     @property
     def state(self) -> WifiStateEnum:
         """State of the wireless connection."""
