@@ -323,9 +323,6 @@ def _interruptions(record: RunRecord) -> Table:
 
 
 def _counters(record: RunRecord) -> Table:
-    columns = (Column("Zähler", 100), Column("Stand nach dem Lauf", 80, figures=True))
-    rows = tuple(
-        (Cell(_title(each.name)), Cell(_title(wording.quantity(each.value, each.unit))))
-        for each in record.counters
-    )
-    return Table("Zählerstände", columns, rows)
+    """Of less weight than the rest, so one after the other below the heading."""
+    readings = (f"{each.name} {wording.quantity(each.value, each.unit)}" for each in record.counters)
+    return Table("Zählerstände nach dem Lauf", (), (), " · ".join(map(_title, readings)))

@@ -1,6 +1,7 @@
 """A report as PDF: A4, DejaVu Sans, nothing but text and vectors. The same run makes the same bytes."""
 
 from collections.abc import Callable, Iterator, Sequence
+from dataclasses import replace
 from html import escape
 from io import BytesIO
 from typing import Any, Final
@@ -27,7 +28,7 @@ from reportlab.platypus import (
 from logbook import records
 
 from . import fonts
-from .content import PAGE_WIDTH, Cell, Report, Table
+from .content import PAGE_WIDTH, Cell, Column, Report, Table
 from .drawing import FRAME, GREY, GRID, INK
 from .fonts import BOLD, MONO, REGULAR, printable
 from .scene import Anchor, Box, Label, Line, Scene
@@ -60,6 +61,7 @@ _TEXT: Final = _style("text", 7.8)
 _FIGURES: Final = _style("figures", 7.8, alignment=TA_RIGHT)
 _COLUMN: Final = _style("column", 6.3, textColor=HexColor(GREY))
 _COLUMN_FIGURES: Final = _style("column figures", 6.3, textColor=HexColor(GREY), alignment=TA_RIGHT)
+_SMALL: Final = _style("small", 6.5, textColor=HexColor(GREY))
 _NOTE: Final = _style("note", 7.2, textColor=HexColor(GREY), spaceBefore=2)
 _FACT: Final = _style("fact", 8.2)
 _WARNING: Final = _style("warning", 8.5, fontName=BOLD, textColor=HexColor(_BAD), spaceBefore=5)
@@ -143,16 +145,42 @@ def _table(table: Table) -> Flowable:
     weights = [column.weight for column in table.columns]
     widths = [PAGE_WIDTH * weight / sum(weights) for weight in weights]
     head = [_paragraph(c.title, _COLUMN_FIGURES if c.figures else _COLUMN) for c in table.columns]
-    rows = [
-        [_cell(cell, _FIGURES if column.figures else _TEXT) for cell, column in zip(row, table.columns)]
-        for row in table.rows
-    ]
-    lines: list[tuple[Any, ...]] = [
+    rows = [head]
+    look: list[tuple[Any, ...]] = [
         ("LINEBELOW", (0, 0), (-1, 0), 0.8, HexColor(FRAME)),
-        ("LINEBELOW", (0, 1), (-1, -1), 0.3, HexColor(GRID)),
         ("VALIGN", (0, 0), (-1, 0), "BOTTOM"),
     ]
-    return _grid([head, *rows], widths, lines, padding=1.6, head=1)
+    for row in table.rows:
+        place = _place_of_note(row)
+        if place is None:
+            rows.append(_row(row, table.columns))
+        else:
+            rows.append(_row([replace(cell, small="") for cell in row], table.columns))
+            rows.append(_row([Cell("")] * len(row), table.columns))
+            rows[-1][place] = _paragraph(row[place].small, _SMALL)
+            look += _look_of_note(place, len(rows) - 1)
+        look.append(("LINEBELOW", (0, len(rows) - 1), (-1, len(rows) - 1), 0.3, HexColor(GRID)))
+    return _grid(rows, widths, look, padding=1.6, head=1)
+
+
+def _place_of_note(row: Sequence[Cell]) -> int | None:
+    """Where the second text of a row stands that has only one. It gets all the room to the right."""
+    places = [index for index, cell in enumerate(row) if cell.small]
+    return places[0] if len(places) == 1 else None
+
+
+def _look_of_note(place: int, row: int) -> list[tuple[Any, ...]]:
+    """What makes one of this row and the one above it."""
+    return [
+        ("SPAN", (place, row), (-1, row)),
+        ("TOPPADDING", (0, row), (-1, row), 0),
+        ("BOTTOMPADDING", (0, row - 1), (-1, row - 1), 0),
+        ("NOSPLIT", (0, row - 1), (0, row)),
+    ]
+
+
+def _row(cells: Sequence[Cell], columns: Sequence[Column]) -> list[Flowable]:
+    return [_cell(cell, _FIGURES if column.figures else _TEXT) for cell, column in zip(cells, columns)]
 
 
 def _cell(cell: Cell, style: ParagraphStyle) -> Flowable:
