@@ -8,7 +8,6 @@ def forward_exception() -> None:
 
 class Logger:
     """Writes to the log of the program."""
-
     @staticmethod
     def debug(msg: str, w_trace: bool = False) -> None: ...
     @staticmethod

@@ -5,7 +5,6 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class DOutTypeEnum:
     """Kinds of outputs."""
-
     __members__: ClassVar[dict[str, DOutTypeEnum]]
     Mv: ClassVar[DOutTypeEnum]
     Sv: ClassVar[DOutTypeEnum]
@@ -26,7 +25,6 @@ class DOutTypeEnum:
 
 class ActuatorEnum:
     """The outputs, and the request for manual heating."""
-
     __members__: ClassVar[dict[str, ActuatorEnum]]
     MvLaugeIn: ClassVar[ActuatorEnum]
     MvSaureIn: ClassVar[ActuatorEnum]
@@ -54,7 +52,6 @@ class ActuatorEnum:
 
 class DOut:
     """One digital output."""
-
     @property
     def name(self) -> str:
         """Name that the operator sees."""
@@ -90,7 +87,6 @@ class DOut:
 
 class ActuatorClass:
     """The thirteen digital outputs."""
-
     @property
     def mv_lauge_in(self) -> DOut:
         """Lauge IN"""

@@ -5,7 +5,6 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class AutoEnum:
     """The operator's commands."""
-
     __members__: ClassVar[dict[str, AutoEnum]]
     Toggle: ClassVar[AutoEnum]
     ToggleLwTestSaure: ClassVar[AutoEnum]
@@ -22,7 +21,6 @@ class AutoEnum:
 
 class ProgressColor:
     """Colour of the progress text."""
-
     __members__: ClassVar[dict[str, ProgressColor]]
     Normal: ClassVar[ProgressColor]
     Success: ClassVar[ProgressColor]
@@ -40,7 +38,6 @@ class ProgressColor:
 
 class AutoClass:
     """State of the automatic run and of the bath tests."""
-
     @property
     def active(self) -> bool:
         """An automatic run is in progress."""

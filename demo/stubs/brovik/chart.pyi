@@ -6,15 +6,11 @@ import brovik.actuator
 
 class ChartMetaDataList:
     """The records of the saved charts, by reference."""
-
     def __init__(self) -> None: ...
-
     class iterator:
         """Walks over the elements."""
-
         def __iter__(self) -> ChartMetaDataList.iterator: ...
         def __next__(self) -> ChartMetaData: ...
-
     def __iter__(self) -> ChartMetaDataList.iterator: ...
     def append(self, element: ChartMetaData) -> None:
         """Puts a copy at the end."""
@@ -31,7 +27,6 @@ class ChartMetaDataList:
 
 class ChartEnum:
     """Requests of the operator."""
-
     __members__: ClassVar[dict[str, ChartEnum]]
     Invalid: ClassVar[ChartEnum]
     Save: ClassVar[ChartEnum]
@@ -51,7 +46,6 @@ class ChartEnum:
 
 class LineEnum:
     """The lines of the chart."""
-
     __members__: ClassVar[dict[str, LineEnum]]
     Invalid: ClassVar[LineEnum]
     Co2: ClassVar[LineEnum]
@@ -81,7 +75,6 @@ class LineEnum:
 
 class ChartMetaData:
     """What the list tells of a saved chart."""
-
     @typing.overload
     def __init__(self) -> None: ...
     @typing.overload
@@ -114,7 +107,6 @@ class ChartMetaData:
 
 class ChartLineClass:
     """One line of the chart."""
-
     @property
     def data(self) -> list[tuple[float, float]]:
         """All points: seconds and value."""
@@ -132,7 +124,6 @@ class ChartLineClass:
 
 class ChartClass:
     """The chart in memory and the list of saved charts."""
-
     @property
     def co2(self) -> ChartLineClass:
         """CO2: off, or at the height of its label."""

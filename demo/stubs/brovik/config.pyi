@@ -5,7 +5,6 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class MachineVersion:
     """Generations of the machine."""
-
     __members__: ClassVar[dict[str, MachineVersion]]
     Legacy: ClassVar[MachineVersion]
     _2024: ClassVar[MachineVersion]
@@ -21,7 +20,6 @@ class MachineVersion:
 
 class DisplayType:
     """Displays that the machine may have."""
-
     __members__: ClassVar[dict[str, DisplayType]]
     _7_WSSKU_14628: ClassVar[DisplayType]
     _8_WSSKU_23741: ClassVar[DisplayType]
@@ -37,7 +35,6 @@ class DisplayType:
 
 class ConfigClass:
     """The equipment of this machine."""
-
     @property
     def machine_version(self) -> MachineVersion:
         """Generation of the machine."""

@@ -5,7 +5,6 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class GPIOClass:
     """Edge detection on input lines."""
-
     @property
     def consumer_prefix(self) -> str:
         """Start of the label of lines that are requested from now on; the offset follows."""

@@ -5,7 +5,6 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class PageEnum:
     """The pages of the program."""
-
     __members__: ClassVar[dict[str, PageEnum]]
     Auto: ClassVar[PageEnum]
     SettingsAuto: ClassVar[PageEnum]
@@ -34,7 +33,6 @@ class PageEnum:
 
 class IconEnum:
     """Icons of a toast."""
-
     __members__: ClassVar[dict[str, IconEnum]]
     Saved: ClassVar[IconEnum]
     Smiley: ClassVar[IconEnum]
@@ -51,7 +49,6 @@ class IconEnum:
 
 class ColorEnum:
     """Backgrounds of a toast."""
-
     __members__: ClassVar[dict[str, ColorEnum]]
     Transparent: ClassVar[ColorEnum]
     Green: ClassVar[ColorEnum]
@@ -67,7 +64,6 @@ class ColorEnum:
 
 class GuiEnum:
     """What the screens report."""
-
     __members__: ClassVar[dict[str, GuiEnum]]
     Ready: ClassVar[GuiEnum]
     DeleteWarnings: ClassVar[GuiEnum]
@@ -86,7 +82,6 @@ class GuiEnum:
 
 class PopupEnum:
     """Popups that the backend may request."""
-
     __members__: ClassVar[dict[str, PopupEnum]]
     Fullen: ClassVar[PopupEnum]
     Recovery: ClassVar[PopupEnum]
@@ -102,7 +97,6 @@ class PopupEnum:
 
 class GuiClass:
     """Speaks to the operator."""
-
     @property
     def page(self) -> PageEnum:
         """The current page."""
@@ -167,13 +161,7 @@ class GuiClass:
         """Closes the open dialog of this id."""
     def close_current_dialog(self, accept: bool) -> None:
         """Closes the top dialog."""
-    def toast_notify(
-        self,
-        text: str,
-        icon_enum: IconEnum,
-        color_enum: ColorEnum = ColorEnum.Transparent,
-        duration: int = 1000,
-    ) -> None:
+    def toast_notify(self, text: str, icon_enum: IconEnum, color_enum: ColorEnum = ColorEnum.Transparent, duration: int = 1000) -> None:
         """Shows a short note with an icon, for `duration` milliseconds."""
     def toast_warn(self, text: str, duration: int = 1000) -> None:
         """Shows a short warning, for `duration` milliseconds."""
@@ -188,9 +176,7 @@ class GuiClass:
         """Opens the power popup."""
     def request_popup(self, which: PopupEnum, id_: int) -> None:
         """Asks for a popup. No screen has one at present."""
-    def message(
-        self, title: str, text: str, category: typing.Literal["info", "warning", "error", "success"]
-    ) -> None:
+    def message(self, title: str, text: str, category: typing.Literal["info", "warning", "error", "success"]) -> None:
         """Opens a message; categories: info, warning, error, success."""
     def question(self, title: str, text: str, options: dict[str, typing.Any]) -> None:
         """Opens a question; docs/backend.md tells its options."""

@@ -5,7 +5,6 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class SensorEnum:
     """The inputs and the measured values."""
-
     __members__: ClassVar[dict[str, SensorEnum]]
     Start: ClassVar[SensorEnum]
     Stop: ClassVar[SensorEnum]
@@ -26,7 +25,6 @@ class SensorEnum:
 
 class SensorLwEnum:
     """Kinds of conductivity sensors."""
-
     __members__: ClassVar[dict[str, SensorLwEnum]]
     Seli_SLI_03: ClassVar[SensorLwEnum]
     ILFS_02_TK2: ClassVar[SensorLwEnum]
@@ -42,7 +40,6 @@ class SensorLwEnum:
 
 class SensorPEnum:
     """Kinds of pressure sensors."""
-
     __members__: ClassVar[dict[str, SensorPEnum]]
     SMC_PSE564_02: ClassVar[SensorPEnum]
     Gems_3500R0006G01B000: ClassVar[SensorPEnum]
@@ -58,7 +55,6 @@ class SensorPEnum:
 
 class DIn:
     """One digital input."""
-
     @property
     def name(self) -> str:
         """Name of the input."""
@@ -80,7 +76,6 @@ class DIn:
 
 class AIn:
     """One analogue input."""
-
     @property
     def name(self) -> str:
         """Name of the input."""
@@ -102,7 +97,6 @@ class AIn:
 
 class SensorClass:
     """The inputs of the machine."""
-
     @property
     def start(self) -> DIn:
         """The input start."""

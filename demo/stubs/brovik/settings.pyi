@@ -5,7 +5,6 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class SettingsEnum:
     """What a screen asks to be changed."""
-
     __members__: ClassVar[dict[str, SettingsEnum]]
     Invalid: ClassVar[SettingsEnum]
     intense_factor: ClassVar[SettingsEnum]
@@ -63,7 +62,6 @@ class SettingsEnum:
 
 class SettingsKeys:
     """Names of keys that have no enumerator of their own."""
-
     def __init__(self) -> None: ...
     p_offset: ClassVar[str]
     lw_offset: ClassVar[str]
@@ -71,7 +69,6 @@ class SettingsKeys:
 
 class SettingsClass:
     """The parameters of the process."""
-
     @property
     def intense_factor_min(self) -> float:
         """Lower bound: Factor by which intensive cleaning lengthens the lye and acid circuits."""

@@ -5,15 +5,11 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class ChangelogEntryVector:
     """Entries of a changelog."""
-
     def __init__(self) -> None: ...
-
     class iterator:
         """Walks over the elements."""
-
         def __iter__(self) -> ChangelogEntryVector.iterator: ...
         def __next__(self) -> ChangelogEntry: ...
-
     def __iter__(self) -> ChangelogEntryVector.iterator: ...
     def append(self, element: ChangelogEntry) -> None:
         """Puts a copy at the end."""
@@ -30,7 +26,6 @@ class ChangelogEntryVector:
 
 class ShellActionEnum:
     """Requests of the operator."""
-
     __members__: ClassVar[dict[str, ShellActionEnum]]
     Update: ClassVar[ShellActionEnum]
     Upgrade: ClassVar[ShellActionEnum]
@@ -51,7 +46,6 @@ class ShellActionEnum:
 
 class ShellClass:
     """State of the update facility."""
-
     @property
     def color_urgency_low(self) -> str:
         """Colour of the urgency "low"."""
@@ -111,7 +105,6 @@ Shell: ShellClass
 
 class ChangelogEntry:
     """One entry of a changelog."""
-
     @typing.overload
     def __init__(self, shell: ShellClass) -> None:
         """An empty entry."""

@@ -5,7 +5,6 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class SimuEnum:
     """What the operator sets."""
-
     __members__: ClassVar[dict[str, SimuEnum]]
     Enabled: ClassVar[SimuEnum]
     AIn0: ClassVar[SimuEnum]
@@ -23,7 +22,6 @@ class SimuEnum:
 
 class SimKeys:
     """Names of the attributes."""
-
     def __init__(self) -> None: ...
     enabled: ClassVar[str]
     enabled_default: ClassVar[str]
@@ -40,7 +38,6 @@ class SimKeys:
 
 class SimulatorClass:
     """Values of the simulated hardware."""
-
     @property
     def enabled(self) -> bool:
         """The simulation is on."""

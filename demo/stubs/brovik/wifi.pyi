@@ -5,7 +5,6 @@ from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 
 class WifiStateEnum:
     """States of the wireless connection."""
-
     __members__: ClassVar[dict[str, WifiStateEnum]]
     Connected: ClassVar[WifiStateEnum]
     Connecting: ClassVar[WifiStateEnum]
@@ -23,7 +22,6 @@ class WifiStateEnum:
 
 class WifiActionEnum:
     """Requests of the operator."""
-
     __members__: ClassVar[dict[str, WifiActionEnum]]
     Scan: ClassVar[WifiActionEnum]
     IPData: ClassVar[WifiActionEnum]
@@ -43,7 +41,6 @@ class WifiActionEnum:
 
 class WifiClass:
     """State of the network."""
-
     @property
     def state(self) -> WifiStateEnum:
         """State of the wireless connection."""
