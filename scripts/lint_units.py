@@ -19,15 +19,19 @@ import sys
 from collections.abc import Iterable, Iterator
 from concurrent.futures import ThreadPoolExecutor
 from dataclasses import dataclass
+from functools import cached_property
 from pathlib import Path
 from tempfile import TemporaryDirectory
 from typing import Final
 
 ROOT: Final = Path(__file__).resolve().parent.parent
 FOLDERS: Final = ("qt", "tests", "bench", "kit")
-SOURCES_OF_A_UNIT: Final = 10
-#: What a source cannot share with another one.
-ALONE: Final = re.compile(r"^int main\(|^PYBIND11_(EMBEDDED_)?MODULE\(", re.MULTILINE)
+SOURCES_OF_A_UNIT: Final = 14
+#: A name that is defined at the left margin, as what stands outside of classes and functions is.
+DEFINED: Final = re.compile(
+    r"^(?!namespace )(?:template <.*> )?(?:[\w:<>,*&]+ )+[*&]?(\w+)(?: =|[({;]|$)|^(PYBIND11_\w*MODULE)\(",
+    re.MULTILINE,
+)
 COMPILER: Final = re.compile(r".*(g|c|clang)\+\+(-\d+)?")
 #: For the compiler alone: its precompiled headers, and warnings that the checkers do not know or that come
 #: from sources standing together.
@@ -48,18 +52,23 @@ class Source:
     directory: str
     options: tuple[tuple[str, ...], ...]
 
-    @property
+    @cached_property
     def definitions(self) -> dict[str, str]:
         """Macros of the command line, with their values."""
         pairs = (option[0][2:].partition("=") for option in self.options if option[0].startswith("-D"))
         return {name: value for name, _, value in pairs}
 
-    def goes_with(self, others: Iterable["Source"]) -> bool:
-        """Whether no macro has another value there."""
-        return all(
-            other.definitions.get(name, value) == value
-            for other in others
-            for name, value in self.definitions.items()
+    @cached_property
+    def names(self) -> frozenset[str]:
+        """What it seems to define for itself."""
+        found = DEFINED.finditer(self.path.read_text(encoding="utf-8"))
+        return frozenset(name for match in found for name in match.groups() if name)
+
+    def goes_with(self, other: "Source") -> bool:
+        """Whether no macro has another value there, and no name another meaning."""
+        definitions = self.definitions.items()
+        return self.names.isdisjoint(other.names) and all(
+            other.definitions.get(name, value) == value for name, value in definitions
         )
 
 
@@ -90,17 +99,18 @@ def read_sources(commands: Path) -> list[Source]:
 
 
 def in_units(sources: Iterable[Source]) -> list[list[Source]]:
-    """Puts sources together that lie beside each other."""
+    """Puts sources together that seem to bear each other."""
     units: list[list[Source]] = []
-    alone: list[list[Source]] = []
     for source in sources:
-        if ALONE.search(source.path.read_text(encoding="utf-8")):
-            alone.append([source])
-        elif units and len(units[-1]) < SOURCES_OF_A_UNIT and source.goes_with(units[-1]):
-            units[-1].append(source)
-        else:
+        fitting = (
+            unit for unit in units if len(unit) < SOURCES_OF_A_UNIT and all(map(source.goes_with, unit))
+        )
+        unit = next(fitting, None)
+        if unit is None:
             units.append([source])
-    return units + alone
+        else:
+            unit.append(source)
+    return units
 
 
 def check(checker: list[str], unit: list[Source], folder: Path) -> list[str]:
