@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QThread>
 
+#include <csignal>
 #include <cstdio>
 #include <memory>
 
@@ -38,6 +39,8 @@ bool runTests(const char *module)
 /// Python on a thread of its own, the singletons on the GUI thread with its event loop: as in the program.
 int main(int argc, char **argv)
 {
+    // As in the program: to write to what the other side has closed is an error, and not the end.
+    std::signal(SIGPIPE, SIG_IGN);
     createSingletons();
     QGuiApplication application(argc, argv);
     if (argc != 2) {
