@@ -5,9 +5,10 @@ Most of the time that clang-tidy or clazy takes for a file is that of its header
 compiled alike are included into one unit. A unit with a complaint is halved, until a source stands alone,
 and what is said of that one counts: sources that only do not go together are no fault.
 
-    scripts/lint_units.py COMPILE_COMMANDS CHECKER [ARGUMENT...]
+    scripts/lint_units.py COMPILE_COMMANDS FOLDERS CHECKER [ARGUMENT...]
 
-The checker is called as `CHECKER ARGUMENT... FILE -- OPTIONS OF THE COMPILER...`.
+FOLDERS are those of the sources, with blanks between them. The checker is called as
+`CHECKER ARGUMENT... FILE -- OPTIONS OF THE COMPILER...`.
 """
 
 import json
@@ -16,7 +17,7 @@ import re
 import shlex
 import subprocess
 import sys
-from collections.abc import Iterable, Iterator
+from collections.abc import Container, Iterable, Iterator
 from concurrent.futures import ThreadPoolExecutor
 from dataclasses import dataclass
 from functools import cached_property
@@ -25,7 +26,6 @@ from tempfile import TemporaryDirectory
 from typing import Final
 
 ROOT: Final = Path(__file__).resolve().parent.parent
-FOLDERS: Final = ("qt", "tests", "bench", "kit")
 SOURCES_OF_A_UNIT: Final = 14
 #: A name that is defined at the left margin, as what stands outside of classes and functions is.
 DEFINED: Final = re.compile(
@@ -84,12 +84,12 @@ def _options(words: list[str]) -> Iterator[tuple[str, ...]]:
             yield (word,)
 
 
-def read_sources(commands: Path) -> list[Source]:
-    """The project's own sources, by their path. Those of other targets and generated ones are left out."""
+def read_sources(commands: Path, folders: Container[str]) -> list[Source]:
+    """The sources in these folders, by their path."""
     found: dict[Path, Source] = {}
     for entry in json.loads(commands.read_text(encoding="utf-8")):
         path = Path(entry["file"])
-        if not path.is_relative_to(ROOT) or path.relative_to(ROOT).parts[0] not in FOLDERS:
+        if not path.is_relative_to(ROOT) or path.relative_to(ROOT).parts[0] not in folders:
             continue
         words = shlex.split(entry["command"])
         compiler = next(i for i, word in enumerate(words) if COMPILER.fullmatch(word))
@@ -131,8 +131,8 @@ def check(checker: list[str], unit: list[Source], folder: Path) -> list[str]:
 
 def main() -> int:
     """0 if there is nothing to complain about."""
-    commands, checker = Path(sys.argv[1]), sys.argv[2:]
-    units = in_units(read_sources(commands))
+    commands, folders, checker = Path(sys.argv[1]), sys.argv[2].split(), sys.argv[3:]
+    units = in_units(read_sources(commands, folders))
     with TemporaryDirectory() as folder, ThreadPoolExecutor(os.cpu_count()) as pool:
         said = pool.map(lambda unit: check(checker, unit, Path(folder)), units)
         complaints = [text for texts in said for text in texts]
