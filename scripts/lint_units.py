@@ -36,7 +36,8 @@ COMPILER: Final = re.compile(r".*(g|c|clang)\+\+(-\d+)?")
 #: For the compiler alone: its precompiled headers, and warnings that the checkers do not know or that come
 #: from sources standing together.
 FOREIGN: Final = re.compile(
-    r"-W(duplicated-cond|logical-op|invalid-pch|shadow)|-fpch-preprocess|-include=.*cmake_pch\.hxx"
+    r"-W(duplicated-cond|logical-op|invalid-pch|shadow|no-stringop-overflow)|-fpch-preprocess"
+    r"|-include=.*cmake_pch\.hxx"
 )
 #: A line of a checker that is one.
 COMPLAINT: Final = re.compile(r": (warning|error): ")

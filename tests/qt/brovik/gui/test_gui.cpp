@@ -136,7 +136,7 @@ TEST_F(GuiTest, AnEqualWriteNotifiesNothing)
     gui.setControlsEnabled(true);
     EXPECT_THAT(log.names(), ElementsAre("statusChanged", "titleChanged", "fullscreenChanged", "pageChanged",
                                          "controlsEnabledChanged"));
-    EXPECT_EQ(log.emissions().at(2).values, QVariantList({true}));
+    EXPECT_EQ(log.emissions().at(2).values, QVariantList{QVariant(true)});
     gui.setFullscreen(false);
     gui.changePage(Gui::PageAuto);
 }

@@ -138,7 +138,8 @@ std::vector<std::string> expectedProperties()
     std::vector<std::string> result;
     for (const Key &key : keys()) {
         for (const std::string &field : notifying(key)) {
-            result.push_back(key.typeName() + " " + field + " -> " + field + "Changed()");
+            result.push_back(
+                key.typeName().append(" ").append(field).append(" -> ").append(field).append("Changed()"));
         }
         result.push_back(key.typeName() + " " + key.name + "Default constant");
     }

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int entryCount = 300;
+constexpr qsizetype entryCount = 300;
 constexpr int reloads = 50;
 
 /// All objects that live, whoever owns them, while this does.

@@ -314,7 +314,7 @@ TEST_F(ShellTest, TheChangelogMayChangeWhileItIsRead)
     const std::unique_ptr<QThread> backend(QThread::create([&] {
         for (int round = 0; round < 1000; ++round) {
             shell.setChangelogs(listOf(QStringList(round % 4, QString::number(round))));
-            shell.setColorUrgencyOther(QColor::fromRgb(round));
+            shell.setColorUrgencyOther(QColor::fromRgb(static_cast<QRgb>(round)));
         }
         ended = true;
     }));
