@@ -18,7 +18,7 @@ DEMO = Path(__file__).resolve().parents[1] / "demo"
 sys.path.insert(0, str(DEMO))
 sys.dont_write_bytecode = True
 
-# Found only now.
+# After the line that lets Python find them: hence the silenced checks of the order.
 from logbook.curves import Curves  # noqa: E402  # pylint: disable=wrong-import-position
 from logbook.records import (  # noqa: E402  # pylint: disable=wrong-import-position
     ParameterRecord,

@@ -117,6 +117,7 @@ def in_units(sources: Iterable[Source]) -> list[list[Source]]:
 def check(checker: list[str], unit: list[Source], folder: Path) -> list[str]:
     """What the checker has to say, for each source that it does not like."""
     path = folder / f"{len(unit)}_{'_'.join(unit[0].path.relative_to(ROOT).parts)}"
+    # To include a source looks wrong to clang-tidy, and is what a unit is for.
     path.write_text("".join(f'#include "{source.path}" // NOLINT\n' for source in unit), encoding="utf-8")
     options = dict.fromkeys(option for source in unit for option in source.options)
     words = [*checker, str(path), "--", *(word for option in options for word in option)]

@@ -135,7 +135,7 @@ def _print_csv(rows: Sequence[Sequence[object]]) -> None:
 
 
 def _show(book: Logbook, options: argparse.Namespace) -> int:
-    from .forms import text_form  # pylint: disable=import-outside-toplevel
+    from .forms import text_form  # pylint: disable=import-outside-toplevel  # loaded only where it is needed
 
     run = book.run(options.number)
     _print(text_form(run, book.curves(options.number)))
@@ -143,7 +143,7 @@ def _show(book: Logbook, options: argparse.Namespace) -> int:
 
 
 def _export(book: Logbook, options: argparse.Namespace) -> int:
-    from .forms import FORMS  # pylint: disable=import-outside-toplevel
+    from .forms import FORMS  # pylint: disable=import-outside-toplevel  # loaded only where it is needed
 
     run = book.run(options.number)
     content = FORMS[options.format](run, book.curves(options.number))

@@ -23,7 +23,7 @@ def text_form(run: StoredRun, curves: StoredCurves) -> str:
 def _pdf(run: StoredRun, curves: StoredCurves) -> bytes:
     try:
         # All others go without it.
-        from . import fonts, pdf  # pylint: disable=import-outside-toplevel
+        from . import fonts, pdf  # pylint: disable=import-outside-toplevel  # loaded only where it is needed
     except ImportError as error:
         raise OutputError("Für PDF fehlt das Paket python3-reportlab.") from error
     try:

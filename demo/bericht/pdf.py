@@ -293,7 +293,7 @@ class _Signatures(Flowable):  # type: ignore[misc]  # reportlab has no types
 def _numbered_canvas(report: Report) -> type[Canvas]:
     """A canvas that keeps its pages until it knows how many they are."""
 
-    # What pylint takes for abstract is what this version of Canvas does not have.
+    # reportlab has no types, and what pylint takes for abstract is what this version of Canvas does not have.
     class NumberedCanvas(Canvas):  # type: ignore[misc]  # pylint: disable=abstract-method
         """Draws the foot of all pages at the end."""
 

@@ -92,7 +92,7 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         JOURNAL.add(Kind.PROGRAM, Event.BEGUN, "Kubelor", details=dict(self.maintenance.installed))
         Gui.status = READY_STATUS
 
-    def _make_jobs(  # pylint: disable=too-many-arguments
+    def _make_jobs(  # pylint: disable=too-many-arguments  # each is named by its caller
         self,
         machine: configuration.Configuration,
         hardware: Hardware,

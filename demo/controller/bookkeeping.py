@@ -69,7 +69,7 @@ class _CurrentRun:
 class Bookkeeper:
     """Keeps the books of the automatic runs. Belongs to the machine thread."""
 
-    def __init__(  # pylint: disable=too-many-arguments
+    def __init__(  # pylint: disable=too-many-arguments  # each is named by its caller
         self, board: Board, recorder: Recorder, facts: MachineFacts, saved: SavedBooks, archive: RunArchive
     ) -> None:
         self._board = board

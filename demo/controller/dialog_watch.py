@@ -59,7 +59,7 @@ class DialogWatch:
         entry = self._journal.add(kind, Event.CAME, subject, text, details)
         self._expected.append(_Expected(entry, self._now()))
 
-    def ask(  # pylint: disable=too-many-arguments
+    def ask(  # pylint: disable=too-many-arguments  # each is named by its caller
         self, id_: int, subject: str, text: str, yes: str, no: str
     ) -> None:
         """A question is asked, with these labels of its buttons."""

@@ -69,7 +69,7 @@ class Journal:
         self._sink = self._listener = None
         self._early.clear()
 
-    def add(  # pylint: disable=too-many-arguments
+    def add(  # pylint: disable=too-many-arguments  # each is named by its caller
         self, kind: Kind, event: Event, subject: str, text: str = "", details: Details = NO_DETAILS
     ) -> JournalEntry:
         """Takes an entry on."""

@@ -57,7 +57,7 @@ def file_name(record: RunRecord) -> str:
     return f"Reinigung {record.number} vom {begun:%Y-%m-%d %H.%M}.pdf"
 
 
-class ReportOffer:  # pylint: disable=too-few-public-methods
+class ReportOffer:  # pylint: disable=too-few-public-methods  # its face is one call
     """Asks after a run whether to save its report, and does it. Asks on the machine's thread, does it on that
     of the services.
     """

@@ -119,7 +119,7 @@ class _StepInProgress:
 
 
 @dataclass
-class _Run:  # pylint: disable=too-many-instance-attributes
+class _Run:  # pylint: disable=too-many-instance-attributes  # one for each thing kept
     """The run in progress."""
 
     facts: RunFacts
@@ -229,7 +229,7 @@ class RunLog:
         assert self._run is not None
         return self._run
 
-    def _recorded(  # pylint: disable=too-many-arguments
+    def _recorded(  # pylint: disable=too-many-arguments  # each is named by its caller
         self, now: str, result: str, reason: str, step_result: str, interruptions: tuple[Interruption, ...]
     ) -> Recorded:
         run = self._running

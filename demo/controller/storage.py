@@ -257,7 +257,7 @@ class StorageWriter:
             return
         try:
             self._storage.apply(changes)
-        except Exception:  # pylint: disable=broad-exception-caught
+        except Exception:  # pylint: disable=broad-exception-caught  # whatever it is, the rest goes on
             if len(changes) == 1:
                 self._on_error()
                 return
@@ -268,5 +268,5 @@ class StorageWriter:
     def _guarded(self, task: Task) -> None:
         try:
             task(self._storage)
-        except Exception:  # pylint: disable=broad-exception-caught
+        except Exception:  # pylint: disable=broad-exception-caught  # whatever it is, the rest goes on
             self._on_error()

@@ -17,7 +17,7 @@ DONE: Final = "Erledigt"
 class Upkeep:
     """Knows when each plan was worked off last. Belongs to the machine thread."""
 
-    def __init__(  # pylint: disable=too-many-arguments
+    def __init__(  # pylint: disable=too-many-arguments  # each is named by its caller
         self,
         stored: Mapping[str, object],
         counters: Callable[[], Mapping[str, float]],

@@ -118,6 +118,7 @@ class LogbookCase(unittest.TestCase):
     """A directory with a file that a writer has open."""
 
     def setUp(self) -> None:
+        # Until the end of the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.directory = Path(directory.name)

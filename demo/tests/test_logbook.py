@@ -146,12 +146,12 @@ class WritingTest(LogbookCase):
     def test_all_or_nothing(self) -> None:
         """A run that cannot be written as a whole is not written at all, and its draft stays."""
         self.writer.save_draft(run(), {})
-        bad = JournalEntry("run", "ended", "x", time=b"\xff")  # type: ignore[arg-type]
+        entry = JournalEntry("run", "ended", "x")
         self.connection.execute(
             "CREATE TRIGGER full BEFORE INSERT ON journal BEGIN SELECT RAISE(ABORT, 'full'); END"
         )
         with self.assertRaises(sqlite3.Error):
-            self.writer.append_run(run(), curves(), (bad,), {"Fässer": (1.0, "")})
+            self.writer.append_run(run(), curves(), (entry,), {"Fässer": (1.0, "")})
         self.connection.execute("DROP TRIGGER full")
         self.assertFalse(self.connection.in_transaction)
         self.assertEqual(self.writer.next_number(), 1)

@@ -83,7 +83,7 @@ class Backend(Protocol):
     """What the program asks of a backend: the ten functions of the module `controller`."""
 
     # Each returns at once and lets no exception out; docs/backend.md tells what comes when.
-    # pylint: disable=missing-function-docstring
+    # pylint: disable=missing-function-docstring  # see the line above
 
     def init(self, __debug: bool) -> None:
         ...

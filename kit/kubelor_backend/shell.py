@@ -13,7 +13,8 @@ from .shell_server import socket_path
 def run_shell() -> int:
     """Talks until the end of the input, or of the program."""
     with suppress(ImportError):
-        import readline  # pylint: disable=import-outside-toplevel, unused-import # noqa: F401 # input() edits lines then
+        # Imported for its effect alone, here and not used: input() lets lines be edited then.
+        import readline  # pylint: disable=import-outside-toplevel, unused-import # noqa: F401
     connection = socket.socket(socket.AF_UNIX)
     try:
         connection.connect(str(socket_path()))

@@ -134,7 +134,7 @@ class _OwnStream:
 
 def _redirect_own_streams() -> None:
     # Not at the start: the program puts streams of its own in place later.
-    # They have what is written to a stream, and pass the rest on.
+    # The types are silenced, for they are no TextIO: they have what is written, and pass the rest on.
     if not isinstance(sys.stdout, _OwnStream):
         sys.stdout = _OwnStream(sys.stdout)  # type: ignore[assignment]
     if not isinstance(sys.stderr, _OwnStream):

@@ -18,7 +18,7 @@ FUNCTIONS = {
 }
 
 
-class PlainBackend(ModuleType):  # pylint: disable=too-few-public-methods
+class PlainBackend(ModuleType):  # pylint: disable=too-few-public-methods  # its face is one call
     """The module; what it is called with stands in `calls`."""
 
     def __init__(self) -> None:

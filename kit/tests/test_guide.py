@@ -30,6 +30,7 @@ class GuideTest(unittest.TestCase):
     """The commands in a folder of their own, with the tool of this tree."""
 
     def setUp(self) -> None:
+        # Until the end of the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.folder = Path(directory.name)

@@ -43,6 +43,7 @@ class ToolCase(unittest.TestCase):
     """A folder of its own."""
 
     def setUp(self) -> None:
+        # Until the end of the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.folder = Path(directory.name) / "mine"
@@ -244,7 +245,7 @@ class RunTest(ToolCase):
 
     def run_tool(self, *options: str) -> "subprocess.Popen[str]":
         """Starts it; the lines of the backend come from its stdout."""
-        process = subprocess.Popen(  # pylint: disable=consider-using-with
+        process = subprocess.Popen(  # pylint: disable=consider-using-with  # lives longer than this block
             [sys.executable, str(TOOL), "run", str(self.folder), *options],
             env=self.environment,
             stdout=subprocess.PIPE,

@@ -1,6 +1,6 @@
 """What the tests of the demo machine's logbook have in common."""
 
-# pylint: disable=protected-access
+# pylint: disable=protected-access  # tests look inside
 
 import json
 import threading

@@ -1,6 +1,6 @@
 """The backend in a process of its own, which is killed at one moment of a run."""
 
-# pylint: disable=protected-access
+# pylint: disable=protected-access  # tests look inside
 
 import os
 import signal
@@ -10,7 +10,7 @@ from pathlib import Path
 from typing import Any, Final
 from unittest.mock import patch
 
-import demo_path  # pylint: disable=unused-import
+import demo_path  # pylint: disable=unused-import  # for what it does when imported
 from brovik.auto import AutoEnum
 from controller.backend import Backend
 from controller.hardware_choice import choose_hardware

@@ -1,6 +1,6 @@
 """What the operator is asked after a run, and at no other time: maintenance, and the report on a stick."""
 
-# pylint: disable=protected-access
+# pylint: disable=protected-access  # tests look inside
 
 import os
 import stat
@@ -125,6 +125,7 @@ class StickTest(unittest.TestCase):
     """Which stick there is."""
 
     def setUp(self) -> None:
+        # Until the end of the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.media = Path(directory.name)
@@ -168,6 +169,7 @@ class ReportTest(RunningCase):
     def setUp(self) -> None:
         super().setUp()
         self.notes = _probe.SignalLog("Gui", ["toastNotify"])
+        # Until the end of the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.stick = Path(directory.name)

@@ -1,6 +1,6 @@
 """The sudden end of the program around the end of a run; and a file that is full."""
 
-# pylint: disable=protected-access
+# pylint: disable=protected-access  # tests look inside
 
 import os
 import signal
@@ -46,6 +46,7 @@ class KillTest(RecordCase):
                         file.unlink()
                     self.killed(moment)
                     self.make()
+                    # The type is silenced: there is a note.
                     self.operation.offer_to_continue(self.backend._note)  # type: ignore[arg-type]
                     self.answer(1, goes_on)
                     self.run_until(lambda: not Auto.active)
@@ -79,7 +80,7 @@ class FullDiskTest(RecordCase):
             self.run_to("Reinigen mit Lauge")
             self.backend.stop()
         self.make()
-        self.operation.offer_to_continue(self.backend._note)  # type: ignore[arg-type]
+        self.operation.offer_to_continue(self.backend._note)  # type: ignore[arg-type]  # there is one
         self.answer(1, False)
         (record,) = self.written()
         self.assertEqual([step.number for step in record.steps], list(range(1, 12)))

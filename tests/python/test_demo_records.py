@@ -1,6 +1,6 @@
 """What a run leaves behind: one record, however it has ended."""
 
-# pylint: disable=protected-access
+# pylint: disable=protected-access  # tests look inside
 
 import math
 import threading

@@ -16,7 +16,7 @@ def entry(function: Callable[Parameters, None]) -> Callable[Parameters, None]:
     def guarded(*args: Parameters.args, **kwargs: Parameters.kwargs) -> None:
         try:
             function(*args, **kwargs)
-        except BaseException:  # pylint: disable=broad-exception-caught
+        except BaseException:  # pylint: disable=broad-exception-caught  # whatever it is, the rest goes on
             forward_exception()
 
     return guarded

@@ -74,7 +74,7 @@ class MachineThread:
         """A command is somebody's press, so each error of it is shown."""
         try:
             command()
-        except Exception:  # pylint: disable=broad-exception-caught
+        except Exception:  # pylint: disable=broad-exception-caught  # whatever it is, the rest goes on
             forward_exception()
 
     def _advance(self) -> None:
@@ -82,6 +82,7 @@ class MachineThread:
         try:
             self._driven.advance(TICK_SECS)
             self._fault = None
+        # Whatever it is, the thread goes on.
         except Exception as error:  # pylint: disable=broad-exception-caught
             if self._fault is not type(error):
                 forward_exception()

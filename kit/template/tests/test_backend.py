@@ -18,7 +18,7 @@ from brovik.settings import SettingsEnum, SettingsValues
 from controller.store import Store
 
 
-def setUpModule() -> None:  # pylint: disable=invalid-name
+def setUpModule() -> None:  # pylint: disable=invalid-name  # unittest's name
     """The backend starts once, as in the program."""
     testing.start()
 
@@ -95,6 +95,7 @@ class StoreTest(unittest.TestCase):
 
     def setUp(self) -> None:
         testing.reset()
+        # Until the end of the test.
         directory = TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.folder = Path(directory.name)
