@@ -1,6 +1,7 @@
 #include "src/py/bindings/bindings.h"
 
 #include "brovik/actuator/actuator.h"
+#include "src/py/bindings/enums.h"
 #include "src/py/python_property.h"
 
 #include <vector>
@@ -27,14 +28,7 @@ namespace {
 
 void bindEnums(py::module_ &module)
 {
-    py::enum_<DOut::DOutTypeEnum>(module, "DOutTypeEnum", "Kinds of outputs.")
-        .value("Mv", DOut::TypeMv)
-        .value("Sv", DOut::TypeSv)
-        .value("Pv3", DOut::TypePv3)
-        .value("Led", DOut::TypeLed)
-        .value("Heating", DOut::TypeHeating)
-        .value("Spare", DOut::TypeSpare)
-        .value("Pump", DOut::TypePump);
+    bindEnum<DOut::DOutTypeEnum>(module, "DOutTypeEnum", "Kinds of outputs.", "Type");
 
     py::enum_<ActuatorEnum> outputs(module, "ActuatorEnum",
                                     "The outputs, and the request for manual heating.");

@@ -1,6 +1,7 @@
 #include "src/py/bindings/bindings.h"
 
 #include "brovik/auto/auto.h"
+#include "src/py/bindings/enums.h"
 #include "src/py/python_property.h"
 
 namespace py = pybind11;
@@ -11,11 +12,7 @@ void bindAuto(py::module_ &module)
         .value("Toggle", Auto::ToggleAuto)
         .value("ToggleLwTestSaure", Auto::ToggleLwTestSaure)
         .value("ToggleLwTestLauge", Auto::ToggleLwTestLauge);
-    py::enum_<Auto::ProgressColor>(module, "ProgressColor", "Colour of the progress text.")
-        .value("Normal", Auto::ProgressNormal)
-        .value("Success", Auto::ProgressSuccess)
-        .value("Warning", Auto::ProgressWarning)
-        .value("Error", Auto::ProgressError);
+    bindEnum<Auto::ProgressColor>(module, "ProgressColor", "Colour of the progress text.", "Progress");
 
     using Self = Auto;
     auto cls = sharedClass<Self>(module, "AutoClass", "State of the automatic run and of the bath tests.");

@@ -1,6 +1,7 @@
 #include "src/py/bindings/bindings.h"
 
 #include "brovik/chart/chart.h"
+#include "src/py/bindings/enums.h"
 #include "src/py/python_list.h"
 #include "src/py/python_property.h"
 
@@ -38,13 +39,7 @@ namespace {
 
 void bindEnums(py::module_ &module)
 {
-    py::enum_<Chart::ChartEnum>(module, "ChartEnum", "Requests of the operator.")
-        .value("Invalid", Chart::ChartInvalid)
-        .value("Save", Chart::ChartSave)
-        .value("Load", Chart::ChartLoad)
-        .value("Delete", Chart::ChartDelete)
-        .value("Rename", Chart::ChartRename)
-        .value("Hand", Chart::ChartHand);
+    bindEnum<Chart::ChartEnum>(module, "ChartEnum", "Requests of the operator.", "Chart");
 
     py::enum_<Chart::LineEnum> lines(module, "LineEnum", "The lines of the chart.");
     lines.value("Invalid", Chart::LineInvalid);

@@ -1,6 +1,7 @@
 #include "src/py/bindings/bindings.h"
 
 #include "brovik/config/config.h"
+#include "src/py/bindings/enums.h"
 #include "src/py/python_property.h"
 
 namespace py = pybind11;
@@ -11,12 +12,10 @@ namespace py = pybind11;
 
 void bindConfig(py::module_ &module)
 {
-    py::enum_<Config::MachineVersion>(module, "MachineVersion", "Generations of the machine.")
-        .value("Legacy", Config::MachineVersionLegacy)
-        .value("_2024", Config::MachineVersion2024);
-    py::enum_<Config::DisplayType>(module, "DisplayType", "Displays that the machine may have.")
-        .value("_7_WSSKU_14628", Config::DisplayType_7_WSSKU_14628)
-        .value("_8_WSSKU_23741", Config::DisplayType_8_WSSKU_23741);
+    bindEnum<Config::MachineVersion>(module, "MachineVersion", "Generations of the machine.",
+                                     "MachineVersion");
+    bindEnum<Config::DisplayType>(module, "DisplayType", "Displays that the machine may have.",
+                                  "DisplayType");
 
     using Self = Config;
     auto cls = sharedClass<Self>(module, "ConfigClass", "The equipment of this machine.");

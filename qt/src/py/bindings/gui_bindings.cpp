@@ -1,6 +1,7 @@
 #include "src/py/bindings/bindings.h"
 
 #include "brovik/gui/gui.h"
+#include "src/py/bindings/enums.h"
 #include "src/py/python_property.h"
 
 namespace py = pybind11;
@@ -9,38 +10,11 @@ namespace {
 
 void bindEnums(py::module_ &module)
 {
-    py::enum_<Gui::PageEnum>(module, "PageEnum", "The pages of the program.")
-        .value("Auto", Gui::PageAuto)
-        .value("SettingsAuto", Gui::PageSettingsAuto)
-        .value("SettingsElectrolyte", Gui::PageSettingsElectrolyte)
-        .value("SettingsMisc", Gui::PageSettingsMisc)
-        .value("SettingsNetwork", Gui::PageSettingsNetwork)
-        .value("SettingsAppearance", Gui::PageSettingsAppearance)
-        .value("WifiLogin", Gui::PageWifiLogin)
-        .value("HandOp", Gui::PageHandOp)
-        .value("Chart", Gui::PageChart)
-        .value("ChartsList", Gui::PageChartsList)
-        .value("UpdatesOverview", Gui::PageUpdatesOverview)
-        .value("UpdatesAvailable", Gui::PageUpdatesAvailable)
-        .value("UpdatesInstalled", Gui::PageUpdatesInstalled)
-        .value("UpdatesConsole", Gui::PageUpdatesConsole)
-        .value("UpdatesShell", Gui::PageUpdatesShell);
-    py::enum_<Gui::IconEnum>(module, "IconEnum", "Icons of a toast.")
-        .value("Saved", Gui::IconSaved)
-        .value("Smiley", Gui::IconSmiley)
-        .value("Info", Gui::IconInfo);
-    py::enum_<Gui::ColorEnum>(module, "ColorEnum", "Backgrounds of a toast.")
-        .value("Transparent", Gui::ColorTransparent)
-        .value("Green", Gui::ColorGreen);
-    py::enum_<Gui::GuiValueEnum>(module, "GuiEnum", "What the screens report.")
-        .value("Ready", Gui::Ready)
-        .value("DeleteWarnings", Gui::DeleteWarnings)
-        .value("FlashPico", Gui::FlashPico)
-        .value("PopupOpened", Gui::PopupOpened)
-        .value("DialogData", Gui::DialogData);
-    py::enum_<Gui::PopupEnum>(module, "PopupEnum", "Popups that the backend may request.")
-        .value("Fullen", Gui::PopupFullen)
-        .value("Recovery", Gui::PopupRecovery);
+    bindEnum<Gui::PageEnum>(module, "PageEnum", "The pages of the program.", "Page");
+    bindEnum<Gui::IconEnum>(module, "IconEnum", "Icons of a toast.", "Icon");
+    bindEnum<Gui::ColorEnum>(module, "ColorEnum", "Backgrounds of a toast.", "Color");
+    bindEnum<Gui::GuiValueEnum>(module, "GuiEnum", "What the screens report.");
+    bindEnum<Gui::PopupEnum>(module, "PopupEnum", "Popups that the backend may request.", "Popup");
 }
 
 template <typename Class> void bindProperties(Class &cls)

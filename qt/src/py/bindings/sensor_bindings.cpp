@@ -1,6 +1,7 @@
 #include "src/py/bindings/bindings.h"
 
 #include "brovik/sensor/sensor.h"
+#include "src/py/bindings/enums.h"
 #include "src/py/python_property.h"
 
 #include <vector>
@@ -19,12 +20,8 @@ void bindEnums(py::module_ &module)
         .value("AIn1", SensorEnums::AIn1)
         .value("AIn2", SensorEnums::AIn2)
         .value("P", SensorEnums::SensorP);
-    py::enum_<SensorLwEnum>(module, "SensorLwEnum", "Kinds of conductivity sensors.")
-        .value("Seli_SLI_03", SensorEnums::Seli_SLI_03)
-        .value("ILFS_02_TK2", SensorEnums::ILFS_02_TK2);
-    py::enum_<SensorPEnum>(module, "SensorPEnum", "Kinds of pressure sensors.")
-        .value("SMC_PSE564_02", SensorEnums::SMC_PSE564_02)
-        .value("Gems_3500R0006G01B000", SensorEnums::Gems_3500R0006G01B000);
+    bindEnum<SensorLwEnum>(module, "SensorLwEnum", "Kinds of conductivity sensors.");
+    bindEnum<SensorPEnum>(module, "SensorPEnum", "Kinds of pressure sensors.");
 }
 
 void bindDIn(py::module_ &module)

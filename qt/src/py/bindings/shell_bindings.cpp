@@ -1,6 +1,7 @@
 #include "src/py/bindings/bindings.h"
 
 #include "brovik/shell/shell.h"
+#include "src/py/bindings/enums.h"
 #include "src/py/python_list.h"
 #include "src/py/python_property.h"
 
@@ -14,14 +15,7 @@ using EntryClass = py::class_<ChangelogEntry, std::shared_ptr<ChangelogEntry>>;
 
 void bindActions(py::module_ &module)
 {
-    py::enum_<Shell::ShellAction>(module, "ShellActionEnum", "Requests of the operator.")
-        .value("Update", Shell::Update)
-        .value("Upgrade", Shell::Upgrade)
-        .value("Changelog", Shell::Changelog)
-        .value("LocalChangelog", Shell::LocalChangelog)
-        .value("ClearCache", Shell::ClearCache)
-        .value("TestConsole", Shell::TestConsole)
-        .value("ToggleTesting", Shell::ToggleTesting);
+    bindEnum<Shell::ShellAction>(module, "ShellActionEnum", "Requests of the operator.");
 }
 
 void bindEntry(EntryClass &cls)

@@ -1,6 +1,7 @@
 #include "src/py/bindings/bindings.h"
 
 #include "brovik/simulator/simulator.h"
+#include "src/py/bindings/enums.h"
 #include "src/py/python_keys.h"
 #include "src/py/python_property.h"
 
@@ -39,11 +40,7 @@ py::set minMaxKeys()
 
 void bindSimulator(py::module_ &module)
 {
-    py::enum_<Simulator::SimEnum>(module, "SimuEnum", "What the operator sets.")
-        .value("Enabled", Simulator::SimEnabled)
-        .value("AIn0", Simulator::SimAIn0)
-        .value("AIn1", Simulator::SimAIn1)
-        .value("Lw", Simulator::SimLw);
+    bindEnum<Simulator::SimEnum>(module, "SimuEnum", "What the operator sets.", "Sim");
     bindKeyNames<SimKeys>(module, "SimKeys", "Names of the attributes.",
                           {SIMULATOR_PROPERTIES(RANGED_KEYS, DEFAULTED_KEYS, NOTHING)});
 

@@ -1,24 +1,15 @@
 #include "src/py/bindings/bindings.h"
 
 #include "brovik/wifi/wifi.h"
+#include "src/py/bindings/enums.h"
 #include "src/py/python_property.h"
 
 namespace py = pybind11;
 
 void bindWifi(py::module_ &module)
 {
-    py::enum_<Wifi::WifiState>(module, "WifiStateEnum", "States of the wireless connection.")
-        .value("Connected", Wifi::Connected)
-        .value("Connecting", Wifi::Connecting)
-        .value("Disconnected", Wifi::Disconnected)
-        .value("Aborted", Wifi::Aborted);
-    py::enum_<Wifi::WifiAction>(module, "WifiActionEnum", "Requests of the operator.")
-        .value("Scan", Wifi::Scan)
-        .value("IPData", Wifi::IPData)
-        .value("Connect", Wifi::Connect)
-        .value("Disconnect", Wifi::Disconnect)
-        .value("Login", Wifi::Login)
-        .value("RestartWireguard", Wifi::RestartWireguard);
+    bindEnum<Wifi::WifiState>(module, "WifiStateEnum", "States of the wireless connection.");
+    bindEnum<Wifi::WifiAction>(module, "WifiActionEnum", "Requests of the operator.");
 
     using namespace py::literals;
     using Self = Wifi;
