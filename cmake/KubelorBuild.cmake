@@ -15,7 +15,11 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 find_program(KUBELOR_CCACHE ccache)
 if(KUBELOR_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${KUBELOR_CCACHE}")
-  add_compile_options(-fpch-preprocess)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-fpch-preprocess)
+  else()
+    add_compile_options("SHELL:-Xclang -fno-pch-timestamp")
+  endif()
 endif()
 
 # Another Python first on PATH must not decide what is embedded.
@@ -36,7 +40,8 @@ add_library(kubelor_options INTERFACE)
 target_compile_definitions(kubelor_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII
                                                      QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 target_compile_options(kubelor_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wduplicated-cond -Wlogical-op -Wnon-virtual-dtor -Woverloaded-virtual -Wshadow)
+  -Wall -Wextra -Wpedantic -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Wshadow
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>)
 # A board stands for years: what overruns its memory ends at once rather than goes on with it.
 add_compile_options(-fstack-protector-strong)
 add_compile_definitions(_GLIBCXX_ASSERTIONS)

@@ -20,7 +20,7 @@ extern "C" [[gnu::visibility("default")]] const char *__asan_default_options()
 
 namespace {
 
-constexpr int runs = 50;
+constexpr int runs = 20;
 
 /// A `poweroff` that says that it ran comes first on the path.
 class FakePoweroff
