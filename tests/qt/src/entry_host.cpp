@@ -2,17 +2,25 @@
 #include "src/application.h"
 
 #include <QCoreApplication>
+#include <QFile>
 
 #include <cstdio>
 
 // The program with the paths of a test, telling on stdout what its start does to Gui. The backend ends it
-// with Gui.set_pico_return_value(code).
+// with Gui.set_pico_return_value(code), and lets the GUI thread stand with Gui.set_pico_stdout(fifo) until
+// somebody opens that for writing.
 
 namespace {
 
 void tell(const char *what, const QString &value)
 {
     std::printf("%s: %s\n", what, qUtf8Printable(value));
+}
+
+void waitFor(const QString &fifo)
+{
+    std::printf("GUI stands\n");
+    QFile(fifo).open(QIODevice::ReadOnly);
 }
 
 void observe(Gui &gui)
@@ -35,6 +43,16 @@ void observe(Gui &gui)
         [](int code) {
             QMetaObject::invokeMethod(
                 qApp, [code] { QCoreApplication::exit(code); }, Qt::QueuedConnection);
+        },
+        direct);
+    QObject::connect(
+        &gui, &Gui::setPicoStderr, &gui,
+        [&] { QMetaObject::invokeMethod(&gui, &Gui::deleteWarnings, Qt::QueuedConnection); }, direct);
+    QObject::connect(
+        &gui, &Gui::setPicoStdout, &gui,
+        [](const QString &fifo) {
+            QMetaObject::invokeMethod(
+                qApp, [fifo] { waitFor(fifo); }, Qt::QueuedConnection);
         },
         direct);
 }
