@@ -12,7 +12,7 @@ namespace {
 
 QByteArray takeVariable(const char *name)
 {
-    const QByteArray value = qgetenv(name);
+    QByteArray value = qgetenv(name);
     qunsetenv(name);
     return value;
 }

@@ -133,7 +133,7 @@ void ServiceWatcher::deliver()
 
 void ServiceWatcher::startPulse()
 {
-    if (m_period > m_period.zero()) {
+    if (m_period.count() > 0) {
         m_pulse.emplace(m_period, now());
         beat();
     }
