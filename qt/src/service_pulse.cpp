@@ -35,7 +35,12 @@ ServicePulse::Step ServicePulse::check(Time now)
         step.ask = allParts & ~m_awaited;
         m_awaited = allParts;
         m_fed = now;
+        m_askedAgain = false;
         step.recovered = std::exchange(m_missed, false);
+    } else if (!mayFeed(now) && !m_askedAgain && now >= m_fed + feedAfter(m_period)) {
+        m_askedAgain = true;
+        step.ask = Parts(Gui) & ~m_awaited;
+        m_awaited |= Gui;
     } else if (!mayFeed(now) && !m_missed && now >= m_fed + missAfter(m_period)) {
         m_missed = true;
         step.missed = m_awaited;
@@ -45,7 +50,7 @@ ServicePulse::Step ServicePulse::check(Time now)
 
 std::optional<ServicePulse::Time> ServicePulse::due(Time now) const
 {
-    if (mayFeed(now)) {
+    if (mayFeed(now) || !m_askedAgain) {
         return m_fed + feedAfter(m_period);
     }
     return m_missed ? std::nullopt : std::optional(m_fed + missAfter(m_period));

@@ -9,8 +9,10 @@
 /// One thread, no lock.
 ///
 /// All parts of the program are asked at once. When half a period has gone since the last feed and all of
-/// them have answered, the watchdog is fed and they are asked anew; so nobody is ever asked twice, and
-/// nothing is fed that has not been answered within the period. Who stands for the whole period lets it end.
+/// them have answered, the watchdog is fed and they are asked anew; so nobody is asked while he owes an
+/// answer, and nothing is fed that has not been answered within the period. If somebody has not answered by
+/// then, the GUI thread is asked once more: it may be standing since its answer, and the others wait for it.
+/// Who stands for the whole period lets it end.
 class ServicePulse
 {
 public:
@@ -58,6 +60,7 @@ private:
     /// Asked, and not yet answered.
     Parts m_awaited;
     bool m_started = false;
+    bool m_askedAgain = false;
     bool m_missed = false;
 };
 

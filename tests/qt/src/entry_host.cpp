@@ -3,6 +3,8 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QGuiApplication>
+#include <QQuickWindow>
 
 #include <cstdio>
 
@@ -23,11 +25,29 @@ void waitFor(const QString &fifo)
     QFile(fifo).open(QIODevice::ReadOnly);
 }
 
+/// Tells once when a window has been drawn.
+void observeFrames()
+{
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp, [](QWindow *window) {
+        if (auto *screen = qobject_cast<QQuickWindow *>(window)) {
+            const auto tellFrame = [] { std::printf("frame\n"); };
+            QObject::connect(screen, &QQuickWindow::frameSwapped, screen, tellFrame,
+                             Qt::ConnectionType(Qt::DirectConnection | Qt::SingleShotConnection));
+            screen->update();
+        }
+    });
+}
+
 void observe(Gui &gui)
 {
     const auto direct = Qt::DirectConnection;
     QObject::connect(
-        &gui, &Gui::titleChanged, &gui, [&] { tell("title", gui.title()); }, direct);
+        &gui, &Gui::titleChanged, &gui,
+        [&] {
+            tell("title", gui.title());
+            observeFrames();
+        },
+        direct);
     QObject::connect(
         &gui, &Gui::fullscreenChanged, &gui, [] { tell("fullscreen", QString()); }, direct);
     QObject::connect(

@@ -53,8 +53,25 @@ TEST_F(ServicePulseTest, EachPartIsNeeded)
         pulse.check(Time(0));
         pulse.answer(all & ~Parts(part));
         EXPECT_FALSE(pulse.check(Time(500)).feed) << part;
+        if (part != ServicePulse::Gui) {
+            pulse.answer(ServicePulse::Gui);
+        }
         EXPECT_EQ(pulse.check(Time(750)).missed, Parts(part));
     }
+}
+
+TEST_F(ServicePulseTest, TheGuiIsAskedOnceMoreIfOthersAreLate)
+{
+    m_pulse.answer(all & ~Parts(ServicePulse::Frame));
+    EXPECT_THAT(m_pulse.due(Time(1)), Optional(Time(500)));
+    EXPECT_EQ(m_pulse.check(Time(500)).ask, Parts(ServicePulse::Gui));
+    EXPECT_THAT(m_pulse.due(Time(500)), Optional(Time(750)));
+    EXPECT_FALSE(m_pulse.check(Time(600)).ask);
+    m_pulse.answer(ServicePulse::Frame);
+    EXPECT_FALSE(m_pulse.check(Time(700)).feed) << "the GUI has answered the first question alone";
+    EXPECT_EQ(m_pulse.check(Time(750)).missed, Parts(ServicePulse::Gui));
+    m_pulse.answer(ServicePulse::Gui);
+    EXPECT_TRUE(m_pulse.check(Time(800)).feed);
 }
 
 TEST_F(ServicePulseTest, NobodyIsAskedTwice)
@@ -66,8 +83,9 @@ TEST_F(ServicePulseTest, NobodyIsAskedTwice)
 
 TEST_F(ServicePulseTest, IsMissedOnceAtThreeQuarters)
 {
+    m_pulse.check(Time(500));
+    EXPECT_THAT(m_pulse.due(Time(500)), Optional(Time(750)));
     m_pulse.answer(ServicePulse::Gui);
-    EXPECT_THAT(m_pulse.due(Time(1)), Optional(Time(750)));
     EXPECT_FALSE(m_pulse.check(Time(749)).missed);
     EXPECT_EQ(m_pulse.check(Time(750)).missed, Parts(ServicePulse::Frame) | ServicePulse::Interpreter);
     EXPECT_FALSE(m_pulse.check(Time(900)).missed);
@@ -76,6 +94,7 @@ TEST_F(ServicePulseTest, IsMissedOnceAtThreeQuarters)
 
 TEST_F(ServicePulseTest, ALateAnswerFeedsAtOnce)
 {
+    m_pulse.check(Time(500));
     m_pulse.check(Time(750));
     m_pulse.answer(all);
     const ServicePulse::Step step = m_pulse.check(Time(990));
