@@ -9,6 +9,7 @@
 #include "src/message_handler.h"
 #include "src/py/bridge.h"
 #include "src/py/singletons.h"
+#include "src/service_watch.h"
 #include "src/standard_streams.h"
 
 #include "brovik/gpio/gpio.h"
@@ -20,6 +21,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QQuickStyle>
+#include <QQuickWindow>
 #include <QSettings>
 #include <QTextStream>
 
@@ -140,6 +142,12 @@ void loadScreens(QApplication &application)
     Gui::instance().deliverPending();
 }
 
+/// Null if the screens could not be loaded.
+QQuickWindow *mainWindow()
+{
+    return qobject_cast<QQuickWindow *>(screenEngine->rootObjects().value(0));
+}
+
 void unloadScreens()
 {
     // What still runs must find no engine rather than one that is being taken down.
@@ -148,22 +156,26 @@ void unloadScreens()
 
 /// What goes along with every stop of the interpreter. The GPIO thread ends first, and once more if the
 /// backend has started it until its own end: no callback may come when the singletons are gone.
-void hookToStop(Bridge &bridge, EndWatch &endWatch)
+void hookToStop(Bridge &bridge, EndWatch &endWatch, ServiceWatch &service)
 {
     const auto stopGpio = [] { GPIO::instance().stopThread(); };
     bridge.addPreStopHook([&endWatch] { endWatch.begin(); });
+    bridge.addPreStopHook([&service] { service.excuse(); });
     bridge.addPreStopHook(stopGpio);
     bridge.addPostStopHook(stopGpio);
+    bridge.addPostStopHook([&service] { service.pythonEnded(); });
     bridge.addPostStopHook([&endWatch] { endWatch.finish(); });
 }
 
-int runScreens(QApplication &application, const CommandLine &commandLine, const PlatformPaths &paths)
+int runScreens(QApplication &application, ServiceWatch &service, const CommandLine &commandLine,
+               const PlatformPaths &paths)
 {
     Gui::instance().setTitle(QLatin1String(identity::title));
     if (raiseRunningInstance(paths.raiseSocket)) {
         return exitAlreadyRunning;
     }
     loadScreens(application);
+    service.watchWindow(mainWindow());
     if (!commandLine.isValid()) {
         reportInvalidParameters(commandLine.errorText());
     }
@@ -218,6 +230,7 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
     std::setbuf(stdout, nullptr);
     std::setbuf(stderr, nullptr);
     exportEnvironment(paths.environmentFile);
+    const ServiceEnvironment serviceEnvironment = ServiceEnvironment::take();
     qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
     setIdentity(paths);
     debugStream() << "BROVIK_VERSION:" << QString::fromLatin1(identity::version);
@@ -231,10 +244,13 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
     Gui::instance().setFullscreen(commandLine.fullscreen());
 
     EndWatch endWatch;
+    ServiceWatch service(serviceEnvironment);
     Bridge bridge(arguments.python, commandLine.makeStubs(), paths.backendDir);
-    hookToStop(bridge, endWatch);
+    hookToStop(bridge, endWatch, service);
+    service.watchBackend(bridge);
     Gui::instance().setBackendControl(&bridge);
-    const int result = commandLine.makeStubs() ? 0 : runScreens(application, commandLine, paths);
+    const int result = commandLine.makeStubs() ? 0 : runScreens(application, service, commandLine, paths);
+    service.end();
     Gui::instance().setBackendControl(nullptr);
     return result;
 }

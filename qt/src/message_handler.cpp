@@ -1,6 +1,7 @@
 #include "src/message_handler.h"
 
 #include "shared/log.h"
+#include "src/service_journal.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -15,6 +16,8 @@
 namespace {
 
 QElapsedTimer runTimer;
+/// Set once, before other threads log.
+bool journalReads = false;
 
 // %1 wall clock, %2 text, %3 minutes, %4 seconds, %5 milliseconds, %6 level
 constexpr const char *pythonFormat = "%6[%1][%3:%4:%5][Py] %2";
@@ -95,7 +98,8 @@ void messageHandler(QtMsgType type, const QMessageLogContext &context, const QSt
 {
     const QString line = formatLogLine(type, context, text, runTimer.elapsed(),
                                        QDateTime::currentDateTime().toString(QLatin1String(wallClockFormat)));
-    std::fprintf(stderr, "%s\n", line.toLocal8Bit().constData());
+    const QByteArray bytes = line.toLocal8Bit();
+    std::fprintf(stderr, "%s\n", (journalReads ? withPriority(type, bytes) : bytes).constData());
     if (type == QtFatalMsg) {
         endProcess();
     }
@@ -104,5 +108,6 @@ void messageHandler(QtMsgType type, const QMessageLogContext &context, const QSt
 void installMessageHandler()
 {
     runTimer.start();
+    journalReads = isJournalStream(STDERR_FILENO, qgetenv("JOURNAL_STREAM"));
     qInstallMessageHandler(messageHandler);
 }

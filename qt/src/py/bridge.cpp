@@ -60,6 +60,13 @@ bool Bridge::stopPython()
     return running;
 }
 
+bool Bridge::post(std::function<void()> function)
+{
+    Q_ASSERT(onGuiThread());
+    return !m_worker.isNull() &&
+           QMetaObject::invokeMethod(m_worker.data(), std::move(function), Qt::QueuedConnection);
+}
+
 QString Bridge::createUuid() const
 {
     return QUuid::createUuid().toString();

@@ -33,6 +33,10 @@ public:
     bool startPython();
     bool stopPython() override;
 
+    /// Runs the function on the interpreter thread behind the calls that wait there, without the GIL. False,
+    /// and nothing done, if that thread has been stopped; when it is stopped now, what waits is dropped.
+    bool post(std::function<void()> function);
+
     /// Runs first in every stopPython(), in order of registration.
     void addPreStopHook(std::function<void()> hook) { m_preStopHooks.push_back(std::move(hook)); }
     /// Runs last in every stopPython(), in order of registration.

@@ -10,7 +10,9 @@
 #include <clocale>
 #include <memory>
 #include <string>
+#include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -106,6 +108,25 @@ TEST(MessageHandler, PrintsOneLineWithTheWallClock)
     EXPECT_THAT(printed,
                 testing::MatchesRegex("\\[INFO \\]\\[[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\]"
                                       "\\[[0-9]+:[0-9]+:[0-9]+\\] Grüße\n"));
+}
+
+TEST(MessageHandler, TheJournalGetsThePriorityOfEachLine)
+{
+    testing::internal::CaptureStderr();
+    struct stat stream = {};
+    fstat(STDERR_FILENO, &stream);
+    qputenv("JOURNAL_STREAM",
+            QByteArray::number(quint64(stream.st_dev)) + ':' + QByteArray::number(quint64(stream.st_ino)));
+    const QtMessageHandler previous = qInstallMessageHandler(nullptr);
+    installMessageHandler();
+    logCritical("eins\nzwei %%");
+    qunsetenv("JOURNAL_STREAM");
+    installMessageHandler();
+    logInfo("drei\nvier");
+    qInstallMessageHandler(previous);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                testing::MatchesRegex("<3>\\[CRIT \\][^ ]* [^ ]* eins\n<3>zwei %\n"
+                                      "\\[INFO \\][^ ]* [^ ]* drei\nvier\n"));
 }
 
 TEST(MessageHandler, ConsoleLogOfAScreenHasItsLocation)
