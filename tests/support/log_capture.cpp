@@ -1,6 +1,10 @@
 #include "log_capture.h"
 
+#include <QDeadlineTimer>
 #include <QMutexLocker>
+
+#include <algorithm>
+#include <chrono>
 
 std::atomic<LogCapture *> LogCapture::current = nullptr;
 
@@ -21,6 +25,7 @@ void LogCapture::collect(QtMsgType type, const QMessageLogContext & /*context*/,
     LogCapture &capture = *current;
     const QMutexLocker lock(&capture.m_mutex);
     capture.m_messages.push_back({type, text});
+    capture.m_changed.wakeAll();
 }
 
 std::vector<LogCapture::Message> LogCapture::messages() const
@@ -38,6 +43,19 @@ QStringList LogCapture::texts(QtMsgType type) const
         }
     }
     return result;
+}
+
+bool LogCapture::waitFor(const QString &beginning)
+{
+    const QDeadlineTimer patience(std::chrono::minutes(1));
+    const QMutexLocker lock(&m_mutex);
+    const auto fits = [&](const Message &message) { return message.text.startsWith(beginning); };
+    while (std::none_of(m_messages.begin(), m_messages.end(), fits)) {
+        if (!m_changed.wait(&m_mutex, patience)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void LogCapture::clear()

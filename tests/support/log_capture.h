@@ -3,6 +3,7 @@
 #include <QMutex>
 #include <QString>
 #include <QStringList>
+#include <QWaitCondition>
 #include <QtGlobal>
 
 #include <atomic>
@@ -26,6 +27,8 @@ public:
     std::vector<Message> messages() const;
     /// The texts of one level, in order.
     QStringList texts(QtMsgType type) const;
+    /// Waits until some message is this text or begins with it; false if that never happens.
+    bool waitFor(const QString &beginning);
     void clear();
 
 private:
@@ -33,6 +36,7 @@ private:
 
     static std::atomic<LogCapture *> current;
     mutable QMutex m_mutex;
+    QWaitCondition m_changed;
     std::vector<Message> m_messages;
     QtMessageHandler m_previous;
 };
