@@ -160,7 +160,8 @@ class EndTest(ProgramCase):
                 self.assertRegex(stacks, r'leaving\.py", line \d+ in _wait')
         # The press has been told of by itself, once and before all that.
         lines = runs["press"].lines
-        slow = [number for number, line in enumerate(lines) if "gui_value_from_cpp(Ready) läuft seit 2 s" in line]
+        told = "gui_value_from_cpp(Ready) läuft seit 2 s"
+        slow = [number for number, line in enumerate(lines) if told in line]
         self.assertEqual(len(slow), 1, lines)
         self.assertRegex(lines[slow[0]], r"^\[WARN \]")
         self.assertRegex(lines[slow[0] + 1], r"^\[WARN \].*Die Python-Threads:$")
