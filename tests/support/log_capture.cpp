@@ -1,8 +1,5 @@
 #include "log_capture.h"
 
-#include <QDeadlineTimer>
-#include <QMutexLocker>
-
 #include <algorithm>
 #include <chrono>
 
@@ -23,14 +20,14 @@ LogCapture::~LogCapture()
 void LogCapture::collect(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
 {
     LogCapture &capture = *current;
-    const QMutexLocker lock(&capture.m_mutex);
+    const std::lock_guard lock(capture.m_mutex);
     capture.m_messages.push_back({type, text});
-    capture.m_changed.wakeAll();
+    capture.m_changed.notify_all();
 }
 
 std::vector<LogCapture::Message> LogCapture::messages() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_messages;
 }
 
@@ -47,19 +44,15 @@ QStringList LogCapture::texts(QtMsgType type) const
 
 bool LogCapture::waitFor(const QString &beginning)
 {
-    const QDeadlineTimer patience(std::chrono::minutes(1));
-    const QMutexLocker lock(&m_mutex);
+    constexpr std::chrono::minutes patience(1);
     const auto fits = [&](const Message &message) { return message.text.startsWith(beginning); };
-    while (std::none_of(m_messages.begin(), m_messages.end(), fits)) {
-        if (!m_changed.wait(&m_mutex, patience)) {
-            return false;
-        }
-    }
-    return true;
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, patience,
+                              [&] { return std::any_of(m_messages.begin(), m_messages.end(), fits); });
 }
 
 void LogCapture::clear()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_messages.clear();
 }

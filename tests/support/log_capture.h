@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QMutex>
 #include <QString>
 #include <QStringList>
-#include <QWaitCondition>
 #include <QtGlobal>
 
 #include <atomic>
+#include <condition_variable>
+#include <mutex>
 #include <vector>
 
 /// Collects all log messages of the process while it lives, from any thread. One at a time.
@@ -35,8 +35,8 @@ private:
     static void collect(QtMsgType type, const QMessageLogContext &context, const QString &text);
 
     static std::atomic<LogCapture *> current;
-    mutable QMutex m_mutex;
-    QWaitCondition m_changed;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
     std::vector<Message> m_messages;
     QtMessageHandler m_previous;
 };

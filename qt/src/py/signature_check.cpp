@@ -20,10 +20,7 @@ const char *expectedParameters(int arguments)
 
 bool accepts(const py::object &signature, int arguments)
 {
-    const py::tuple call(arguments);
-    for (py::size_t index = 0; index < call.size(); ++index) {
-        call[index] = py::none();
-    }
+    const py::object call = py::make_tuple(py::none()) * py::int_(arguments);
     try {
         signature.attr("bind")(*call);
         return true;

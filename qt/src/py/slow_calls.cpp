@@ -114,7 +114,7 @@ private:
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
-    const CallClock m_systemClock;
+    const CallClock m_systemClock{};
     const CallClock *m_clock = &m_systemClock;
     CallClock::Time m_due;
     std::uint64_t m_number = 0; ///< Of the call that runs or has run.
