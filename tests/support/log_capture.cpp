@@ -1,6 +1,7 @@
 #include "log_capture.h"
 
-#include <QMutexLocker>
+#include <algorithm>
+#include <chrono>
 
 std::atomic<LogCapture *> LogCapture::current = nullptr;
 
@@ -19,13 +20,14 @@ LogCapture::~LogCapture()
 void LogCapture::collect(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
 {
     LogCapture &capture = *current;
-    const QMutexLocker lock(&capture.m_mutex);
+    const std::lock_guard lock(capture.m_mutex);
     capture.m_messages.push_back({type, text});
+    capture.m_changed.notify_all();
 }
 
 std::vector<LogCapture::Message> LogCapture::messages() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_messages;
 }
 
@@ -40,8 +42,17 @@ QStringList LogCapture::texts(QtMsgType type) const
     return result;
 }
 
+bool LogCapture::waitFor(const QString &beginning)
+{
+    constexpr std::chrono::minutes patience(1);
+    const auto fits = [&](const Message &message) { return message.text.startsWith(beginning); };
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_for(lock, patience,
+                              [&] { return std::any_of(m_messages.begin(), m_messages.end(), fits); });
+}
+
 void LogCapture::clear()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_messages.clear();
 }

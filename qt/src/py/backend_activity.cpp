@@ -9,20 +9,12 @@ struct Activity
 {
     /// Null if there is none.
     const char *what = nullptr;
-    QMetaEnum actions;
-    int action = 0;
+    QString action;
     QStringList threads;
 };
 
 InnerMutex mutex;
 Activity current;
-
-QString actionText(const QMetaEnum &actions, int action)
-{
-    const char *key = actions.valueToKey(action);
-    return key != nullptr ? QLatin1String(actions.scope()) + QLatin1String("::") + QLatin1String(key)
-                          : QString::number(action);
-}
 
 void replaceBy(const Activity &activity)
 {
@@ -32,10 +24,10 @@ void replaceBy(const Activity &activity)
 
 } // namespace
 
-BackendActivity::BackendActivity(const char *what, const QMetaEnum &actions, int action)
+BackendActivity::BackendActivity(const char *what, const QString &action)
 {
     Q_ASSERT(onInterpreterThread());
-    replaceBy({.what = what, .actions = actions, .action = action, .threads = {}});
+    replaceBy({.what = what, .action = action, .threads = {}});
 }
 
 BackendActivity::~BackendActivity()
@@ -50,14 +42,12 @@ QString BackendActivity::text()
         return QLatin1String("die Python-Threads ") + current.threads.join(QLatin1String(", "));
     }
     const QString what = QString::fromUtf8(current.what);
-    return current.actions.isValid()
-               ? QStringLiteral("%1(%2)").arg(what, actionText(current.actions, current.action))
-               : what;
+    return current.action.isEmpty() ? what : QStringLiteral("%1(%2)").arg(what, current.action);
 }
 
 void BackendActivity::become(const char *what)
 {
-    replaceBy({.what = what, .actions = {}, .action = 0, .threads = {}});
+    replaceBy({.what = what, .action = {}, .threads = {}});
 }
 
 bool BackendActivity::setAwaitedThreads(const char *activity, const QStringList &names)

@@ -13,6 +13,8 @@
 
 #include <pybind11/pybind11.h>
 
+#include <QHash>
+
 #include <type_traits>
 
 // What the host calls in the backend, and with what. Everything that is no constant runs with the GIL held.
@@ -42,6 +44,20 @@ struct NoValue
     F(settings,  Settings::SettingsEnum,      QJSValue, "settings_from_cpp")        \
     F(wifi,      Wifi::WifiAction,            QJSValue, "wifi_action_from_cpp")
 // clang-format on
+
+/// How many arguments a function is called with: the enum and, if its family has one, the value.
+template <typename Value> inline constexpr int argumentCount = std::is_same_v<Value, NoValue> ? 1 : 2;
+
+/// What Python calls the enumerators. Throws if Python does not know the enum.
+template <typename Enum> QHash<int, QString> enumeratorNames()
+{
+    QHash<int, QString> names;
+    const pybind11::dict members = pybind11::type::of<Enum>().attr("__members__");
+    for (const auto &[name, member] : members) {
+        names.insert(static_cast<int>(member.template cast<Enum>()), castPy2Qt<QString>(name));
+    }
+    return names;
+}
 
 namespace entry_detail {
 

@@ -11,13 +11,6 @@ namespace py = pybind11;
 
 namespace {
 
-struct RaisedException
-{
-    py::object type;
-    py::object value;
-    py::object trace;
-};
-
 RaisedException raisedException(const py::error_already_set *error)
 {
     if (error != nullptr) {
@@ -61,17 +54,29 @@ QVariantList traceRecord(const py::object &trace)
     return frames;
 }
 
-/// All that Python itself would print: causes, groups, notes, and the place of a syntax error.
-void logTraceback(const RaisedException &raised)
+/// All that Python itself would print: causes, groups, notes, and the place of a syntax error. Empty if that
+/// cannot be had.
+QString tracebackText(const RaisedException &raised)
 {
     try {
         const py::object trace = raised.trace ? raised.trace : py::none();
         const py::object lines =
             py::module_::import("traceback").attr("format_exception")(raised.type, raised.value, trace);
-        const QString text = castPy2Qt<QString>(py::str("").attr("join")(lines));
-        logCritical("%s", qUtf8Printable(text.trimmed()));
+        return castPy2Qt<QString>(py::str("").attr("join")(lines)).trimmed();
     } catch (const std::exception &error) {
         logWarning("Konnte den Traceback nicht ausgeben: %s", error.what());
+        return {};
+    }
+}
+
+} // namespace
+
+void logTraceback(const RaisedException &raised, const QString &heading)
+{
+    QStringList lines{heading, tracebackText(raised)};
+    lines.removeAll(QString());
+    if (!lines.isEmpty()) {
+        logCritical("%s", qUtf8Printable(lines.join(QLatin1Char('\n'))));
     }
 }
 
@@ -86,7 +91,19 @@ QString exceptionText(const py::object &value)
     }
 }
 
-} // namespace
+QVariantMap exceptionRecord(const RaisedException &raised, const QString &text)
+{
+    QVariantMap record;
+    const bool withTraceback = !isMissing(raised.trace);
+    if (withTraceback) {
+        record.insert(QStringLiteral("trace"), traceRecord(raised.trace));
+    }
+    record.insert(QStringLiteral("withTraceback"), withTraceback);
+    record.insert(QStringLiteral("root"), QDir(QDir::currentPath()).absolutePath());
+    record.insert(QStringLiteral("type"), castPy2Qt<QString>(py::str(raised.type.attr("__name__"))));
+    record.insert(QStringLiteral("text"), text);
+    return record;
+}
 
 void handle_py_exception(py::error_already_set *error, int line, const char *file)
 {
@@ -98,21 +115,12 @@ void handle_py_exception(py::error_already_set *error, int line, const char *fil
     }
 
     logTraceback(raised);
-    QVariantMap record;
-    const bool withTraceback = !isMissing(raised.trace);
-    if (withTraceback) {
-        record.insert(QStringLiteral("trace"), traceRecord(raised.trace));
-    }
     QString text = exceptionText(raised.value);
     if (file != nullptr) {
         text +=
             QStringLiteral("\nZeile %1 in %2").arg(line).arg(QFileInfo(QString::fromUtf8(file)).fileName());
     }
-    record.insert(QStringLiteral("withTraceback"), withTraceback);
-    record.insert(QStringLiteral("root"), QDir(QDir::currentPath()).absolutePath());
-    record.insert(QStringLiteral("type"), castPy2Qt<QString>(py::str(raised.type.attr("__name__"))));
-    record.insert(QStringLiteral("text"), text);
-    Gui::instance().showException(record);
+    Gui::instance().showException(exceptionRecord(raised, text));
 }
 
 namespace guard_detail {

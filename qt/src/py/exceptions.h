@@ -2,6 +2,9 @@
 
 #include <pybind11/pybind11.h>
 
+#include <QString>
+#include <QVariantMap>
+
 #include <source_location>
 #include <utility>
 
@@ -10,6 +13,23 @@
 /// Reports a Python exception through Gui. Without `error` it takes the exception that the calling Python
 /// code is handling; `file` and `line` are appended to the text if `file` is not null.
 void handle_py_exception(pybind11::error_already_set *error, int line, const char *file);
+
+/// What Python gives of an exception; the traceback may be None or missing.
+struct RaisedException
+{
+    pybind11::object type;
+    pybind11::object value;
+    pybind11::object trace;
+};
+
+/// Logs all that Python itself would print, below the heading if there is one.
+void logTraceback(const RaisedException &raised, const QString &heading = {});
+
+/// The exception's first argument, else the exception itself, as text. Throws what its `__str__` raises.
+QString exceptionText(const pybind11::object &value);
+
+/// What Gui shows of an exception, with this text. Throws what the exception's class raises.
+QVariantMap exceptionRecord(const RaisedException &raised, const QString &text);
 
 namespace guard_detail {
 void reportPythonError(pybind11::error_already_set &error, const std::source_location &where) noexcept;

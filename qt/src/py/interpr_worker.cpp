@@ -10,7 +10,10 @@
 #include "src/py/exceptions.h"
 #include "src/py/interpreter_thread.h"
 #include "src/py/python_stacks.h"
+#include "src/py/signature_check.h"
+#include "src/py/slow_calls.h"
 #include "src/py/types.h"
+#include "src/py/uncaught_errors.h"
 
 #include <pybind11/embed.h>
 
@@ -151,6 +154,7 @@ PyWorker::~PyWorker()
         }
     }
     PyEval_RestoreThread(m_threadState);
+    SlowCalls::stop();
     const BackendActivity activity(endOfPython);
     EndSignals::claimForGood();
     guarded(tellWhatTheEndAwaits);
@@ -196,7 +200,9 @@ bool PyWorker::call(const EntryFunction &function, Enum action, const Values &..
     }
     const py::gil_scoped_acquire gil;
     const BackendRuns runs;
-    const BackendActivity activity(function.name, action);
+    const int number = static_cast<int>(action);
+    const BackendActivity activity(function.name, function.actions.value(number, QString::number(number)));
+    const WatchedCall watched;
     callEntryFunction(function.handle, action, values...);
     EndSignals::claimBack();
     return true;
@@ -315,10 +321,14 @@ bool PyWorker::bringUpBackend()
     // Makes the enums of the operator's actions known to Python, also to a backend that never imports the
     // module.
     const bool known = prepared && guarded([] { py::module_::import("brovik"); });
+    if (known && !m_bridge->stubMode()) {
+        guarded(showUncaughtErrors); // the backend may do without
+    }
     const bool imported = known && guarded([this] { importBackend(); });
     if (!imported || m_bridge->stubMode()) {
         return imported;
     }
+    guarded(SlowCalls::start);
     return guarded([this] { callInit(); });
 }
 
@@ -331,6 +341,7 @@ void PyWorker::importBackend()
 void PyWorker::callInit()
 {
     const BackendActivity activity("init()");
+    const WatchedCall watched;
     m_module.attr(backendInit)(Bridge::debug());
 }
 
@@ -339,6 +350,21 @@ void PyWorker::findEntryFunctions()
     for (EntryFunction *function : m_entryFunctions) {
         guarded([&] { function->handle = entryFunction(m_module, function->name); });
     }
+#define NAME_ACTIONS(family, Enum, ...) guarded([this] { m_##family.actions = enumeratorNames<Enum>(); });
+    ENTRY_FUNCTIONS(NAME_ACTIONS)
+#undef NAME_ACTIONS
+}
+
+/// What is wrong stays in place: the call fails as it would without the check.
+void PyWorker::checkEntryFunctions() const
+{
+    QStringList refusals;
+    for (const EntryFunction *function : m_entryFunctions) {
+        if (function->handle) {
+            refusals += refusalOf(function->handle, QLatin1String(function->name), function->arguments);
+        }
+    }
+    reportRefusals(refusals);
 }
 
 bool PyWorker::initInterpreter()
@@ -358,6 +384,7 @@ bool PyWorker::initInterpreter()
     EndSignals::claimBack();
     if (up && !m_bridge->stubMode()) {
         findEntryFunctions();
+        guarded([this] { checkEntryFunctions(); });
     }
     if (!up) {
         m_module = py::object();

@@ -4,6 +4,7 @@
 
 #include <pybind11/pybind11.h>
 
+#include <QHash>
 #include <QVariantMap>
 
 #include <array>
@@ -56,7 +57,11 @@ private:
     struct EntryFunction
     {
         const char *name;
+        /// How many arguments it is called with.
+        int arguments;
         pybind11::object handle = {};
+        /// Python's names of the enumerators that it is called with.
+        QHash<int, QString> actions = {};
     };
 
     void connectFamilies();
@@ -69,6 +74,7 @@ private:
     void importBackend();
     void callInit();
     void findEntryFunctions();
+    void checkEntryFunctions() const;
     /// Calls an entry function, unless the interpreter is being stopped. False if the function is missing.
     template <typename Enum, typename... Values>
     bool call(const EntryFunction &function, Enum action, const Values &...values);
@@ -82,7 +88,7 @@ private:
     PyThreadState *m_threadState = nullptr;
     std::string m_moduleName;
     pybind11::object m_module;
-#define ENTRY_MEMBER(family, Enum, Value, function) EntryFunction m_##family{function};
+#define ENTRY_MEMBER(family, Enum, Value, function) EntryFunction m_##family{function, argumentCount<Value>};
     ENTRY_FUNCTIONS(ENTRY_MEMBER)
 #undef ENTRY_MEMBER
 #define ENTRY_POINTER(family, ...) &m_##family,

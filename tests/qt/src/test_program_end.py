@@ -14,7 +14,7 @@ from program_case import HOST, PATIENCE, ProgramCase
 SIGNALS = (signal.SIGTERM, signal.SIGHUP, signal.SIGINT)
 # Where the backend of these tests holds the end up, and what the log calls it.
 PLACES = {
-    "press": "gui_value_from_cpp(Gui::Ready)",
+    "press": "gui_value_from_cpp(Ready)",
     "thread": "die Python-Threads Pumpe",
     "atexit": "die atexit-Funktionen des Backends",
 }
@@ -158,6 +158,15 @@ class EndTest(ProgramCase):
                 stacks = "".join(run.lines[last + 1 :])
                 self.assertIn("(most recent call first):", stacks)
                 self.assertRegex(stacks, r'leaving\.py", line \d+ in _wait')
+        # The press has been told of by itself, once and before all that.
+        lines = runs["press"].lines
+        told = "gui_value_from_cpp(Ready) läuft seit 2 s"
+        slow = [number for number, line in enumerate(lines) if told in line]
+        self.assertEqual(len(slow), 1, lines)
+        self.assertRegex(lines[slow[0]], r"^\[WARN \]")
+        self.assertRegex(lines[slow[0] + 1], r"^\[WARN \].*Die Python-Threads:$")
+        self.assertRegex("".join(lines[slow[0] :]), r'leaving\.py", line \d+ in _wait')
+        self.assertNotIn("läuft seit", "".join(runs["thread"].lines + runs["atexit"].lines))
 
     def test_operator_has_time(self) -> None:
         """An end without a signal is waited for longer than that, with the same lines."""

@@ -1,6 +1,7 @@
 """Python inside the whole program: test_program_python.py <entry host> <backend> <python>."""
 
 import os
+import signal
 import subprocess
 import sys
 import unittest
@@ -51,6 +52,16 @@ class PythonTest(ProgramCase):
                 os.close(ends[0])
                 os.close(ends[1])
         self.assertEqual(report.read_text("utf-8"), "stdout: sofort\nstderr: sofort\n")
+
+    def test_crash_leaves_the_stacks(self) -> None:
+        """Of all threads of Python, also if the backend has closed the file object of the stream."""
+        for name in ("open", "closed"):
+            with self.subTest(name):
+                run = self.run_program(backend="crashing", **{f"TEST_{name.upper()}": "1"})
+                self.assertEqual(run.returncode, -signal.SIGSEGV, run.stderr)
+                stacks = run.stderr[run.stderr.index("Fatal Python error: Segmentation fault") :]
+                self.assertRegex(stacks, r'crashing\.py", line \d+ in gui_value_from_cpp')
+                self.assertRegex(stacks, r'crashing\.py", line \d+ in _wait')
 
     def test_full_screen_is_decided_before_ready(self) -> None:
         """The backend's first call finds the window's title and state set."""

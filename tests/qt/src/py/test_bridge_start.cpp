@@ -85,6 +85,35 @@ TEST_F(BridgeTest, AMissingEntryFunctionIsReportedOnceAndItsFamilyLogs)
               QStringLiteral("main gui_value_from_cpp <GuiEnum.Ready: 0> None"));
 }
 
+TEST_F(BridgeTest, FunctionsWithWrongParametersAreNamedAtTheStart)
+{
+    const SignalLog exceptions(gui, {"exception"});
+    const LogCapture log;
+    BackendRun run("wrong_parameters");
+    run.waitForStart();
+    const QString autoRefusal = QStringLiteral(
+        "auto_value_from_cpp() hat falsche Parameter: erwartet (enum, value), gefunden (_enum)");
+    const QString wifiRefusal = QStringLiteral(
+        "wifi_action_from_cpp() hat falsche Parameter: erwartet (enum, value), gefunden (_enum, _value, *, "
+        "_force)");
+    EXPECT_THAT(log.texts(QtCriticalMsg), ElementsAre(QStringLiteral("Python-Funktion ") + autoRefusal,
+                                                      QStringLiteral("Python-Funktion ") + wifiRefusal));
+    ASSERT_THAT(typesOf(exceptions), ElementsAre(QStringLiteral("TypeError")));
+    EXPECT_EQ(exceptions.emissions()[0].values[0].toMap().value(QStringLiteral("text")),
+              QStringLiteral("Diese Aufrufe des Backends werden scheitern:\n") + autoRefusal +
+                  QLatin1Char('\n') + wifiRefusal);
+    EXPECT_TRUE(gui.controlsEnabled());
+}
+
+TEST_F(BridgeTest, FunctionWithWrongParametersFailsWhenItIsCalled)
+{
+    const auto press = [this] {
+        BackendRun run("wrong_parameters");
+        act("brovik.auto", "Auto_.toPy(Auto_.ToggleAuto, null)");
+    };
+    EXPECT_EXIT(press(), testing::KilledBySignal(SIGABRT), "takes 1 positional argument but 2 were given");
+}
+
 TEST_F(BridgeTest, InitMissingIsAnAttributeErrorAndAFailedStart)
 {
     const SignalLog exceptions(gui, {"exception"});

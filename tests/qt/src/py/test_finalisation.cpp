@@ -96,3 +96,8 @@ TEST_F(FinalisationTest, InLen)
 {
     expectOrderlyEnds("len");
 }
+
+TEST_F(FinalisationTest, InExceptHook)
+{
+    expectOrderlyEnds("excepthook");
+}

@@ -61,6 +61,16 @@ def _forward() -> None:
         brovik.forward_exception()
 
 
+def _fail() -> None:
+    raise ValueError(_Slow())
+
+
+def _die() -> None:
+    thread = threading.Thread(target=_fail, daemon=True)
+    thread.start()
+    thread.join()
+
+
 def _write(name: str, value: Callable[[], object]) -> Callable[[], None]:
     return lambda: setattr(Gui, name, value())
 
@@ -75,6 +85,7 @@ _ROUNDS: dict[str, Callable[[], None]] = {
     "repr": _write("status", _Named),
     "iter": _write_rows(_Rows),
     "len": _write_rows(_Counted),
+    "excepthook": _die,
 }
 
 _counts = [0] * THREADS
