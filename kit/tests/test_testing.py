@@ -7,7 +7,7 @@ import subprocess
 import sys
 import threading
 import unittest
-from typing import Any
+from typing import TYPE_CHECKING, Any
 
 from plain_backend import FUNCTIONS, PlainBackend
 
@@ -24,6 +24,9 @@ from brovik.shell import Shell, ShellActionEnum
 from brovik.simulator import Simulator, SimuEnum
 from brovik.wifi import WifiActionEnum
 
+if TYPE_CHECKING:
+    from brovik.records import InstalledPackage
+
 ENUMS = {
     "actuator": ActuatorEnum.Pumpe,
     "auto": AutoEnum.Toggle,
@@ -35,6 +38,7 @@ ENUMS = {
     "settings": SettingsEnum.secs_pump,
     "wifi": WifiActionEnum.Scan,
 }
+INSTALLED: "InstalledPackage" = {"name": "x", "version": "1", "arch": "all", "description": "", "name2": ""}
 
 
 class BackendCase(unittest.TestCase):
@@ -383,10 +387,10 @@ class SignalsTest(BackendCase):
             Simulator.a_in_0 = 3
             Config.has_steam_valve = True
             Gui.fsize_xs = 3.0
-            Shell.installed = [{"name": "x"}]
+            Shell.installed = [INSTALLED]
         self.assertEqual(
             [(change.name, change.value) for change in changes.all],
-            [("a_in_0", 3), ("has_steam_valve", True), ("fsize_xs", 3.0), ("installed", [{"name": "x"}])],
+            [("a_in_0", 3), ("has_steam_valve", True), ("fsize_xs", 3.0), ("installed", [INSTALLED])],
         )
 
     def test_many_threads(self) -> None:
