@@ -124,7 +124,7 @@ def _result(report: Report) -> Flowable:
 
 
 def _facts(report: Report) -> Flowable:
-    """Two columns, filled downwards. Those that are too high go line by line, for a page may end between two."""
+    """Two columns, filled downwards. If they are too high, line by line: a page may end between two."""
     cells = [
         Paragraph(f'<font color="{GREY}">{_markup(name)}:</font> {_markup(value)}', _FACT)
         for name, value in report.facts

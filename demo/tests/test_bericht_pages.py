@@ -181,8 +181,8 @@ class PdfTest(PageCase):
 
     def test_long_facts(self) -> None:
         """What is higher than a page ends it."""
-        facts = {name: "langes Wort " * 250 for name in ("program", "machine", "program_version")}
-        path = self.pdf_of(run(**facts), curves())
+        long = "langes Wort " * 250
+        path = self.pdf_of(replace(run(), program=long, machine=long, program_version=long), curves())
         self.assertGreater(pdf_pages(path), 2)
         text = pdf_text(path)
         for name in ("Maschine:", "Programm:", "Beginn:", "Ende:", "Dauer:", "Ausstattung:", "Version:"):

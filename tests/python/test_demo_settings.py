@@ -9,6 +9,7 @@ import subprocess
 import unittest
 from contextlib import closing
 
+import demo_path  # pylint: disable=unused-import
 import _probe
 from brovik.auto import Auto, AutoEnum
 from brovik.sensor import Sensor
