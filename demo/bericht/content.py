@@ -40,6 +40,12 @@ class Cell:
     bad: bool = False
 
 
+def place_of_note(row: Sequence[Cell]) -> int | None:
+    """Where the small text of a row stands that has only one. It gets all the room to the right."""
+    places = [index for index, cell in enumerate(row) if cell.small]
+    return places[0] if len(places) == 1 else None
+
+
 @dataclass(frozen=True)
 class Column:
     """A column of a table. Its share of the width is that of its weight."""

@@ -1,11 +1,13 @@
 """A report as a page of HTML in one file, with its curves as SVG in it."""
 
+from collections.abc import Iterator, Sequence
+from dataclasses import replace
 from html import escape
 from typing import Final
 
 from logbook import records
 
-from .content import Cell, Column, Report, Table
+from .content import Cell, Column, Report, Table, place_of_note
 from .drawing import FRAME, GREY, GRID, INK
 from .signatures import SIGNATURES
 from .svg import svg
@@ -28,12 +30,15 @@ dt::after {{ content: ": "; }}
 dd {{ display: inline; margin: 0; }}
 svg {{ display: block; width: 100%; }}
 table {{ border-collapse: collapse; table-layout: fixed; width: 100%; }}
-th {{ border-bottom: 1px solid {FRAME}; color: {GREY}; font-size: 9.5px; font-weight: normal; vertical-align: bottom; }}
+th {{ border-bottom: 1px solid {FRAME}; color: {GREY}; font-size: 9px; font-weight: normal; vertical-align: bottom; }}
 td {{ border-bottom: 1px solid {GRID}; vertical-align: top; }}
-th, td {{ overflow-wrap: anywhere; padding: 2px 6px; text-align: left; }}
+th, td {{ overflow-wrap: anywhere; padding: 2px 4px; text-align: left; }}
 th:first-child, td:first-child {{ padding-left: 0; }}
 th:last-child, td:last-child {{ padding-right: 0; }}
 tr {{ break-inside: avoid; }}
+.noted {{ break-after: avoid; }}
+.noted td {{ border-bottom: 0; padding-bottom: 0; }}
+.noted + tr td {{ padding-top: 0; }}
 .figures {{ font-variant-numeric: tabular-nums; text-align: right; }}
 small, .note, footer {{ color: {GREY}; }}
 small {{ display: block; font-weight: normal; }}
@@ -108,14 +113,26 @@ def _rows(table: Table) -> str:
     total = sum(column.weight for column in table.columns)
     widths = "".join(f'<col style="width: {100 * column.weight / total:.1f}%">' for column in table.columns)
     head = "".join(f"<th{_class(column)}>{_text(column.title)}</th>" for column in table.columns)
-    rows = "\n".join(
-        "<tr>" + "".join(_cell(cell, column) for cell, column in zip(row, table.columns)) + "</tr>"
-        for row in table.rows
-    )
+    rows = "\n".join(line for row in table.rows for line in _row(row, table.columns))
     return (
         f"<table>\n<colgroup>{widths}</colgroup>\n<thead><tr>{head}</tr></thead>\n"
         f"<tbody>\n{rows}\n</tbody>\n</table>"
     )
+
+
+def _row(row: Sequence[Cell], columns: Sequence[Column]) -> Iterator[str]:
+    place = place_of_note(row)
+    if place is None:
+        yield f"<tr>{_cells(row, columns)}</tr>"
+        return
+    yield f'<tr class="noted">{_cells([replace(cell, small="") for cell in row], columns)}</tr>'
+    before = f'<td colspan="{place}"></td>' if place else ""
+    note = f'<td colspan="{len(row) - place}"><small>{_text(row[place].small)}</small></td>'
+    yield f"<tr>{before}{note}</tr>"
+
+
+def _cells(row: Sequence[Cell], columns: Sequence[Column]) -> str:
+    return "".join(map(_cell, row, columns))
 
 
 def _class(column: Column) -> str:

@@ -4,6 +4,7 @@ from collections.abc import Callable, Iterator, Sequence
 from dataclasses import replace
 from html import escape
 from io import BytesIO
+from itertools import zip_longest
 from typing import Any, Final
 
 from reportlab.lib.colors import HexColor
@@ -28,7 +29,7 @@ from reportlab.platypus import (
 from logbook import records
 
 from . import fonts
-from .content import PAGE_WIDTH, Cell, Column, Report, Table
+from .content import PAGE_WIDTH, Cell, Column, Report, Table, place_of_note
 from .drawing import FRAME, GREY, GRID, INK
 from .fonts import BOLD, MONO, REGULAR, printable
 from .scene import Anchor, Box, Label, Line, Scene
@@ -36,6 +37,8 @@ from .signatures import SIGNATURES
 
 _MARGIN: Final = (A4[0] - PAGE_WIDTH) / 2
 _FOOT: Final = 17 * mm
+#: The height up to which the facts are kept together.
+_MOST_OF_FACTS: Final = 60 * mm
 _HEAD: Final = 13 * mm
 _PADDING: Final = 3.5
 #: A table begins on a page that has room for so much of it: its title, its head, two rows.
@@ -63,7 +66,7 @@ _COLUMN: Final = _style("column", 6.3, textColor=HexColor(GREY))
 _COLUMN_FIGURES: Final = _style("column figures", 6.3, textColor=HexColor(GREY), alignment=TA_RIGHT)
 _SMALL: Final = _style("small", 6.5, textColor=HexColor(GREY))
 _NOTE: Final = _style("note", 7.2, textColor=HexColor(GREY), spaceBefore=2)
-_FACT: Final = _style("fact", 8.2)
+_FACT: Final = _style("fact", 8.2, spaceAfter=2)
 _WARNING: Final = _style("warning", 8.5, fontName=BOLD, textColor=HexColor(_BAD), spaceBefore=5)
 
 
@@ -121,15 +124,16 @@ def _result(report: Report) -> Flowable:
 
 
 def _facts(report: Report) -> Flowable:
-    """Two columns, filled downwards."""
+    """Two columns, filled downwards. If they are too high, line by line: a page may end between two."""
     cells = [
         Paragraph(f'<font color="{GREY}">{_markup(name)}:</font> {_markup(value)}', _FACT)
         for name, value in report.facts
     ]
-    half = (len(cells) + 1) // 2
-    left, right = cells[:half], cells[half:]
-    right += [Paragraph("", _FACT)] * (half - len(right))
-    return _grid(list(map(list, zip(left, right))), [PAGE_WIDTH / 2] * 2, [], padding=1)
+    width, half = PAGE_WIDTH / 2, (len(cells) + 1) // 2
+    columns = [cells[:half], cells[half:]]
+    highest = max(sum(cell.wrap(width, 0)[1] for cell in column) for column in columns)
+    rows = [columns] if highest < _MOST_OF_FACTS else list(map(list, zip_longest(*columns, fillvalue="")))
+    return _grid(rows, [width] * 2, [], padding=1)
 
 
 def _section(table: Table) -> Iterator[Flowable]:
@@ -151,7 +155,7 @@ def _table(table: Table) -> Flowable:
         ("VALIGN", (0, 0), (-1, 0), "BOTTOM"),
     ]
     for row in table.rows:
-        place = _place_of_note(row)
+        place = place_of_note(row)
         if place is None:
             rows.append(_row(row, table.columns))
         else:
@@ -161,12 +165,6 @@ def _table(table: Table) -> Flowable:
             look += _look_of_note(place, len(rows) - 1)
         look.append(("LINEBELOW", (0, len(rows) - 1), (-1, len(rows) - 1), 0.3, HexColor(GRID)))
     return _grid(rows, widths, look, padding=1.6, head=1)
-
-
-def _place_of_note(row: Sequence[Cell]) -> int | None:
-    """Where the second text of a row stands that has only one. It gets all the room to the right."""
-    places = [index for index, cell in enumerate(row) if cell.small]
-    return places[0] if len(places) == 1 else None
 
 
 def _look_of_note(place: int, row: int) -> list[tuple[Any, ...]]:
@@ -194,7 +192,7 @@ def _cell(cell: Cell, style: ParagraphStyle) -> Flowable:
 
 
 def _grid(
-    rows: list[list[Flowable]],
+    rows: Sequence[Sequence[Flowable | list[Flowable] | str]],
     widths: list[float],
     commands: Sequence[tuple[Any, ...]],
     padding: float,

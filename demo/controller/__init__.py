@@ -7,10 +7,8 @@ machine is handed to its thread (`machine_thread`), what concerns updates and th
 """
 
 import atexit
-import os
 from functools import cache
 
-import brovik
 from brovik import Logger
 from brovik.actuator import ActuatorEnum
 from brovik.auto import AutoEnum
@@ -25,12 +23,6 @@ from brovik.wifi import WifiActionEnum
 from .backend import Backend
 from .entry import entry
 from .program_errors import report_dead_threads, write_stacks_on_request
-
-if os.environ.get("BROVIK_MAKE_PY_STUBS") == "1":
-    # They lie beside this package and do not go along with a copy of it.
-    from tools.stubs import write_stubs
-
-    write_stubs(brovik)
 
 
 @cache

@@ -2,9 +2,12 @@
 
 from collections.abc import Callable, Mapping
 from enum import IntEnum
-from typing import TypeAlias
+from typing import TYPE_CHECKING, TypeAlias
 
-Ask: TypeAlias = Callable[[str, str, dict[str, object]], None]
+if TYPE_CHECKING:
+    from brovik.records import Category, QuestionOptions
+
+Ask: TypeAlias = "Callable[[str, str, QuestionOptions], None]"
 Close: TypeAlias = Callable[[int], None]
 Answered: TypeAlias = Callable[[bool], None]
 
@@ -36,7 +39,7 @@ class Questions:
         yes: str,
         no: str,
         answered: Answered,
-        category: str = "warning",
+        category: "Category" = "warning",
     ) -> None:
         """Opens a question. `answered` is called once, with True for the yes button."""
         self._waiting[id_] = answered

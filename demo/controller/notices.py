@@ -6,7 +6,7 @@ For any thread. `scripts/lint house` refuses a call of the host past this module
 import sys
 from html import unescape
 from traceback import format_exception_only, walk_tb
-from typing import Literal
+from typing import TYPE_CHECKING
 
 from brovik import forward_exception
 from brovik.gui import Gui
@@ -14,14 +14,17 @@ from brovik.gui import Gui
 from .dialog_watch import DIALOGS
 from .journal import JOURNAL, Event, Kind
 
+if TYPE_CHECKING:
+    from brovik.records import Category, QuestionOptions
 
-def message(title: str, text: str, category: Literal["info", "warning", "error", "success"]) -> None:
+
+def message(title: str, text: str, category: "Category") -> None:
     """Opens a message. `text` may be rich."""
     DIALOGS.show(Kind.MESSAGE, title, unescape(text), {"category": category})
     Gui.message(title, text, category)
 
 
-def question(title: str, text: str, options: dict[str, object]) -> None:
+def question(title: str, text: str, options: "QuestionOptions") -> None:
     """Opens a question. Its "id" is a positive number, and not that of a question which is open."""
     id_, yes, no = options["id"], options["yes"], options["no"]
     DIALOGS.ask(int(str(id_)), title, unescape(text), str(yes), str(no))

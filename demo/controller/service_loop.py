@@ -24,12 +24,13 @@ class ServiceLoop:
         self._guarded = guarded
         self._loop = asyncio.new_event_loop()
         self._loop.set_exception_handler(self._report_context)
+        self._work: set[asyncio.Task[None]] = set()
 
     def run(self) -> None:
         """Runs until `stop`, and then until all work has been cancelled and has tidied up."""
         try:
             self._loop.run_forever()
-            self._loop.run_until_complete(_cancel_the_others())
+            self._loop.run_until_complete(self._cancel_work())
         finally:
             self._loop.close()
 
@@ -45,6 +46,8 @@ class ServiceLoop:
     def spawn(self, work: Coroutine[Any, Any, None]) -> asyncio.Task[None]:
         """Has work done beside all other."""
         task = self._loop.create_task(work)
+        self._work.add(task)
+        task.add_done_callback(self._work.discard)
         task.add_done_callback(self._report)
         return task
 
@@ -82,6 +85,14 @@ class ServiceLoop:
                 process.kill()
             await process.wait()
 
+    async def _cancel_work(self) -> None:
+        """No task but those of `spawn`: one of asyncio's own connects the pipes of a program that has just
+        been started, and without it nobody would hear of that program's end."""
+        work = list(self._work)
+        for task in work:
+            task.cancel()
+        await asyncio.gather(*work, return_exceptions=True)
+
     def _report(self, task: asyncio.Task[None]) -> None:
         if not task.cancelled():
             self._guarded(task.result)
@@ -94,10 +105,3 @@ class ServiceLoop:
             raise context.get("exception") or RuntimeError(context["message"])
 
         self._guarded(fail)
-
-
-async def _cancel_the_others() -> None:
-    others = asyncio.all_tasks() - {asyncio.current_task()}
-    for task in others:
-        task.cancel()
-    await asyncio.gather(*others, return_exceptions=True)

@@ -16,6 +16,7 @@ from queue import Empty, SimpleQueue
 from typing import Final, TypeAlias
 
 from logbook.place import FILE_NAME
+from logbook.tables import run_script
 from logbook.writer import LogbookWriter
 
 from . import saved_charts
@@ -81,7 +82,7 @@ class Storage:
         with self._connection:
             self._connection.execute(_SCHEMA)
         self._connection.execute("SELECT section, key, value FROM entry LIMIT 1").fetchone()
-        self._connection.executescript(saved_charts.SCHEMA)
+        run_script(self._connection, saved_charts.SCHEMA)
         self.charts.check()
         self.logbook.prepare()
         self._connection.execute("PRAGMA journal_mode = WAL")

@@ -179,6 +179,15 @@ class PdfTest(PageCase):
         first = self.pdf_of(run(), curves()).read_bytes()
         self.assertEqual(self.export().read_bytes(), first)
 
+    def test_long_facts(self) -> None:
+        """What is higher than a page ends it."""
+        long = "langes Wort " * 250
+        path = self.pdf_of(replace(run(), program=long, machine=long, program_version=long), curves())
+        self.assertGreater(pdf_pages(path), 2)
+        text = pdf_text(path)
+        for name in ("Maschine:", "Programm:", "Beginn:", "Ende:", "Dauer:", "Ausstattung:", "Version:"):
+            self.assertIn(name, text)
+
     def test_results(self) -> None:
         """Each has its words; a word that is not known is shown as it is."""
         for word, shown in (
@@ -323,6 +332,13 @@ class HtmlTest(PageCase):
         self.assertIn("<!DOCTYPE html>", source)
         self.assertIn('<html lang="de">', source)
         self.assertIn("default-src 'none'", source)
+
+    def test_checks_have_room(self) -> None:
+        """What a step has checked stands below the whole of its row."""
+        source, _ = self.html_of(run(), curves())
+        columns = source.partition("<h2>Schritte</h2>")[2].partition("</thead>")[0].count("<th")
+        columns -= 1  # the head itself
+        self.assertIn(f'<td colspan="1"></td><td colspan="{columns - 1}"><small>', source)
 
     def test_curves_are_vectors(self) -> None:
         """One picture, which is XML by itself: curves, bands of all steps, axes, units, legend."""

@@ -4,13 +4,16 @@ import asyncio
 import tempfile
 import unittest
 from pathlib import Path
-from typing import Any
+from typing import TYPE_CHECKING, Any
 
 from controller.network.interfaces import LEASE_SECS, NO_ADDRESS, Interfaces
 from controller.network.radio import FILE, SWING, SWING_SECS, AccessPoint, ConnectError, Radio
 from controller.network.radio import read_access_points
 
 from .service_rig import Clock
+
+if TYPE_CHECKING:
+    from brovik.records import NetworkInterface
 
 
 def sender(ssid: str, quality: int = 50, **values: Any) -> AccessPoint:
@@ -167,7 +170,7 @@ class InterfacesTest(unittest.TestCase):
         self.clock = Clock()
         self.interfaces = Interfaces(self.clock.now)
 
-    def record(self, name: str) -> dict[str, object]:
+    def record(self, name: str) -> "NetworkInterface":
         """The record of one interface."""
         (record,) = (r for r in self.interfaces.records() if r["name"] == name)
         return record

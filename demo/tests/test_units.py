@@ -3,13 +3,16 @@
 import math
 import unittest
 from itertools import product
-from typing import Any
+from typing import TYPE_CHECKING, Any
 
 from controller.dialogs import DialogId, Questions
 from controller.interrupted import NO_RUN, RunNote
 from controller.process import heating, interlocks, scaling
 from controller.process.outputs import Output
 from controller.values import Value, fitting
+
+if TYPE_CHECKING:
+    from brovik.records import QuestionOptions
 
 
 class FittingTest(unittest.TestCase):
@@ -125,7 +128,7 @@ class QuestionsTest(unittest.TestCase):
     """Questions with positive ids and their answers."""
 
     def setUp(self) -> None:
-        self.asked: list[tuple[str, str, dict[str, object]]] = []
+        self.asked: "list[tuple[str, str, QuestionOptions]]" = []
         self.closed: list[int] = []
         self.answers: list[bool] = []
         self.questions = Questions(

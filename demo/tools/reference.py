@@ -2,10 +2,10 @@
 
 import inspect
 from collections.abc import Iterator
-from pathlib import Path
 from types import ModuleType
 from typing import Final
 
+from . import records
 from .signatures import function_text, is_told, property_type
 
 _HEAD: Final = """\
@@ -15,13 +15,22 @@ Written by the program's option `--make-stubs`. Attributes can be read and writt
 bounds and defaults are those of the start.
 """
 _TABLE: Final = "| Attribute | Type | Meaning |\n|---|---|---|\n"
+#: Where a backend imports the types of records from.
+RECORDS: Final = "brovik.records"
 _SUFFIXES: Final = ("_min", "_max", "_default")
 
 
-def write_reference(package: ModuleType, target: Path) -> None:
-    """Writes one file for the package and all of its modules."""
+def reference_text(package: ModuleType) -> str:
+    """The text for the package and all of its modules."""
     modules = [module for _, module in inspect.getmembers(package, inspect.ismodule)]
-    target.write_text("".join((_HEAD, *map(_module_text, (package, *modules)))), encoding="utf-8")
+    return "".join((_HEAD, *map(_module_text, (package, *modules)), _records_text()))
+
+
+def _records_text() -> str:
+    """What is handed over as a `dict`."""
+    doc = inspect.getdoc(records) or ""
+    body = inspect.getsource(records).partition("\n\n\n")[2]
+    return f"\n## `{RECORDS}`\n\n{doc}\n\n```python\n{body}```\n"
 
 
 def _module_text(module: ModuleType) -> str:
@@ -93,7 +102,7 @@ def _literal(value: object) -> str:
 def _row(name: str, value: property, more: str) -> str:
     doc = " ".join((value.__doc__ or "").split()).replace("|", "\\|")
     access = "" if value.fset else " Read-only."
-    return f"| `{name}` | `{property_type(value)}` | {doc}{access}{more} |\n"
+    return f"| `{name}` | `{property_type(name, value)}` | {doc}{access}{more} |\n"
 
 
 def _methods(cls: type) -> str:

@@ -7,12 +7,23 @@ import re
 from typing import Final
 
 _ENUM_DEFAULT: Final = re.compile(r"<(\w+\.\w+): -?\d+>")
-_BARE: Final = re.compile(r"(?<=[:>] )(Iterable|dict|list|set)(?![\w\[])")
-_PARAMETERS: Final = {"dict": "[Any, Any]"}
-#: What the host's functions look at only when they are called, by the name of the argument.
+_ANY_RECORD: Final = "dict[str, typing.Any]"
+#: What the host's functions look at only when they are called: parts of their signatures.
 _SHARPER: Final = {
     "outputs: Iterable": "outputs: Iterable[ActuatorEnum]",
-    "category: str": 'category: typing.Literal["info", "warning", "error", "success"]',
+    "category: str": "category: brovik.records.Category",
+    f"options: {_ANY_RECORD}": "options: brovik.records.QuestionOptions",
+    f"results: {_ANY_RECORD}": "results: dict[str, brovik.records.FoundNetwork]",
+    "self: brovik.settings.SettingsClass) -> dict": "self) -> dict[str, bool | int | float | str]",
+    "self: brovik.simulator.SimulatorClass) -> dict": "self) -> brovik.records.SimulatorDefaults",
+    "-> set": "-> set[str]",
+}
+#: The same for attributes.
+_SHARPER_ATTRIBUTES: Final = {
+    "installed": "list[brovik.records.InstalledPackage]",
+    "upgradables": "list[brovik.records.AvailablePackage]",
+    "ip_map_list": "list[brovik.records.NetworkInterface]",
+    "scan_results": "dict[str, brovik.records.FoundNetwork]",
 }
 _OPERATORS: Final = frozenset(
     ("__init__", "__getitem__", "__setitem__", "__iter__", "__next__", "__len__", "__bool__", "__repr__")
@@ -29,9 +40,10 @@ def is_told(name: str, value: object) -> bool:
     return name in _OPERATORS or not name.startswith("__")
 
 
-def property_type(value: property) -> str:
+def property_type(name: str, value: property) -> str:
     """The type of an attribute."""
-    return str(getattr(value.fget, "__doc__", "")).rpartition("-> ")[2].strip()
+    told = str(getattr(value.fget, "__doc__", "")).rpartition("-> ")[2].strip()
+    return _SHARPER_ATTRIBUTES[name] if _ANY_RECORD in told else told
 
 
 def function_text(name: str, doc: str | None, indent: str) -> str:
@@ -43,18 +55,14 @@ def function_text(name: str, doc: str | None, indent: str) -> str:
         )
     signature, _, doc = (doc or "").partition("\n")
     for told, sharper in _SHARPER.items():
-        signature = re.sub(rf"\b{told}(?![\[\w])", sharper, signature)
-    signature = _BARE.sub(_parametrised, _ENUM_DEFAULT.sub(r"\1", signature))
+        signature = re.sub(rf"(?<!\w){re.escape(told)}(?![\[\w])", sharper, signature)
+    signature = _ENUM_DEFAULT.sub(r"\1", signature)
     _, opening, arguments = signature.partition("(")
     arguments = re.sub(r"^self: [\w.]+", "self", arguments)
     if not opening:
         return f"{indent}def {name}(*args: Any) -> Any: ...\n"
     head = f"{indent}def {name}({arguments}:"
     return f"{head}\n{doc_text(doc, indent + '    ')}" if doc.strip() else f"{head} ...\n"
-
-
-def _parametrised(container: re.Match[str]) -> str:
-    return container[0] + _PARAMETERS.get(container[0], "[Any]")
 
 
 def doc_text(doc: str | None, indent: str) -> str:

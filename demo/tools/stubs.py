@@ -11,14 +11,13 @@ from pathlib import Path
 from types import ModuleType
 from typing import Final
 
-from .reference import write_reference
+from . import records
+from .reference import reference_text
 from .signatures import doc_text, function_text, is_told, property_type
 
-DIRECTORY: Final = Path(__file__).resolve().parents[1] / "stubs"
-
-_HEADER: Final = """\
-# Written by the program's option --make-stubs.
-import typing
+_ORIGIN: Final = "# Written by the program's option --make-stubs.\n"
+_HEADER: Final = f"""\
+{_ORIGIN}import typing
 from collections.abc import Iterable
 from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
 """
@@ -37,14 +36,27 @@ _ENUM_BODY: Final = """\
 """
 
 
-def write_stubs(package: ModuleType, directory: Path = DIRECTORY) -> None:
-    """Writes one file for the package and one for each of its modules, and the reference of all."""
-    target = directory / package.__name__
-    target.mkdir(parents=True, exist_ok=True)
-    (target / "__init__.pyi").write_text(_module_text(package), encoding="utf-8")
-    for name, module in inspect.getmembers(package, inspect.ismodule):
-        (target / f"{name}.pyi").write_text(_module_text(module), encoding="utf-8")
-    write_reference(package, directory / f"{package.__name__}.md")
+def write_stubs(package: ModuleType, folder: Path) -> Iterator[Path]:
+    """Writes one file for the package and one for each of its modules, and the reference of all.
+
+    Gives the name of each file once it is written. OSError if one cannot be.
+    """
+    (folder / package.__name__).mkdir(parents=True, exist_ok=True)
+    for name, text in stub_texts(package).items():
+        file = folder / name
+        file.write_text(text, encoding="utf-8")
+        yield file
+
+
+def stub_texts(package: ModuleType) -> dict[str, str]:
+    """All files by their names."""
+    name = package.__name__
+    texts = {f"{name}/__init__.pyi": _module_text(package)}
+    for submodule, module in inspect.getmembers(package, inspect.ismodule):
+        texts[f"{name}/{submodule}.pyi"] = _module_text(module)
+    texts[f"{name}/records.pyi"] = _ORIGIN + inspect.getsource(records)
+    texts[f"{name}.md"] = reference_text(package)
+    return texts
 
 
 def _module_text(module: ModuleType) -> str:
@@ -96,7 +108,7 @@ def _member_text(cls: type, name: str, value: object) -> str:
 
 
 def _property_text(name: str, value: property) -> str:
-    type_ = property_type(value)
+    type_ = property_type(name, value)
     text = f"    @property\n    def {name}(self) -> {type_}:"
     text += f"\n{doc_text(value.__doc__, '        ')}" if value.__doc__ else " ...\n"
     if value.fset is not None:

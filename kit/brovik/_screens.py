@@ -2,9 +2,12 @@
 
 from collections.abc import Callable
 from dataclasses import dataclass, field
-from typing import Any, Final, Literal, TypeAlias
+from typing import TYPE_CHECKING, Any, Final, Literal, TypeAlias
 
 from brovik.gui import GuiEnum
+
+if TYPE_CHECKING:
+    from brovik.records import DialogReport, QuestionOptions
 
 Kind: TypeAlias = Literal["message", "question", "exception"]
 Report: TypeAlias = Callable[[GuiEnum, object], None]
@@ -132,7 +135,7 @@ class Screens:  # pylint: disable=too-many-instance-attributes # two of them are
         self.open.remove(dialog)
         self._tell(dialog, {str(dialog.id_): {"a": accepted}, "current": self._current()})
 
-    def _tell(self, dialog: Dialog, data: dict[str, Any]) -> None:
+    def _tell(self, dialog: Dialog, data: "DialogReport") -> None:
         before = self._told()
         self._report(GuiEnum.DialogData, data)
         if dialog.kind == "exception":
@@ -160,7 +163,7 @@ class Screens:  # pylint: disable=too-many-instance-attributes # two of them are
     def _message(self, title: str, text: str, category: str, id_: int) -> None:
         self._show(Dialog("message", self._id(id_), title, text, category))
 
-    def _question(self, title: str, text: str, options: dict[str, Any]) -> None:
+    def _question(self, title: str, text: str, options: "QuestionOptions") -> None:
         without_yes = "yes" in options and options["yes"] is None
         dialog = Dialog(
             kind="question",
@@ -171,7 +174,7 @@ class Screens:  # pylint: disable=too-many-instance-attributes # two of them are
             yes="" if without_yes else options.get("yes") or "OK",
             no=options.get("no") or "",
             description=options.get("description"),
-            options=options,
+            options=dict(options),
         )
         self._show(dialog)
 

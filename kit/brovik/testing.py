@@ -26,7 +26,7 @@ from collections.abc import Callable, Iterator
 from contextlib import contextmanager
 from dataclasses import dataclass
 from types import ModuleType
-from typing import Any, Final, Literal, Protocol, TypeAlias, get_args
+from typing import TYPE_CHECKING, Any, Final, Literal, Protocol, TypeAlias, get_args
 
 from brovik import _kit
 from brovik._screens import Answers, Dialog, Screens, Toast
@@ -39,6 +39,9 @@ from brovik.settings import SettingsEnum
 from brovik.shell import Shell, ShellActionEnum
 from brovik.simulator import SimuEnum
 from brovik.wifi import WifiActionEnum
+
+if TYPE_CHECKING:
+    from brovik.records import DialogReport
 
 __all__ = [
     "Answers",
@@ -97,7 +100,7 @@ class Backend(Protocol):
     def chart_action_from_cpp(self, __enum: ChartEnum, __value: str | list[str] | None) -> None:
         ...
 
-    def gui_value_from_cpp(self, __enum: GuiEnum, __value: bool | dict[str, Any] | None) -> None:
+    def gui_value_from_cpp(self, __enum: GuiEnum, __value: "bool | DialogReport | None") -> None:
         ...
 
     def sensor_value_from_cpp(self, __enum: SensorEnum, __state: bool) -> None:

@@ -1,8 +1,10 @@
 """A backend that writes down what it is called with, as a module of its own for each test."""
 
+import unittest
 from types import ModuleType
 from typing import Any
 
+from brovik import testing
 from brovik.gui import GuiEnum
 
 FUNCTIONS = {
@@ -38,3 +40,13 @@ class PlainBackend(ModuleType):  # pylint: disable=too-few-public-methods  # its
         found = [call[2] for call in self.calls if call[1:2] == (GuiEnum.DialogData,)]
         self.calls.clear()
         return found
+
+
+class BackendCase(unittest.TestCase):
+    """A backend that has been started."""
+
+    def setUp(self) -> None:
+        testing.reset()
+        self.backend = PlainBackend()
+        testing.start(self.backend)
+        self.backend.calls.clear()

@@ -1,6 +1,7 @@
 #include "src/application.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -32,11 +33,23 @@ PlatformPaths demoPaths()
     };
 }
 
+/// In a stub run Python writes the stub files when it starts, whatever the backend is: see the folder.
+void letPythonWriteStubs(int argc, char **argv)
+{
+    const QStringList arguments(argv + 1, argv + argc);
+    if (splitArguments(arguments, {}).qt.contains(QLatin1String("--make-stubs"))) {
+        const QString others = qEnvironmentVariable("PYTHONPATH");
+        const QString folder = demoMachine() + QStringLiteral("/tools/stub_run");
+        qputenv("PYTHONPATH", QFile::encodeName(others.isEmpty() ? folder : folder + u':' + others));
+    }
+}
+
 } // namespace
 
 /// The program with the demo machine as its backend. Needs no root and leaves the system
 /// alone.
 int main(int argc, char **argv)
 {
+    letPythonWriteStubs(argc, argv);
     return runApplication(argc, argv, demoPaths());
 }

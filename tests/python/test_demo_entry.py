@@ -9,6 +9,7 @@ from collections.abc import Callable
 from typing import Any
 from unittest.mock import patch
 
+import demo_path  # pylint: disable=unused-import
 import _probe
 from brovik.actuator import ActuatorEnum
 from brovik.auto import Auto, AutoEnum

@@ -2,6 +2,7 @@
 
 import unittest
 
+import demo_path  # pylint: disable=unused-import
 import _probe
 from brovik.actuator import Actuator, ActuatorEnum
 from brovik.auto import Auto, AutoEnum

@@ -8,6 +8,7 @@ from collections.abc import Callable
 from typing import Any
 from unittest.mock import patch
 
+import demo_path  # pylint: disable=unused-import
 import _probe
 from brovik.wifi import Wifi, WifiActionEnum, WifiStateEnum
 

@@ -8,6 +8,7 @@ from itertools import count
 from typing import Any
 from unittest.mock import patch
 
+import demo_path  # pylint: disable=unused-import
 import _probe
 from brovik.actuator import Actuator, ActuatorEnum
 from brovik.auto import Auto, AutoEnum, ProgressColor

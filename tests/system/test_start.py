@@ -46,7 +46,7 @@ class StartTest(unittest.TestCase):
         """`--make-stubs` ends with 0 after the backend's import, without asking for a running instance."""
         with panel.remote() as first:
             first.wait_until_shown(panel.READY)
-            with panel.remote("--make-stubs") as second:
+            with tempfile.TemporaryDirectory() as stubs, panel.remote("--make-stubs", "-", stubs) as second:
                 self.assertEqual(second.wait_for_end(), 0)
                 self.assertFalse(any("läuft das Programm bereits" in line for line in second.log))
                 self.assertEqual(second.calls("gui_value_from_cpp"), [])

@@ -2,9 +2,12 @@
 
 from collections.abc import Callable
 from dataclasses import dataclass
-from typing import Final
+from typing import TYPE_CHECKING, Final
 
 from .radio import AccessPoint
+
+if TYPE_CHECKING:
+    from brovik.records import NetworkInterface
 
 NO_ADDRESS: Final = "keine Adresse"
 #: How long an address of the wireless network holds.
@@ -49,7 +52,7 @@ class Interfaces:
         """The wireless interface gets an address."""
         self.link = Link(sender, self._now())
 
-    def records(self) -> list[dict[str, object]]:
+    def records(self) -> "list[NetworkInterface]":
         """One record for each interface, as the screens read them."""
         records = [
             _record("eth0", "192.168.10.2", "Ethernet", False),
@@ -66,5 +69,5 @@ class Interfaces:
         return f"{self.link.sender.subnet}.{FIRST_LEASE + lease}"
 
 
-def _record(name: str, address: str, type_: str, is_wg: bool) -> dict[str, object]:
+def _record(name: str, address: str, type_: str, is_wg: bool) -> "NetworkInterface":
     return {"name": name, "ip4": address, "type_": type_, "is_wg": is_wg}

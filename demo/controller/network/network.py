@@ -2,7 +2,7 @@
 
 from collections.abc import Iterable, Mapping
 from html import escape
-from typing import Final
+from typing import TYPE_CHECKING, Final
 
 from brovik import Logger
 from brovik.gui import Gui, IconEnum
@@ -13,6 +13,9 @@ from ..service_thread import ServiceThread, Task
 from ..storage import NETWORK, Change, StorageWriter
 from .interfaces import Interfaces
 from .radio import AccessPoint, ConnectError, Radio
+
+if TYPE_CHECKING:
+    from brovik.records import FoundNetwork
 
 TITLE: Final = "Netzwerk"
 RESTART_SECS: Final = 2.0
@@ -86,7 +89,7 @@ class Network:
             raise
         Wifi.set_scan_results(found)
 
-    def _by_name(self, senders: Iterable[AccessPoint]) -> dict[str, object]:
+    def _by_name(self, senders: Iterable[AccessPoint]) -> "dict[str, FoundNetwork]":
         return {s.ssid: {"quality": self._radio.quality(s), "is5GHz": s.is_5_ghz} for s in senders}
 
     def _abort_scan(self) -> None:

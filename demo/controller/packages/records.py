@@ -1,6 +1,7 @@
 """Packages and changelogs in the form in which the host takes them."""
 
 from collections.abc import Iterable
+from typing import TYPE_CHECKING
 
 from brovik import Logger
 from brovik.shell import ChangelogEntry, ChangelogEntryVector, Shell
@@ -9,8 +10,11 @@ from .changelog import Entry, UnreadableChangelog, read, up_to
 from .manager import Update
 from .source import Package
 
+if TYPE_CHECKING:
+    from brovik.records import AvailablePackage, InstalledPackage
 
-def installed_record(package: Package, version: str) -> dict[str, object]:
+
+def installed_record(package: Package, version: str) -> "InstalledPackage":
     """A row of the table of installed packages."""
     return {
         "name": package.name,
@@ -21,7 +25,7 @@ def installed_record(package: Package, version: str) -> dict[str, object]:
     }
 
 
-def upgradable_record(update: Update) -> dict[str, object]:
+def upgradable_record(update: Update) -> "AvailablePackage":
     """A row of the table of updates."""
     newest = _newest_entry(update)
     return {

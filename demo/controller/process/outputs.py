@@ -19,3 +19,6 @@ class Output(Enum):
     PUMPE = 10
     HEAT_1 = 11
     MV_STEAM = 12
+
+    # Sets of them are made many times in each period, and the library's own takes a call of Python for each.
+    __hash__ = object.__hash__

@@ -2,6 +2,7 @@
 import typing
 from collections.abc import Iterable
 from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
+import brovik.records
 
 class PageEnum:
     """The pages of the program."""
@@ -176,9 +177,9 @@ class GuiClass:
         """Opens the power popup."""
     def request_popup(self, which: PopupEnum, id_: int) -> None:
         """Asks for a popup. No screen has one at present."""
-    def message(self, title: str, text: str, category: typing.Literal["info", "warning", "error", "success"]) -> None:
+    def message(self, title: str, text: str, category: brovik.records.Category) -> None:
         """Opens a message; categories: info, warning, error, success."""
-    def question(self, title: str, text: str, options: dict[str, typing.Any]) -> None:
+    def question(self, title: str, text: str, options: brovik.records.QuestionOptions) -> None:
         """Opens a question; docs/backend.md tells its options."""
     def apply_items_scale(self, factor: float) -> None:
         """Multiplies the present sizes."""

@@ -671,9 +671,9 @@ class SettingsClass:
     @property
     def use_co2_after_saure_default(self) -> bool:
         """Default: Use CO2 after the acid. Read by the backend alone."""
-    def get_default_values(self) -> dict[Any, Any]:
+    def get_default_values(self) -> dict[str, bool | int | float | str]:
         """The default of each key by its name. Always the same dictionary: do not change it."""
-    def get_min_max_keys(self) -> set[Any]:
+    def get_min_max_keys(self) -> set[str]:
         """The names of the bounds. Always the same set: do not change it."""
 
 SettingsValues: SettingsClass

@@ -2,6 +2,7 @@
 import typing
 from collections.abc import Iterable
 from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
+import brovik.records
 
 class ChangelogEntryVector:
     """Entries of a changelog."""
@@ -82,20 +83,20 @@ class ShellClass:
     @upgrade_in_progress_or_finished.setter
     def upgrade_in_progress_or_finished(self, value: bool) -> None: ...
     @property
-    def installed(self) -> list[dict[str, typing.Any]]:
+    def installed(self) -> list[brovik.records.InstalledPackage]:
         """The installed packages, one record each."""
     @installed.setter
-    def installed(self, value: list[dict[str, typing.Any]]) -> None: ...
+    def installed(self, value: list[brovik.records.InstalledPackage]) -> None: ...
     @property
     def changelogs(self) -> ChangelogEntryVector:
         """The changelog asked for last, as a copy. A list of equal entries does not take its place."""
     @changelogs.setter
     def changelogs(self, value: ChangelogEntryVector) -> None: ...
     @property
-    def upgradables(self) -> list[dict[str, typing.Any]]:
+    def upgradables(self) -> list[brovik.records.AvailablePackage]:
         """The packages with an update, one record each."""
     @upgradables.setter
-    def upgradables(self, value: list[dict[str, typing.Any]]) -> None: ...
+    def upgradables(self, value: list[brovik.records.AvailablePackage]) -> None: ...
     def append_stderr(self, text: str) -> None:
         """Adds to the console, as an error."""
     def append_stdout(self, text: str) -> None:

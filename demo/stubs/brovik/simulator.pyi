@@ -2,6 +2,7 @@
 import typing
 from collections.abc import Iterable
 from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
+import brovik.records
 
 class SimuEnum:
     """What the operator sets."""
@@ -100,9 +101,9 @@ class SimulatorClass:
         """Fall of the pressure in the leak test, bar/s."""
     @p_dec_rate.setter
     def p_dec_rate(self, value: float) -> None: ...
-    def get_default_values(self) -> dict[Any, Any]:
+    def get_default_values(self) -> brovik.records.SimulatorDefaults:
         """The defaults that a backend may store. Always the same dictionary: do not change it."""
-    def get_min_max_keys(self) -> set[Any]:
+    def get_min_max_keys(self) -> set[str]:
         """The names of the bounds. Always the same set: do not change it."""
 
 Simulator: SimulatorClass

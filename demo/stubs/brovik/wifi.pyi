@@ -2,6 +2,7 @@
 import typing
 from collections.abc import Iterable
 from typing import Any, ClassVar, Dict, List, Optional, Set, Tuple
+import brovik.records
 
 class WifiStateEnum:
     """States of the wireless connection."""
@@ -62,20 +63,20 @@ class WifiClass:
     @is_5_ghz.setter
     def is_5_ghz(self, value: bool) -> None: ...
     @property
-    def ip_map_list(self) -> list[dict[str, typing.Any]]:
+    def ip_map_list(self) -> list[brovik.records.NetworkInterface]:
         """The network interfaces, one record each."""
     @ip_map_list.setter
-    def ip_map_list(self, value: list[dict[str, typing.Any]]) -> None: ...
+    def ip_map_list(self, value: list[brovik.records.NetworkInterface]) -> None: ...
     @property
-    def scan_results(self) -> dict[str, typing.Any]:
+    def scan_results(self) -> dict[str, brovik.records.FoundNetwork]:
         """The networks found, by name."""
     @scan_results.setter
-    def scan_results(self, value: dict[str, typing.Any]) -> None: ...
+    def scan_results(self, value: dict[str, brovik.records.FoundNetwork]) -> None: ...
     def set_login_data(self, ssid: str, psk: str) -> None:
         """Opens the login page for a network, with this password in its field."""
     def abort_wifi_scan(self) -> None:
         """Ends the wait for a scan that has no results."""
-    def set_scan_results(self, results: dict[str, typing.Any]) -> None:
+    def set_scan_results(self, results: dict[str, brovik.records.FoundNetwork]) -> None:
         """Ends the wait for a scan: the networks found, by name, each with its `quality` and `is5GHz`."""
 
 Wifi: WifiClass

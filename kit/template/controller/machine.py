@@ -10,7 +10,10 @@ from brovik import Logger, forward_exception
 
 Command: TypeAlias = Callable[[], None]
 
+#: So much time passes in a tick.
 TICK_SECS: Final = 0.1
+#: So often there is one. A test lets the time pass faster.
+PERIOD_SECS = TICK_SECS
 STOP_SECS: Final = 5.0
 
 
@@ -55,11 +58,11 @@ class MachineThread:
             raise RuntimeError(f"Der Thread {self._thread.name} endet nicht")
 
     def _run(self) -> None:
-        tick = monotonic() + TICK_SECS
+        tick = monotonic() + PERIOD_SECS
         while (command := self._next_command(tick)) is not None:
             self._obey(command)
             if monotonic() >= tick:
-                tick = max(tick + TICK_SECS, monotonic())
+                tick = max(tick + PERIOD_SECS, monotonic())
                 self._advance()
 
     def _next_command(self, tick: float) -> Command | None:

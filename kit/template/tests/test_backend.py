@@ -15,6 +15,7 @@ from brovik.actuator import Actuator, ActuatorEnum
 from brovik.auto import Auto, AutoEnum
 from brovik.gui import Gui
 from brovik.settings import SettingsEnum, SettingsValues
+from controller import machine
 from controller.store import Store
 
 
@@ -37,7 +38,7 @@ class BackendTest(unittest.TestCase):
     def test_run(self) -> None:
         """The run pumps, shows how far it is, and ends by itself."""
         SettingsValues.secs_pump = SettingsValues.secs_pump_min
-        with testing.signals(Auto, Actuator.pumpe) as changes:
+        with patch.object(machine, "PERIOD_SECS", 0.001), testing.signals(Auto, Actuator.pumpe) as changes:
             testing.press("auto", AutoEnum.Toggle)
             testing.wait_until(lambda: Gui.status == "Fertig", timeout=60)
         self.assertEqual([change.value for change in changes.named("Pumpe.state")], [True, False])

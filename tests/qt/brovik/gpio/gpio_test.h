@@ -1,12 +1,11 @@
 #pragma once
 
 #include "brovik/gpio/gpio.h"
+#include "eventually.h"
 #include "log_capture.h"
 #include "simulated_chip.h"
 
 #include <gmock/gmock.h>
-
-#include <QTest>
 
 #include <mutex>
 #include <tuple>
@@ -50,12 +49,6 @@ private:
     mutable std::mutex m_mutex;
     std::vector<Call> m_calls;
 };
-
-/// Waits until the condition holds; false if it never does.
-template <typename Condition> bool eventually(const Condition &condition)
-{
-    return QTest::qWaitFor(condition, 20000);
-}
 
 inline std::vector<std::string> texts(const LogCapture &log, QtMsgType type)
 {

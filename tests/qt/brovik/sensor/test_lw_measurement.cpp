@@ -3,13 +3,12 @@
 #include "brovik/gpio/gpio.h"
 #include "brovik/sensor/sensor.h"
 #include "brovik/settings/settings.h"
+#include "eventually.h"
 #include "log_capture.h"
 #include "signal_log.h"
 #include "simulated_chip.h"
 
 #include <gmock/gmock.h>
-
-#include <QTest>
 
 #include <atomic>
 #include <cstdlib>
@@ -67,11 +66,6 @@ void operator delete[](void *memory, std::size_t /*size*/) noexcept
 namespace {
 
 constexpr unsigned line = 5;
-
-template <typename Condition> bool eventually(const Condition &condition)
-{
-    return QTest::qWaitFor(condition, 20000);
-}
 
 class LwMeasurement : public testing::Test
 {

@@ -9,7 +9,7 @@ import unittest
 from pathlib import Path
 from unittest.mock import patch
 
-import _probe
+import watching
 from brovik.auto import Auto, AutoEnum
 from brovik.gui import GuiEnum
 
@@ -99,7 +99,7 @@ class MaintenanceTest(RecordCase):
     def test_withdrawn_by_the_next_run(self) -> None:
         """An answer that comes too late does nothing; after the run it is asked again."""
         self.make_due("sensor")
-        log = _probe.SignalLog("Gui", ["closeDialog"])
+        log = watching.SignalLog("Gui", ["closeDialog"])
         self.run_whole()
         self.begin()
         self.assertIn([SENSOR_ID, False], [values for _, _, values in log.emissions])
@@ -168,7 +168,7 @@ class ReportTest(RunningCase):
 
     def setUp(self) -> None:
         super().setUp()
-        self.notes = _probe.SignalLog("Gui", ["toastNotify"])
+        self.notes = watching.SignalLog("Gui", ["toastNotify"])
         # Until the end of the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
@@ -303,7 +303,7 @@ class ReportTest(RunningCase):
         self.start(factor=100)
         self.run_aborted()
         self.until(self.asked, "question")
-        log = _probe.SignalLog("Gui", ["closeDialog"])
+        log = watching.SignalLog("Gui", ["closeDialog"])
         controller.auto_value_from_cpp(AutoEnum.Toggle, None)
         self.until(lambda: Auto.active)
         self.assertIn([int(DialogId.SAVE_REPORT), False], [values for _, _, values in log.emissions])

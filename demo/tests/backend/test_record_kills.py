@@ -6,6 +6,7 @@ import os
 import signal
 import sqlite3
 import subprocess
+import sys
 import unittest
 from unittest.mock import patch
 
@@ -26,7 +27,7 @@ class KillTest(RecordCase):
     def killed(self, moment: str) -> None:
         """Has a process run the machine until this moment."""
         with subprocess.Popen(
-            [f"/proc/{os.getpid()}/exe", CHILD],
+            [sys.executable, "-m", "unittest", CHILD],
             env={**os.environ, "BROVIK_CONFIG_DIR": str(self.directory), "KUBELOR_TEST_MOMENT": moment},
             stderr=subprocess.DEVNULL,
         ) as child:

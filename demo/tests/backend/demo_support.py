@@ -11,8 +11,7 @@ from contextlib import closing
 from pathlib import Path
 from typing import Any
 
-import demo_path  # pylint: disable=unused-import
-import _probe
+import watching
 import controller
 from brovik.actuator import Actuator, ActuatorEnum
 from brovik.auto import Auto, ProgressColor
@@ -72,10 +71,10 @@ class DemoCase(unittest.TestCase):
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.directory = Path(directory.name)
-        _probe.screens_loaded()
+        watching.screens_loaded()
         # No question after a run because of what the computer of the test has.
         os.environ["BROVIK_DEMO_STICK"] = ""
-        self.gui = _probe.SignalLog("Gui", ["message", "question", "toastWarn", "exception"])
+        self.gui = watching.SignalLog("Gui", ["message", "question", "toastWarn", "exception"])
         reset_host()
 
     def configure(self, **values: object) -> None:

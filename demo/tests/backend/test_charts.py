@@ -5,7 +5,7 @@ from collections.abc import Callable
 from itertools import pairwise
 from typing import Any
 
-import _probe
+import watching
 from brovik.actuator import ActuatorEnum
 from brovik.auto import Auto, AutoEnum
 from brovik.chart import Chart, ChartEnum, ChartMetaDataList
@@ -155,7 +155,7 @@ class RecordingTest(SteppedCase):
     def test_each_signal_once(self) -> None:
         """Start and end of a recording are one change each for the screens."""
         self.make()
-        log = _probe.SignalLog("Chart", ["activeChanged", "savableChanged"])
+        log = watching.SignalLog("Chart", ["activeChanged", "savableChanged"])
         self.run_to_the_end()
         self.assertEqual([name for name, _, _ in log.emissions], ["activeChanged"] * 2 + ["savableChanged"])
 
@@ -282,7 +282,7 @@ class LibraryTest(RunningCase):
     def test_values_that_make_no_sense(self) -> None:
         """They are logged, and nothing happens."""
         self.start()
-        log = _probe.LogCapture()
+        log = watching.LogCapture()
         for enum, value in (
             (ChartEnum.Save, None),
             (ChartEnum.Rename, "a"),

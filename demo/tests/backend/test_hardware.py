@@ -15,7 +15,7 @@ from pathlib import Path
 from unittest.mock import patch
 
 import demo_copy
-import _probe
+import watching
 import controller
 from brovik.actuator import Actuator, ActuatorEnum
 from brovik.auto import Auto, AutoEnum, ProgressColor
@@ -23,13 +23,13 @@ from brovik.gui import Gui
 from brovik.sensor import Sensor, SensorEnum
 from brovik.settings import SettingsValues
 from brovik.simulator import SimuEnum, Simulator
+from brovik.testing import wait_until
 from controller.backend import Backend
 from controller.hardware_choice import NO_HARDWARE, HardwareChoice
 from controller.interrupted import RunNote
 from controller.process.hardware import Readings
 from controller.process.outputs import Output
 from recording_hardware import RecordingHardware
-from waiting import eventually
 
 SIMULATION = demo_copy.COPY / "controller" / "simulation"
 LIMIT_SECS = 3600.0
@@ -69,8 +69,8 @@ class HardwareCase(unittest.TestCase):
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.directory = Path(directory.name)
-        _probe.screens_loaded()
-        self.gui = _probe.SignalLog("Gui", ["message", "exception"])
+        watching.screens_loaded()
+        self.gui = watching.SignalLog("Gui", ["message", "exception"])
         self.hardware = RecordingHardware()
 
     def make(self) -> Backend:
@@ -178,7 +178,7 @@ class WindowTest(HardwareCase):
 
     def test_plays_no_sensors(self) -> None:
         """A line in the log, and the readings stay those of the hardware."""
-        log = _probe.LogCapture()
+        log = watching.LogCapture()
         backend = self.make()
         backend.set_simulated(SimuEnum.AIn0, 50.0)
         backend.operation.change_input(SensorEnum.Level, False)
@@ -227,7 +227,7 @@ class ThreadTest(StartedCase):
 
         with patch.object(self.hardware, "exchange", note):
             self.start()
-            self.assertTrue(eventually(lambda: len(calls) > 3))
+            wait_until(lambda: len(calls) > 3)
         self.assertEqual(calls[0], (threading.current_thread().name, 0.0, frozenset()))
         self.assertEqual({name for name, *_ in calls[1:]}, {"demo-machine"})
         self.assertEqual({dt for _, dt, _ in calls[1:]}, {0.1})
@@ -236,7 +236,7 @@ class ThreadTest(StartedCase):
         """The hardware switches off before anybody is waited for, and when all have ended."""
         backend = self.start()
         controller.actuator_toggle_from_cpp(ActuatorEnum.MvLuft)
-        self.assertTrue(eventually(lambda: self.hardware.record == ["MV_LUFT"]))
+        wait_until(lambda: self.hardware.record == ["MV_LUFT"])
         alive: list[bool] = []
         switch_off = self.hardware.all_off
 
@@ -260,10 +260,10 @@ class ThreadTest(StartedCase):
         """Is shown once. After twenty times in a row the run ends, and the hardware switches off."""
         self.start()
         controller.auto_value_from_cpp(AutoEnum.Toggle, None)
-        self.assertTrue(eventually(lambda: "MV_LUFT HEAT_1" in self.hardware.record))
+        wait_until(lambda: "MV_LUFT HEAT_1" in self.hardware.record)
         with patch.object(self.hardware, "exchange", side_effect=OSError("kein Bus")):
-            self.assertTrue(eventually(lambda: "all off" in self.hardware.record))
-            self.assertTrue(eventually(lambda: not Auto.active))
+            wait_until(lambda: "all off" in self.hardware.record)
+            wait_until(lambda: not Auto.active)
         self.assertFalse(any(dout.state for dout in Actuator.all_douts))
         self.assertEqual(self.errors(), ["OSError"])
 

@@ -11,7 +11,7 @@ from contextlib import ExitStack
 from typing import Any
 from unittest.mock import patch
 
-import _probe
+import watching
 from brovik.auto import Auto, AutoEnum
 from brovik.chart import Chart
 from brovik.gui import Gui
@@ -339,7 +339,7 @@ class RetentionTest(RecordCase):
 
     def test_nonsense(self) -> None:
         """Is logged, and the default holds."""
-        log = _probe.LogCapture()
+        log = watching.LogCapture()
         for value in (-1, "viel", 2.5, None, True):
             with self.subTest(value):
                 log.clear()

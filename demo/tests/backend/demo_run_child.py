@@ -10,7 +10,6 @@ from pathlib import Path
 from typing import Any, Final
 from unittest.mock import patch
 
-import demo_path  # pylint: disable=unused-import  # for what it does when imported
 from brovik.auto import AutoEnum
 from controller.backend import Backend
 from controller.hardware_choice import choose_hardware

@@ -6,7 +6,6 @@ from collections.abc import Callable, Coroutine
 from functools import partial
 from typing import Any
 
-import demo_path  # pylint: disable=unused-import
 from controller.service_thread import ServiceThread
 
 DEADLINE_SECS = 20.0
@@ -75,6 +74,34 @@ class ServiceThreadTest(unittest.TestCase):
         self.assertTrue(begun.wait(DEADLINE_SECS))
         self.services.stop()
         self.assertEqual(self.seen, [(1, "demo-services")])
+
+    def test_end_while_a_program_starts(self) -> None:
+        """However far its start has come, the program is killed and the thread ends."""
+        for turns in range(8):
+            with self.subTest(turns=turns):
+                services = ServiceThread(1000.0)
+
+                async def work() -> None:
+                    await services.run(("sleep", "1000"), 1000.0)
+
+                def turn(left: int) -> None:
+                    if left:
+                        services.post(lambda: turn(left - 1))
+                    else:
+                        stop.start()
+                        begun.set()
+
+                def begin() -> None:
+                    services.spawn(work())
+                    turn(turns)
+
+                begun = threading.Event()
+                stop = threading.Thread(target=services.stop, daemon=True)
+                services.post(begin)
+                services.start()
+                self.assertTrue(begun.wait(DEADLINE_SECS))
+                stop.join(DEADLINE_SECS)
+                self.assertFalse(stop.is_alive())
 
     def test_time(self) -> None:
         """Passes as fast as the factor says, for whoever looks and for whoever sleeps."""

@@ -6,7 +6,7 @@ import sys
 import tempfile
 from pathlib import Path
 
-DEMO = Path(__file__).resolve().parents[2] / "demo"
+DEMO = Path(__file__).resolve().parents[2]
 COPY = Path(tempfile.mkdtemp(prefix="kubelor-demo-copy-"))
 
 atexit.register(shutil.rmtree, COPY, ignore_errors=True)
