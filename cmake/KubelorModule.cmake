@@ -23,7 +23,7 @@ function(kubelor_qml_module name)
     VERSION 1.0
     RESOURCE_PREFIX /
     OUTPUT_DIRECTORY "${KUBELOR_QML_DIR}/brovik/${name}"
-    IMPORT_PATH "${KUBELOR_QML_DIR}" "${KUBELOR_QML_STUBS_DIR}"
+    IMPORT_PATH ${KUBELOR_QML_IMPORTS}
     SOURCES ${arg_SOURCES}
     QML_FILES ${arg_QML}
     RESOURCES ${arg_IMAGES}
@@ -75,9 +75,16 @@ function(kubelor_compiled_qml target)
   endforeach()
 endfunction()
 
+# Where modules are looked for. By itself qmlcachegen finds Qt's own on the machine that it runs on, and leaves uncompiled
+# what uses types that it does not find.
+set(KUBELOR_QML_STUBS_DIR "${PROJECT_BINARY_DIR}/qml-stubs")
+set(KUBELOR_QML_IMPORTS "${KUBELOR_QML_DIR}" "${KUBELOR_QML_STUBS_DIR}")
+if(CMAKE_CROSSCOMPILING)
+  list(APPEND KUBELOR_QML_IMPORTS "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_QML}")
+endif()
+
 # Debian's Qt5Compat.GraphicalEffects lacks a type file that its qmldir names, and qmllint fails on that. Lint a copy
 # that has it.
-set(KUBELOR_QML_STUBS_DIR "${PROJECT_BINARY_DIR}/qml-stubs")
 set(KUBELOR_EFFECTS Qt5Compat/GraphicalEffects)
 file(COPY "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_QML}/${KUBELOR_EFFECTS}"
      DESTINATION "${KUBELOR_QML_STUBS_DIR}/Qt5Compat" PATTERN "*.so" EXCLUDE)

@@ -12,14 +12,12 @@ QString pathOr(const char *variable, const QString &standard)
     return qEnvironmentVariable(variable, standard);
 }
 
-/// The installed program runs the demo machine that was installed with it, wherever that is; one that was not
-/// installed, that of the source tree.
+/// The demo machine that belongs to the program, wherever both were installed or built.
 QString demoMachine()
 {
     const QDir programs(QFileInfo(QStringLiteral("/proc/self/exe")).canonicalPath());
-    const QString installed =
-        QDir::cleanPath(programs.filePath(QStringLiteral("../" KUBELOR_DATA_DIR "/demo")));
-    return QFileInfo::exists(installed) ? installed : QStringLiteral(KUBELOR_DEMO_DIR);
+    const QFileInfo machine(QDir::cleanPath(programs.filePath(QStringLiteral(KUBELOR_DEMO_DIR))));
+    return machine.exists() ? machine.canonicalFilePath() : machine.filePath();
 }
 
 PlatformPaths demoPaths()
