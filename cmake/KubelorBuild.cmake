@@ -40,6 +40,10 @@ target_compile_options(kubelor_options INTERFACE
 # A board stands for years: what overruns its memory ends at once rather than goes on with it.
 add_compile_options(-fstack-protector-strong)
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
+# The libraries are those of a shared object, too: of the module for Python. On amd64 Qt asks for this by itself.
+if(NOT CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+  add_compile_options(-fPIC)
+endif()
 if(KUBELOR_SANITIZE)
   add_compile_options(-fsanitize=${KUBELOR_SANITIZE} -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=${KUBELOR_SANITIZE})
