@@ -12,7 +12,10 @@ from typing import Final
 
 PATIENCE_SECS: Final = 120
 #: What Qt logs of a picture that is there, and the program of its backend.
-SIGNS: Final = {"first picture": "Frame rendered", "backend": "Interpreter mit Modul 'controller' initialisiert"}
+SIGNS: Final = {
+    "first picture": "Frame rendered",
+    "backend": "Interpreter mit Modul 'controller' initialisiert",
+}
 #: A module or a plug-in that is missing is told so.
 FAULT: Final = re.compile(r"^\[(WARN |CRIT |FATAL)\]")
 
