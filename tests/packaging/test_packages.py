@@ -2,6 +2,7 @@
 
 import os
 import re
+import shutil
 import subprocess
 import tempfile
 import unittest
@@ -117,10 +118,10 @@ class PackagesTest(unittest.TestCase):
 
     @classmethod
     def setUpClass(cls) -> None:
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.packages = Path(folder.name)
-        output(ROOT / "scripts/package", "--built", BUILD, "--output", folder.name)
+        folder = tempfile.mkdtemp()
+        cls.addClassCleanup(shutil.rmtree, folder)
+        cls.packages = Path(folder)
+        output(ROOT / "scripts/package", "--built", BUILD, "--output", folder)
 
     def package(self, name: str) -> Path:
         """The file of a package."""

@@ -3,6 +3,7 @@
 
 import os
 import re
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -24,17 +25,17 @@ class ProgramsTest(unittest.TestCase):
     """Each program, for a user of its own."""
 
     def setUp(self) -> None:
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.home = Path(folder.name)
+        folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, folder)
+        self.home = Path(folder)
         self.environment = {
-            "HOME": folder.name,
+            "HOME": folder,
             "LC_ALL": "C.UTF-8",
             "PATH": os.defpath,
             "QT_LOGGING_RULES": "qt.scenegraph.time.renderloop.debug=true",
             "QT_QPA_PLATFORM": "offscreen",
             "QT_QUICK_BACKEND": "software",
-            "XDG_RUNTIME_DIR": folder.name,
+            "XDG_RUNTIME_DIR": folder,
         }
 
     def said(self, *command: str) -> str:
