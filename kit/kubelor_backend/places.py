@@ -42,7 +42,7 @@ def demo_program() -> Path:
     for built in sorted(_TREE.glob("build/*/qt/src/kubelor-demo")):
         return built
     raise NotFound(
-        "The program kubelor-demo is not there. Install kubelor, or build the target kubelor-demo."
+        "The program kubelor-demo is not there. Install kubelor-demo, or build the target of that name."
     )
 
 
