@@ -8,7 +8,7 @@ from pathlib import Path
 from support.automatic import START
 from support.panel import DEMO_MACHINE, Panel
 
-HARDWARE = DEMO_MACHINE.parent / "tests" / "python" / "recording_hardware.py"
+HARDWARE = DEMO_MACHINE / "tests" / "backend" / "recording_hardware.py"
 CHOSEN = "    return _simulation()\n"
 OWN = """\
     from .recording_hardware import RecordingHardware

@@ -53,7 +53,7 @@ class GuideTest(unittest.TestCase):
             {heading: len(blocks) for heading, blocks in examples().items()},
             {
                 "The smallest backend": 1,
-                "What the screens expect": 3,
+                "What the screens expect": 4,
                 "Recording a chart": 1,
                 "Keeping things": 1,
                 "Threads": 2,
@@ -165,7 +165,9 @@ class PieceTest(unittest.TestCase):
 
     def test_records(self) -> None:
         """The pages show them."""
-        self.run_piece("What the screens expect", 2)
+        typed, others = 2, 3
+        self.run_piece("What the screens expect", typed)
+        self.run_piece("What the screens expect", others)
         self.program.open_settings("Netzwerk")
         self.program.wait_until_shown("wg0 (WireGuard): 10.8.0.17")
         self.program.wait_until_shown("Werkstatt")
