@@ -66,12 +66,14 @@ class UpdatesTest(unittest.TestCase):
     """Each on a program of its own, which has nothing to complain of."""
 
     def setUp(self) -> None:
+        #: What it may complain of.
+        self.expected: tuple[str, ...] = ()
         self.program = self.enterContext(panel.remote())
         self.program.wait_until_shown(panel.READY)
         self.program.open_settings("Updates")
 
     def tearDown(self) -> None:
-        self.assertEqual(complaints(self.program), [])
+        self.assertEqual(complaints(self.program, *self.expected), [])
 
     def _calls(self) -> list[str]:
         return self.program.calls("shell_action_from_cpp")
@@ -214,7 +216,11 @@ class UpdatesTest(unittest.TestCase):
     def test_dying_upgrade(self) -> None:
         """The operator goes on: tabs, changelogs, console and other pages, only not what is locked."""
         self.program.backend(PACKAGES)
+        self.expected = ("(upgrade) ist gestorben",)
         self.program.backend(DYING)
+        self.program.wait_until_shown("RuntimeError")
+        self.program.click("OK")
+        self.program.wait_until_gone("OK")
         self.program.click(CONSOLE, "page tab")
         self._wait_for_output("Abbruch in der Mitte")
         self.program.click(UPDATE)
