@@ -17,7 +17,6 @@ from hypothesis.stateful import RuleBasedStateMachine, initialize, invariant, pr
 import watching
 from brovik.actuator import Actuator, ActuatorEnum
 from brovik.auto import Auto, AutoEnum
-from brovik.config import Config
 from brovik.gui import Gui
 from brovik.sensor import Sensor, SensorEnum
 from brovik.settings import SettingsEnum, SettingsValues
@@ -62,8 +61,9 @@ NONSENSE: tuple[object, ...] = (None, "x", "", True, -1.0, 1e300, float("nan"), 
 class ShakyHardware:  # pylint: disable=too-many-instance-attributes
     """The simulated machine, with sensors that may show what is not there, on a bus that may fail."""
 
-    def __init__(self, simulated: SimulatedHardware) -> None:
+    def __init__(self, simulated: SimulatedHardware, level_switch: bool) -> None:
         self._simulated = simulated
+        self._level_switch = level_switch
         self.shown: dict[str, object] = {}
         self.broken = False
         self.switched_off = False
@@ -88,7 +88,7 @@ class ShakyHardware:  # pylint: disable=too-many-instance-attributes
             self._judge_heater()
         # A wish or a level of this moment holds from the next exchange on.
         readings = replace(self._simulated.exchange(dt, on), **self.shown)
-        looked_at = Config.has_level_switch and SettingsValues.test_lauge_level
+        looked_at = self._level_switch and SettingsValues.test_lauge_level
         self._dry = looked_at and not readings.level_reached
         return readings
 
@@ -163,7 +163,7 @@ class BackendMachine(RuleBasedStateMachine):
         reset_host()
         self.forget_job()
         simulated = SimulatedHardware(self.faults)
-        self.hardware = ShakyHardware(simulated)
+        self.hardware = ShakyHardware(simulated, self.equipment.level_switch)
         self.backend = Backend(self.file.parent, 1.0, lambda: HardwareChoice(self.hardware, simulated))
         self.operation = self.backend.operation
         note = self.backend._note
@@ -227,6 +227,13 @@ class BackendMachine(RuleBasedStateMachine):
         before = self.on()
         self.operation.toggle_output(ActuatorEnum.ToggleManualHeating)
         assert self.on() <= before
+
+    @rule()
+    def heat_by_hand(self) -> None:
+        """Both presses that it takes."""
+        if not Actuator.manual_heating_enabled:
+            self.press_manual_heating()
+        self.press_output(Output.HEAT_1)
 
     @rule(enum=st.sampled_from((SensorEnum.Start, SensorEnum.Stop, SensorEnum.Level)), state=st.booleans())
     def play_input(self, enum: SensorEnum, state: bool) -> None:
