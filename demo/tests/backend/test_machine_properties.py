@@ -27,7 +27,6 @@ from demo_support import STEP_SECS, outputs_on, reset_host
 from controller.backend import Backend
 from controller.dialogs import DialogId
 from controller.hardware_choice import HardwareChoice
-from controller.jobs import job_running
 from controller.machine_thread import ERRORS_TO_HALT
 from controller.process.hardware import Readings
 from controller.process.outputs import Output
@@ -56,6 +55,11 @@ READINGS = {
 }
 WISHED = sorted(HOST_SETTINGS.keys() & vars(SettingsEnum).keys())
 NONSENSE: tuple[object, ...] = (None, "x", "", True, -1.0, 1e300, float("nan"), [])
+
+
+def job_running() -> bool:
+    """What the screens show: a run, or the test of a bath."""
+    return any((Auto.active, Auto.lw_saure_active, Auto.lw_lauge_active))
 
 
 class ShakyHardware:  # pylint: disable=too-many-instance-attributes
