@@ -176,6 +176,8 @@ class JobControl:
     def _start(self, job: Job) -> None:
         job.start()
         self._job = job
+        # Now, not with the next period: until then the operator could open what the job never closes.
+        self._board.lock(running=True)
 
     def _may_start(self) -> bool:
         reason = ""

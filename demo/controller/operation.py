@@ -62,7 +62,7 @@ class Operation:
 
     def toggle_output(self, enum: ActuatorEnum) -> None:
         """Switches an output by hand."""
-        hand.toggle(self._board, enum, self._jobs.running)
+        hand.toggle(self._board, enum, self._jobs.running, self._tank_is_dry)
         self._lock()
 
     def change_input(self, enum: SensorEnum, state: bool) -> None:
@@ -103,12 +103,17 @@ class Operation:
     def _heat(self) -> None:
         """Heats the lye during a run, or as the operator wants, but never a tank run dry."""
         on = self._board.is_on(Output.HEAT_1)
-        checked = self._equipment.level_switch and SettingsValues.test_lauge_level
-        if checked and not self._board.level_reached:
+        if self._tank_is_dry:
             self._board.switch(Output.HEAT_1, False)
         elif not Actuator.manual_heating_enabled:
             temperature = self._board.readings.lye_temperature
             self._board.switch(Output.HEAT_1, self._jobs.cleaning and heating.heater_wanted(temperature, on))
+
+    @property
+    def _tank_is_dry(self) -> bool:
+        """There is too little lye to cover the heater, as far as the machine can tell and is to look."""
+        checked = self._equipment.level_switch and SettingsValues.test_lauge_level
+        return checked and not self._board.readings.level_reached
 
     def _lock(self) -> None:
         self._board.lock(self._jobs.running)

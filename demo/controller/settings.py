@@ -1,5 +1,6 @@
 """The process parameters: what the operator wishes, what is stored, what holds."""
 
+import math
 from collections.abc import Mapping
 from enum import StrEnum
 from typing import Final
@@ -71,6 +72,17 @@ def _note_change(key: str, old: object, new: object, source: Source) -> None:
     JOURNAL.add(Kind.SETTING, Event.CHANGED, TITLES[key].text, details=details)
 
 
+def _offset(action: SettingsEnum) -> tuple[str, float]:
+    """The parameter that the action is about, and what it is to become: bar or mS/cm."""
+    if action == SettingsEnum.POffsetSet:
+        return SettingsKeys.p_offset, Sensor.raw_druck
+    if action == SettingsEnum.POffsetReset:
+        return SettingsKeys.p_offset, SettingsValues.p_offset_default
+    if action == SettingsEnum.LwOffsetSet:
+        return SettingsKeys.lw_offset, Sensor.raw_leitwert
+    return SettingsKeys.lw_offset, SettingsValues.lw_offset_default
+
+
 class SettingsKeeper:  # pylint: disable=too-few-public-methods
     """Takes the operator's wishes: a parameter, and the value that it is to have.
 
@@ -105,14 +117,12 @@ class SettingsKeeper:  # pylint: disable=too-few-public-methods
         if job_running():
             notices.warn("Während eines Laufs lässt sich nicht kalibrieren")
             return
-        if action == SettingsEnum.POffsetSet:
-            self._store(SettingsKeys.p_offset, Sensor.raw_druck)
-        elif action == SettingsEnum.POffsetReset:
-            self._store(SettingsKeys.p_offset, SettingsValues.p_offset_default)
-        elif action == SettingsEnum.LwOffsetSet:
-            self._store(SettingsKeys.lw_offset, Sensor.raw_leitwert)
-        else:
-            self._store(SettingsKeys.lw_offset, SettingsValues.lw_offset_default)
+        key, offset = _offset(action)
+        if not math.isfinite(offset):
+            # Every value would be as unknown from then on, and the file could not give it back.
+            notices.warn("Ohne Messwert lässt sich nicht kalibrieren")
+            return
+        self._store(key, offset)
         Gui.toast_notify("Offset gespeichert", IconEnum.Saved)
 
     def _store(self, key: str, value: Value) -> None:

@@ -47,6 +47,52 @@ PARAMETERS = {
     "use_co2_after_saure": True,
 }
 
+#: Bounds of the parameters that are times, pressures and rates.
+LOWEST = {
+    "secs_blow_min": 1,
+    "secs_pump": 5,
+    "secs_blow_after_pump": 1,
+    "leakage_p_fill": 0.3,
+    "leakage_p_inc_rate": 0.01,
+    "leakage_p_hold_secs": 1,
+    "leakage_p_max_loss": 0.01,
+    "blow_after_empty_secs": 1,
+    "lauge_kreis_secs": 10,
+    "hot_kreis_fill_secs_legacy": 1,
+    "hot_kreis_clean_secs_legacy": 1,
+    "saure_kreis_secs": 10,
+    "cold_kreis_fill_secs_legacy": 1,
+    "cold_kreis_clean_secs_legacy": 1,
+    "co2_blow_after_empty_secs": 1,
+    "vorspannen_p": 0.1,
+    "steam_sterilization_secs": 15,
+    "steam_co2_blow_secs": 1,
+    "threshold_p_blow": 0.01,
+    "threshold_lw_empty": 0.01,
+}
+HIGHEST = {
+    "secs_blow_min": 20,
+    "secs_pump": 20,
+    "secs_blow_after_pump": 20,
+    "leakage_p_fill": 1.0,
+    "leakage_p_inc_rate": 0.04,  # the plant gives 0.05
+    "leakage_p_hold_secs": 20,
+    "leakage_p_max_loss": 0.2,
+    "blow_after_empty_secs": 60,
+    "lauge_kreis_secs": 600,
+    "hot_kreis_fill_secs_legacy": 20,
+    "hot_kreis_clean_secs_legacy": 20,
+    "saure_kreis_secs": 600,
+    "cold_kreis_fill_secs_legacy": 20,
+    "cold_kreis_clean_secs_legacy": 20,
+    "co2_blow_after_empty_secs": 60,
+    "vorspannen_p": 2.0,
+    "steam_sterilization_secs": 180,
+    "steam_co2_blow_secs": 20,
+    "threshold_p_blow": 0.2,
+    "threshold_lw_empty": 1.0,
+}
+
 LIMITS = {Electrolyte.LYE: Limits(30, 60), Electrolyte.ACID: Limits(10, 20)}
 
 

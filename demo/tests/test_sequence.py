@@ -8,7 +8,7 @@ from controller.simulation.faults import PlantFault
 from controller.process.recipe import Equipment
 from controller.process.sequence import Progress, Step, steps_for
 
-from .rig import Rig
+from .rig import HIGHEST, LOWEST, Rig
 
 LEGACY = (
     "leak_test empty rinse_hot lye lye_back rinse_lye circuit_hot rinse_hot_again acid acid_back "
@@ -17,52 +17,6 @@ LEGACY = (
 CURRENT = (
     "leak_test empty rinse_hot lye lye_back rinse_lye acid acid_back rinse_cold steam air_out " "prestress"
 ).split()
-
-#: Bounds of the parameters that are times, pressures and rates.
-LOWEST = {
-    "secs_blow_min": 1,
-    "secs_pump": 5,
-    "secs_blow_after_pump": 1,
-    "leakage_p_fill": 0.3,
-    "leakage_p_inc_rate": 0.01,
-    "leakage_p_hold_secs": 1,
-    "leakage_p_max_loss": 0.01,
-    "blow_after_empty_secs": 1,
-    "lauge_kreis_secs": 10,
-    "hot_kreis_fill_secs_legacy": 1,
-    "hot_kreis_clean_secs_legacy": 1,
-    "saure_kreis_secs": 10,
-    "cold_kreis_fill_secs_legacy": 1,
-    "cold_kreis_clean_secs_legacy": 1,
-    "co2_blow_after_empty_secs": 1,
-    "vorspannen_p": 0.1,
-    "steam_sterilization_secs": 15,
-    "steam_co2_blow_secs": 1,
-    "threshold_p_blow": 0.01,
-    "threshold_lw_empty": 0.01,
-}
-HIGHEST = {
-    "secs_blow_min": 20,
-    "secs_pump": 20,
-    "secs_blow_after_pump": 20,
-    "leakage_p_fill": 1.0,
-    "leakage_p_inc_rate": 0.04,  # the plant gives 0.05
-    "leakage_p_hold_secs": 20,
-    "leakage_p_max_loss": 0.2,
-    "blow_after_empty_secs": 60,
-    "lauge_kreis_secs": 600,
-    "hot_kreis_fill_secs_legacy": 20,
-    "hot_kreis_clean_secs_legacy": 20,
-    "saure_kreis_secs": 600,
-    "cold_kreis_fill_secs_legacy": 20,
-    "cold_kreis_clean_secs_legacy": 20,
-    "co2_blow_after_empty_secs": 60,
-    "vorspannen_p": 2.0,
-    "steam_sterilization_secs": 180,
-    "steam_co2_blow_secs": 20,
-    "threshold_p_blow": 0.2,
-    "threshold_lw_empty": 1.0,
-}
 
 
 def keys(rig: Rig) -> list[str]:

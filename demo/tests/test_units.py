@@ -2,13 +2,15 @@
 
 import math
 import unittest
-from itertools import product
+from itertools import count, product
 from typing import TYPE_CHECKING, Any
 
 from controller.dialogs import DialogId, Questions
 from controller.interrupted import NO_RUN, RunNote
 from controller.process import heating, interlocks, scaling
+from controller.process.hardware import PUMP_FLOW, Readings
 from controller.process.outputs import Output
+from controller.process.recipe import Electrolyte, Equipment
 from controller.values import Value, fitting
 
 if TYPE_CHECKING:
@@ -122,6 +124,33 @@ class InterlocksTest(unittest.TestCase):
                 other in interlocks.blocked({one}, running=False),
                 one in interlocks.blocked({other}, running=False),
             )
+
+
+class NamesTest(unittest.TestCase):
+    """What others know by its name, its number or its default."""
+
+    def test_outputs(self) -> None:
+        """Numbers are those of the host."""
+        names = (
+            "MV_LAUGE_IN MV_SAURE_IN MV_KALT MV_HEISS MV_KREIS MV_SAURE_OUT MV_LAUGE_OUT MV_LUFT MV_CO2 "
+            "MV_KANAL PUMPE HEAT_1 MV_STEAM"
+        )
+        self.assertEqual({output.name: output.value for output in Output}, dict(zip(names.split(), count())))
+
+    def test_baths(self) -> None:
+        """As the screens have them."""
+        self.assertEqual([electrolyte.value for electrolyte in Electrolyte], ["Lauge", "Säure"])
+
+    def test_defaults(self) -> None:
+        """A machine has a level switch and nothing more, and nobody holds its buttons."""
+        equipment = Equipment()
+        self.assertEqual(
+            (equipment.legacy, equipment.steam_valve, equipment.steam_pressure, equipment.level_switch),
+            (False, False, False, True),
+        )
+        readings = Readings(0.0, 0.0, 55.0, True)
+        self.assertEqual((readings.start_pressed, readings.stop_pressed), (False, False))
+        self.assertEqual(PUMP_FLOW, 1.0)
 
 
 class QuestionsTest(unittest.TestCase):

@@ -46,6 +46,29 @@ class UsageTest(unittest.TestCase):
         self.assertAlmostEqual(values[litres(Liquid.WATER)], 30 * PUMP_FLOW)
         self.assertEqual(values[litres(Liquid.ACID)], 0.0)
 
+    def test_each_inlet(self) -> None:
+        """Brings its own liquid."""
+        for secs, valve in enumerate(
+            (Output.MV_KALT, Output.MV_HEISS, Output.MV_LAUGE_IN, Output.MV_SAURE_IN), 1
+        ):
+            self.advance(secs, Output.PUMPE, valve)
+        values = self.usage.values
+        found = [values[litres(liquid)] for liquid in (Liquid.WATER, Liquid.LYE, Liquid.ACID)]
+        for amount, secs in zip(found, (1 + 2, 3, 4)):
+            self.assertAlmostEqual(amount, secs * PUMP_FLOW)
+
+    def test_names(self) -> None:
+        """A file finds its counters by them."""
+        self.assertEqual((BARRELS, UNITS[BARRELS]), ("Fässer", ""))
+        for name, unit in (
+            ("PUMPE, Betriebsstunden", "h"),
+            ("PUMPE, Schaltungen", ""),
+            ("Wasser, geschätzt", "l"),
+            ("Lauge, geschätzt", "l"),
+            ("Säure, geschätzt", "l"),
+        ):
+            self.assertEqual(UNITS[name], unit)
+
     def test_goes_on(self) -> None:
         """From what was counted before; names that nobody knows are left alone."""
         usage = Usage({BARRELS: 7.0, hours(Output.PUMPE): 2.5, "?": 1.0})
@@ -55,7 +78,7 @@ class UsageTest(unittest.TestCase):
 
     def test_read_twice(self) -> None:
         """Reading counts nothing a second time."""
-        self.advance(36, Output.PUMPE)
+        self.advance(36, Output.PUMPE, Output.MV_KALT)
         self.assertEqual(self.usage.values, self.usage.values)
 
     def test_idle(self) -> None:

@@ -181,6 +181,25 @@ class WholeRunTest(SteppedCase):
 class AbortTest(SteppedCase):
     """The second press."""
 
+    def test_log(self) -> None:
+        """Tells who has ended the run: the operator, or a sensor without a signal."""
+        log = watching.LogCapture()
+        self.make()
+        for defective in (False, True):
+            self.operation.toggle(AutoEnum.Toggle)
+            self.operation.advance(0.1)
+            Sensor.lw_sensor_defective = defective
+            if defective:
+                self.operation.advance(0.1)
+            else:
+                self.operation.toggle(AutoEnum.Toggle)
+            self.assert_clean()
+        texts = [text for _, text in log.messages]
+        self.assertIn("Automatikbetrieb abgebrochen", texts)
+        self.assertIn(
+            "Automatikbetrieb fehlgeschlagen: Es wird kein Signal vom Leitwertsensor erkannt.", texts
+        )
+
     def test_abort_in_every_step(self) -> None:
         """Legacy with steam, all 16 steps: everything off, the state as before the run."""
         self.configure(**LEGACY, **STEAM)
