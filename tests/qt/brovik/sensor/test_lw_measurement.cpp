@@ -10,58 +10,7 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
 using testing::ElementsAre;
-
-namespace {
-
-thread_local std::size_t allocations = 0;
-
-void *allocate(std::size_t size)
-{
-    ++allocations;
-    if (void *memory = std::malloc(size != 0 ? size : 1)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-} // namespace
-
-// The whole program's: every allocation of a thread is counted.
-
-void *operator new(std::size_t size)
-{
-    return allocate(size);
-}
-
-void *operator new[](std::size_t size)
-{
-    return allocate(size);
-}
-
-void operator delete(void *memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete[](void *memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void *memory, std::size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete[](void *memory, std::size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 
@@ -140,31 +89,6 @@ TEST_F(LwMeasurement, ALineThatCannotBeArmedIsADefectiveSensor)
     chip.pulse(line);
     sensor.calcLw(250);
     EXPECT_TRUE(sensor.lwSensorDefective());
-}
-
-TEST_F(LwMeasurement, CountingAnEdgeAllocatesNothing)
-{
-    std::atomic<std::size_t> allocated = 0;
-    std::atomic<int> counted = 0;
-    GPIO::instance().addEventDetect(line, brovik::Edge::FALLING,
-                                    [&, count = sensor.edgeCounter()](uint offset, bool rising) {
-                                        const std::size_t before = allocations;
-                                        const gpio_callback_func copy = count; // as the loop has it
-                                        copy(offset, rising);
-                                        allocated += allocations - before;
-                                        ++counted;
-                                    });
-    ASSERT_TRUE(isArmed());
-    const std::size_t before = allocations;
-    const std::unique_ptr<int> probe(new int(1));
-    ASSERT_GT(allocations, before) << "allocations are not counted";
-    for (int number = 0; number < 100; ++number) {
-        chip.pulse(line);
-    }
-    ASSERT_TRUE(eventually([&] { return counted == 100; }));
-    EXPECT_EQ(allocated, 0U);
-    EXPECT_EQ(sensor.lwTicks(), 100);
-    sensor.calcLw(250);
 }
 
 // The last tests: the measurement, once started, never ends.
