@@ -5,9 +5,8 @@ import signal
 import subprocess
 import unittest
 from collections.abc import Callable
-from typing import IO
 
-from program_case import HOST, PATIENCE, ProgramCase
+from program_case import HOST, PATIENCE, ProgramCase, Run
 
 # The linter does not see that signals are members of an enum.
 # pylint: disable=no-member
@@ -20,55 +19,9 @@ PLACES = {
 }
 
 
-class Run:
-    """A run of the program that a test talks to; leaving it ends the process."""
-
-    def __init__(self, environment: dict[str, str]) -> None:
-        self._process = subprocess.Popen(  # pylint: disable=consider-using-with
-            [HOST],
-            stdin=subprocess.PIPE,
-            stdout=subprocess.PIPE,
-            stderr=subprocess.STDOUT,
-            encoding="utf-8",
-            env=environment,
-        )
-        self.lines: list[str] = []
-
-    def __enter__(self) -> "Run":
-        return self
-
-    def __exit__(self, *_reason: object) -> None:
-        self._process.kill()
-        self._process.communicate()
-
-    @property
-    def output(self) -> IO[str]:
-        """All that the program writes, line by line."""
-        assert self._process.stdout is not None
-        return self._process.stdout
-
-    def wait_for(self, text: str) -> str:
-        """Reads on to the line that holds the text."""
-        for line in self.output:
-            self.lines.append(line)
-            if text in line:
-                return line
-        raise AssertionError(f"{text!r} did not come:\n{''.join(self.lines)}")
-
-    def send(self, number: signal.Signals) -> None:
-        """Sends a signal."""
-        self._process.send_signal(number)
-
-    def go_on(self) -> None:
-        """Lets the backend go on that waits."""
-        assert self._process.stdin is not None
-        self._process.stdin.write("x")
-        self._process.stdin.flush()
-
-    def end(self) -> int:
-        """Reads all that is left, and gives the exit code."""
-        self.lines += self.output
-        return self._process.wait(PATIENCE)
+def go_on(run: Run) -> None:
+    """Lets the backend go on that waits."""
+    run.tell("x")
 
 
 class EndTest(ProgramCase):
@@ -113,7 +66,7 @@ class EndTest(ProgramCase):
         run.wait_for("waits")
         run.send(signal.SIGTERM)
         run.wait_for("SIGTERM: ")
-        run.go_on()
+        go_on(run)
         self.assert_orderly(run, signal.SIGTERM)
         self.assertIn("ready\n", run.lines)
 
@@ -127,7 +80,7 @@ class EndTest(ProgramCase):
                 run.wait_for("waits")
                 for number in SIGNALS * 3:
                     run.send(number)
-                run.go_on()
+                go_on(run)
                 self.assert_orderly(run, signal.SIGINT)
 
     def test_what_the_end_waits_for(self) -> None:
@@ -140,7 +93,7 @@ class EndTest(ProgramCase):
                 for seconds in (1, 2):
                     line = run.wait_for(f"Das Ende wartet seit {seconds} s auf ")
                     self.assertTrue(line.startswith("[WARN ]") and line.endswith(f" auf {name}.\n"), line)
-                run.go_on()
+                go_on(run)
                 self.assert_orderly(run, signal.SIGHUP)
 
     def test_end_by_force(self) -> None:
@@ -172,7 +125,7 @@ class EndTest(ProgramCase):
         """An end without a signal is waited for longer than that, with the same lines."""
         run = self.start("thread", TEST_CODE="5")
         run.wait_for("Das Ende wartet seit 12 s auf die Python-Threads Pumpe.")
-        run.go_on()
+        go_on(run)
         self.assertEqual(run.end(), 5, run.lines)
         self.assertIn("goodbye\n", run.lines)
 

@@ -3,13 +3,11 @@
 import os
 import signal
 import socket
-import subprocess
 import unittest
 from collections.abc import Callable
 from pathlib import Path
-from typing import IO
 
-from program_case import HOST, PATIENCE, ProgramCase
+from program_case import PATIENCE, ProgramCase, Run
 
 # Long enough for drawing that busy cores do.
 PERIOD_MS = 4000
@@ -68,46 +66,16 @@ class Manager:
         self._socket.close()
 
 
-class Service:
-    """A run of the program; leaving it ends the process."""
+class Service(Run):
+    """A run of the program whose backend runs what it is told, and waits for a pipe."""
 
     def __init__(self, environment: dict[str, str]) -> None:
+        super().__init__(environment)
         self._fifo = Path(environment["TEST_FIFO"])
-        self._process = subprocess.Popen(  # pylint: disable=consider-using-with
-            [HOST],
-            stdin=subprocess.PIPE,
-            stdout=subprocess.PIPE,
-            stderr=subprocess.STDOUT,
-            encoding="utf-8",
-            env=environment,
-        )
-        self.lines: list[str] = []
-
-    def __enter__(self) -> "Service":
-        return self
-
-    def __exit__(self, *_reason: object) -> None:
-        self._process.kill()
-        self._process.communicate()
-
-    @property
-    def _output(self) -> IO[str]:
-        assert self._process.stdout is not None
-        return self._process.stdout
-
-    def wait_for(self, text: str) -> str:
-        """Reads on to the line that holds the text."""
-        for line in self._output:
-            self.lines.append(line)
-            if text in line:
-                return line
-        raise AssertionError(f"{text!r} did not come:\n{''.join(self.lines)}")
 
     def run(self, code: str) -> None:
         """Lets the backend run a line of code."""
-        assert self._process.stdin is not None
-        self._process.stdin.write(code + "\n")
-        self._process.stdin.flush()
+        self.tell(code + "\n")
 
     def go_on(self) -> None:
         """Lets go on who waits for the pipe."""
@@ -116,13 +84,8 @@ class Service:
 
     def terminate(self) -> int:
         """Ends the program as the service manager does; gives the exit code."""
-        self._process.send_signal(signal.SIGTERM)
+        self.send(signal.SIGTERM)
         return self.end()
-
-    def end(self) -> int:
-        """Reads all that is left, and gives the exit code."""
-        self.lines += self._output
-        return self._process.wait(PATIENCE)
 
 
 class ServiceTest(ProgramCase):
