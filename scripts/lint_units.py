@@ -33,6 +33,9 @@ DEFINED: Final = re.compile(
     re.MULTILINE,
 )
 COMPILER: Final = re.compile(r".*(g|c|clang)\+\+(-\d+)?")
+#: What CMake calls a file that includes several sources of a target.
+TOGETHER: Final = re.compile(r"unity_.*\.cxx")
+INCLUDED: Final = re.compile(r'^#include "(.*)"$', re.MULTILINE)
 #: For the compiler alone: its precompiled headers, and warnings that the checkers do not know or that come
 #: from sources standing together.
 FOREIGN: Final = re.compile(
@@ -85,17 +88,24 @@ def _options(words: list[str]) -> Iterator[tuple[str, ...]]:
             yield (word,)
 
 
+def _compiled(file: Path) -> list[Path]:
+    """The file, or those that the build has put together in it."""
+    if not TOGETHER.fullmatch(file.name):
+        return [file]
+    return [Path(name) for name in INCLUDED.findall(file.read_text(encoding="utf-8"))]
+
+
 def read_sources(commands: Path, folders: Container[str]) -> list[Source]:
     """The sources in these folders, by their path."""
     found: dict[Path, Source] = {}
     for entry in json.loads(commands.read_text(encoding="utf-8")):
-        path = Path(entry["file"])
-        if not path.is_relative_to(ROOT) or path.relative_to(ROOT).parts[0] not in folders:
-            continue
+        paths = [path for path in _compiled(Path(entry["file"])) if path.is_relative_to(ROOT)]
+        paths = [path for path in paths if path.relative_to(ROOT).parts[0] in folders]
         words = shlex.split(entry["command"])
         compiler = next(i for i, word in enumerate(words) if COMPILER.fullmatch(word))
-        options = (o for o in _options(words[compiler + 1 :]) if not FOREIGN.fullmatch("=".join(o)))
-        found.setdefault(path, Source(path, entry["directory"], tuple(options)))
+        options = tuple(o for o in _options(words[compiler + 1 :]) if not FOREIGN.fullmatch("=".join(o)))
+        for path in paths:
+            found.setdefault(path, Source(path, entry["directory"], options))
     return [found[path] for path in sorted(found)]
 
 

@@ -26,7 +26,7 @@ template <> struct pybind11::detail::handle_type_name<DOutIterable>
 
 namespace {
 
-void bindEnums(py::module_ &module)
+void bindActuatorEnums(py::module_ &module)
 {
     bindEnum<DOut::DOutTypeEnum>(module, "DOutTypeEnum", "Kinds of outputs.", "Type");
 
@@ -141,7 +141,7 @@ template <typename Class> void bindBlocking(Class &cls)
 void bindActuator(py::module_ &module)
 {
     using Self = Actuator;
-    bindEnums(module);
+    bindActuatorEnums(module);
     bindDOut(module);
     auto cls = sharedClass<Self>(module, "ActuatorClass", "The thirteen digital outputs.");
     bindOutputs(cls);

@@ -37,7 +37,7 @@ template <typename Points> struct pybind11::detail::type_caster<Exact<Points>>
 
 namespace {
 
-void bindEnums(py::module_ &module)
+void bindChartEnums(py::module_ &module)
 {
     bindEnum<Chart::ChartEnum>(module, "ChartEnum", "Requests of the operator.", "Chart");
 
@@ -119,7 +119,7 @@ void bindChart(py::module_ &module)
     using Self = Chart;
     py::class_<Self::MetaDataList> list(module, "ChartMetaDataList",
                                         "The records of the saved charts, by reference.");
-    bindEnums(module);
+    bindChartEnums(module);
     bindMetaData(module);
     bindList<ChartMetaData, ListElements::Referenced>(list);
     bindLine(module);

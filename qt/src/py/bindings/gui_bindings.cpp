@@ -8,7 +8,7 @@ namespace py = pybind11;
 
 namespace {
 
-void bindEnums(py::module_ &module)
+void bindGuiEnums(py::module_ &module)
 {
     bindEnum<Gui::PageEnum>(module, "PageEnum", "The pages of the program.", "Page");
     bindEnum<Gui::IconEnum>(module, "IconEnum", "Icons of a toast.", "Icon");
@@ -66,7 +66,7 @@ template <typename Class> void bindFunctions(Class &cls)
 
 void bindGui(py::module_ &module)
 {
-    bindEnums(module);
+    bindGuiEnums(module);
     auto cls = sharedClass<Gui>(module, "GuiClass", "Speaks to the operator.");
     bindProperties(cls);
     bindFunctions(cls);

@@ -10,7 +10,7 @@ namespace py = pybind11;
 
 namespace {
 
-void bindEnums(py::module_ &module)
+void bindSensorEnums(py::module_ &module)
 {
     py::enum_<SensorEnum>(module, "SensorEnum", "The inputs and the measured values.")
         .value("Start", SensorEnums::StartBtn)
@@ -98,7 +98,7 @@ template <typename Class> void bindMeasuring(Class &cls)
 
 void bindSensor(py::module_ &module)
 {
-    bindEnums(module);
+    bindSensorEnums(module);
     bindDIn(module);
     bindAIn(module);
     auto cls = sharedClass<Sensor>(module, "SensorClass", "The inputs of the machine.");

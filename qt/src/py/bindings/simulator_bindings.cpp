@@ -9,8 +9,6 @@ namespace py = pybind11;
 
 namespace {
 
-using Self = Simulator;
-
 struct SimKeys
 {};
 
@@ -40,6 +38,8 @@ py::set minMaxKeys()
 
 void bindSimulator(py::module_ &module)
 {
+    using Self = Simulator;
+
     bindEnum<Simulator::SimEnum>(module, "SimuEnum", "What the operator sets.", "Sim");
     bindKeyNames<SimKeys>(module, "SimKeys", "Names of the attributes.",
                           {SIMULATOR_PROPERTIES(RANGED_KEYS, DEFAULTED_KEYS, NOTHING)});
