@@ -22,7 +22,7 @@ using testing::UnorderedElementsAre;
 
 namespace {
 
-const QStringList modules = {QStringLiteral("brovik.actuator")};
+const QStringList actuatorModules = {QStringLiteral("brovik.actuator")};
 
 struct Expected
 {
@@ -278,7 +278,7 @@ TEST_F(ActuatorTest, ToggleIsSentWhateverTheStateAndEvenIfBlocked)
 
 TEST_F(ActuatorTest, ForeignWritesReachABindingOnTheGuiThread)
 {
-    const QmlBinding binding(modules,
+    const QmlBinding binding(actuatorModules,
                              QStringLiteral("Actuator.mvKalt.state + ' ' + Actuator.manualHeatingEnabled"));
     const SignalLog log(*actuator.mvKalt());
     EXPECT_EQ(binding.value(), QStringLiteral("false false"));
@@ -298,7 +298,7 @@ TEST_F(ActuatorTest, ForeignWritesReachABindingOnTheGuiThread)
 TEST_F(ActuatorTest, ScreensKnowTheEnums)
 {
     const QmlBinding binding(
-        modules,
+        actuatorModules,
         QStringLiteral("[ActuatorEnums.MvLaugeIn, ActuatorEnums.Heat1, ActuatorEnums.ToggleManualHeating, "
                        "DOut.TypePv3].join()"));
     EXPECT_EQ(binding.value(), QStringLiteral("0,11,13,2"));

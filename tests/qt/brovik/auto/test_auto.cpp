@@ -9,7 +9,7 @@ using testing::ElementsAre;
 
 namespace {
 
-const QStringList modules = {QStringLiteral("brovik.auto"), QStringLiteral("brovik.settings")};
+const QStringList autoModules = {QStringLiteral("brovik.auto"), QStringLiteral("brovik.settings")};
 
 /// Leaves the object as it was made.
 class AutoTest : public testing::Test
@@ -70,14 +70,14 @@ TEST_F(AutoTest, DeclaredEnumerators)
 
 TEST_F(AutoTest, NegativeProgressReachesTheScreensAndLeavesTheText)
 {
-    const QmlBinding binding(modules, QStringLiteral("Auto_.progress + ' ' + Auto_.progressStr"));
+    const QmlBinding binding(autoModules, QStringLiteral("Auto_.progress + ' ' + Auto_.progressStr"));
     onForeignThread([this] { state.setProgress(-1); });
     binding.becomes(QStringLiteral("-1 0 %"));
 }
 
 TEST_F(AutoTest, ForeignWriteReachesABindingOnTheGuiThread)
 {
-    const QmlBinding binding(modules, QStringLiteral("Auto_.progressStr"));
+    const QmlBinding binding(autoModules, QStringLiteral("Auto_.progressStr"));
     const SignalLog log(state, {"progressStrChanged"});
     onForeignThread([this] {
         state.setProgressStr(QStringLiteral("7 %"));
@@ -93,7 +93,7 @@ TEST_F(AutoTest, ForeignWriteReachesABindingOnTheGuiThread)
 
 TEST_F(AutoTest, ProgressColorIsKnownToQmlByItsNames)
 {
-    const QmlBinding binding(modules, QStringLiteral("Auto_.progressColor === Auto_.ProgressWarning"));
+    const QmlBinding binding(autoModules, QStringLiteral("Auto_.progressColor === Auto_.ProgressWarning"));
     EXPECT_EQ(binding.value(), false);
     onForeignThread([this] { state.setProgressColor(Auto::ProgressWarning); });
     binding.becomes(true);
@@ -103,7 +103,7 @@ TEST_F(AutoTest, ProgressColorIsKnownToQmlByItsNames)
 
 TEST_F(AutoTest, HighestConductivityHasTwoDecimals)
 {
-    const QmlBinding binding(modules, QStringLiteral("Auto_.lwSaureMax.toFixed(2)"));
+    const QmlBinding binding(autoModules, QStringLiteral("Auto_.lwSaureMax.toFixed(2)"));
     EXPECT_EQ(binding.value(), QStringLiteral("0.00"));
     onForeignThread([this] { state.setLwSaureMax(12.5); });
     binding.becomes(QStringLiteral("12.50"));
@@ -111,7 +111,7 @@ TEST_F(AutoTest, HighestConductivityHasTwoDecimals)
 
 TEST_F(AutoTest, TheRunsMinimumStandsBesideTheSetting)
 {
-    const QmlBinding binding(modules,
+    const QmlBinding binding(autoModules,
                              QStringLiteral("Auto_.active ? Auto_.lwSaureMin : BrovikSettings.lwSaureMin"));
     EXPECT_EQ(binding.value(), 10);
     onForeignThread([this] {
@@ -125,7 +125,7 @@ TEST_F(AutoTest, TheRunsMinimumStandsBesideTheSetting)
 TEST_F(AutoTest, QmlCannotWrite)
 {
     const QmlBinding binding(
-        modules,
+        autoModules,
         QStringLiteral("{ try { Auto_.progress = 5; return 'written'; } catch (e) { return e.name; } }"));
     EXPECT_EQ(binding.value(), QStringLiteral("TypeError"));
     EXPECT_EQ(state.progress(), 0);
@@ -134,7 +134,7 @@ TEST_F(AutoTest, QmlCannotWrite)
 TEST_F(AutoTest, ACommandCarriesItsNumberAndValue)
 {
     SignalLog log(state, {"toPy"});
-    const QmlBinding emitter(modules,
+    const QmlBinding emitter(autoModules,
                              QStringLiteral("{ Auto_.toPy(Auto_.ToggleLwTestLauge, null); return 1; }"));
     ASSERT_EQ(log.emissions().size(), 1U);
     EXPECT_EQ(log.emissions()[0].values[0].toInt(), 2);

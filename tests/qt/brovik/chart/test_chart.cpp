@@ -22,7 +22,7 @@ using testing::IsEmpty;
 
 namespace {
 
-const QStringList modules = {QStringLiteral("brovik.chart")};
+const QStringList chartModules = {QStringLiteral("brovik.chart")};
 
 ChartMetaData record(const QString &name)
 {
@@ -151,9 +151,9 @@ TEST_F(ChartTest, InitialView)
 
 TEST_F(ChartTest, BindingsFollowTheWindow)
 {
-    const QmlBinding binding(modules, QStringLiteral("Chart.prevXMin + ' bis ' + Chart.prevXMax"));
+    const QmlBinding binding(chartModules, QStringLiteral("Chart.prevXMin + ' bis ' + Chart.prevXMax"));
     EXPECT_EQ(binding.value(), QStringLiteral("0 bis 60"));
-    const QmlBinding writer(modules,
+    const QmlBinding writer(chartModules,
                             QStringLiteral("{ Chart.prevXMin = 5; Chart.prevXMax = 7.5; return 1; }"));
     EXPECT_EQ(binding.value(), QStringLiteral("5 bis 7.5"));
     EXPECT_EQ(chart.prevXMax(), 7.5);
@@ -161,7 +161,8 @@ TEST_F(ChartTest, BindingsFollowTheWindow)
 
 TEST_F(ChartTest, ScreensKeepTheShownLength)
 {
-    const QmlBinding writer(modules, QStringLiteral("{ Chart.shownSecs = 12.5; return Chart.shownSecs; }"));
+    const QmlBinding writer(chartModules,
+                            QStringLiteral("{ Chart.shownSecs = 12.5; return Chart.shownSecs; }"));
     EXPECT_EQ(writer.value(), 12.5);
     EXPECT_EQ(chart.shownSecs(), 12.5);
 }
@@ -169,7 +170,7 @@ TEST_F(ChartTest, ScreensKeepTheShownLength)
 TEST_F(ChartTest, QmlReadsPoints)
 {
     chart.p()->setData({{0, 1}, {2, 3}});
-    const QmlBinding binding(modules, QStringLiteral("Chart.p.data.length + ' ' + Chart.p.data[1].y"));
+    const QmlBinding binding(chartModules, QStringLiteral("Chart.p.data.length + ' ' + Chart.p.data[1].y"));
     EXPECT_EQ(binding.value(), QStringLiteral("2 3"));
     onForeignThread([this] { chart.p()->setData({{0, 1}, {2, 4}, {3, 5}}); });
     EXPECT_TRUE(binding.becomes(QStringLiteral("3 4")));
@@ -324,8 +325,8 @@ TEST_F(ChartTest, CopiesGoWhenTheScreensHaveNewerOnes)
 TEST_F(ChartTest, AViewFollowsTheList)
 {
     const QmlBinding binding(
-        modules, QStringLiteral("{ let all = ''; for (let i = 0; i < Chart.metaDataList.length; ++i) "
-                                "all += Chart.metaDataList[i].name; return all; }"));
+        chartModules, QStringLiteral("{ let all = ''; for (let i = 0; i < Chart.metaDataList.length; ++i) "
+                                     "all += Chart.metaDataList[i].name; return all; }"));
     onForeignThread([this] {
         for (const char *name : {"b", "A", "c"}) {
             chart.metaDataList().append(record(QString::fromLatin1(name)));
@@ -377,7 +378,7 @@ TEST_F(ChartTest, TheListMayChangeWhileItIsRead)
 TEST_F(ChartTest, ARequestCarriesItsNumberAndValue)
 {
     const SignalLog log(chart, {"toPy"});
-    const QmlBinding emitter(modules,
+    const QmlBinding emitter(chartModules,
                              QStringLiteral("{ Chart.toPy(Chart.ChartRename, ['a', 'b']); return 1; }"));
     ASSERT_EQ(log.emissions().size(), 1U);
     EXPECT_EQ(log.emissions()[0].values[0].toInt(), 4);

@@ -8,7 +8,7 @@ using testing::ElementsAre;
 
 namespace {
 
-const QStringList modules = {QStringLiteral("brovik.config")};
+const QStringList configModules = {QStringLiteral("brovik.config")};
 
 /// Leaves the object as it was made.
 class ConfigTest : public testing::Test
@@ -57,7 +57,7 @@ TEST_F(ConfigTest, DeclaredEnumerators)
 
 TEST_F(ConfigTest, AnotherGenerationReachesABindingOnTheGuiThread)
 {
-    const QmlBinding binding(modules,
+    const QmlBinding binding(configModules,
                              QStringLiteral("Config.machineVersion === Config.MachineVersionLegacy ? 9 : 7"));
     EXPECT_EQ(binding.value(), 7);
     onForeignThread([this] { config.setMachineVersion(Config::MachineVersionLegacy); });
@@ -67,7 +67,7 @@ TEST_F(ConfigTest, AnotherGenerationReachesABindingOnTheGuiThread)
 
 TEST_F(ConfigTest, TheScreensFollowTheWrittenLevelSwitch)
 {
-    const QmlBinding binding(modules,
+    const QmlBinding binding(configModules,
                              QStringLiteral("[Config.hasLevelSwitch, Config.hasLevelSwitchDefault].join()"));
     EXPECT_EQ(binding.value(), QStringLiteral("true,true"));
     onForeignThread([this] { config.setHasLevelSwitch(false); });

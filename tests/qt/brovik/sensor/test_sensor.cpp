@@ -18,7 +18,7 @@ using testing::IsEmpty;
 
 namespace {
 
-const QStringList modules = {QStringLiteral("brovik.sensor")};
+const QStringList sensorModules = {QStringLiteral("brovik.sensor")};
 
 /// Leaves the objects as they were made.
 class SensorTest : public testing::Test
@@ -123,7 +123,7 @@ TEST_F(SensorTest, DeclaredEnumerators)
 TEST_F(SensorTest, ScreensKnowTheEnums)
 {
     const QmlBinding binding(
-        modules,
+        sensorModules,
         QStringLiteral("[SensorEnums.StartBtn, SensorEnums.SensorP, SensorEnums.Gems_3500R0006G01B000, "
                        "Sensor.lwType === SensorEnums.ILFS_02_TK2].join()"));
     EXPECT_EQ(binding.value(), QStringLiteral("0,6,1,true"));
@@ -323,7 +323,7 @@ TEST_F(SensorTest, SetWithoutOffset)
 
 TEST_F(SensorTest, ForeignWritesReachABindingOnTheGuiThread)
 {
-    const QmlBinding binding(modules, QStringLiteral("Sensor.druck + ' ' + Sensor.level.state"));
+    const QmlBinding binding(sensorModules, QStringLiteral("Sensor.druck + ' ' + Sensor.level.state"));
     onForeignThread([this] {
         sensor.setPWithoutOffset(1.5);
         sensor.level()->setState(true);
@@ -478,7 +478,7 @@ TEST_F(SensorTest, ScreensSendRequestsThroughTheirEngine)
 {
     const SignalLog emitted(sensor, {"stateChangeRequested"});
     const QmlBinding request(
-        modules, QStringLiteral("Sensor.requestValueChange(SensorEnums.StartBtn, true) ?? 'sent'"));
+        sensorModules, QStringLiteral("Sensor.requestValueChange(SensorEnums.StartBtn, true) ?? 'sent'"));
     EXPECT_EQ(request.value(), QStringLiteral("sent"));
     EXPECT_THAT(requests(emitted), ElementsAre(std::pair(int(StartBtn), true)));
 }

@@ -11,7 +11,7 @@ using testing::IsEmpty;
 
 namespace {
 
-const QStringList modules = {QStringLiteral("brovik.settings")};
+const QStringList settingsModules = {QStringLiteral("brovik.settings")};
 
 /// What a key starts with; without bounds if they are invalid.
 struct Key
@@ -268,7 +268,7 @@ TEST_F(SettingsTest, OffsetsHaveNoBounds)
 
 TEST_F(SettingsTest, ForeignWritesReachBindingsOnTheGuiThread)
 {
-    const QmlBinding binding(modules,
+    const QmlBinding binding(settingsModules,
                              QStringLiteral("[BrovikSettings.secsPumpMax, BrovikSettings.secsPump, "
                                             "BrovikSettings.lwSaureName, BrovikSettings.doSteamStep, "
                                             "BrovikSettings.pOffset].join()"));
@@ -286,11 +286,11 @@ TEST_F(SettingsTest, ForeignWritesReachBindingsOnTheGuiThread)
 
 TEST_F(SettingsTest, QmlKnowsTheEnumeratorsAndCannotWrite)
 {
-    const QmlBinding number(modules,
+    const QmlBinding number(settingsModules,
                             QStringLiteral("BrovikSettings.SecsPump + 100 * BrovikSettings.LwOffsetReset"));
     EXPECT_EQ(number.value(), 4208);
     const QmlBinding write(
-        modules,
+        settingsModules,
         QStringLiteral(
             "{ try { BrovikSettings.secsPump = 9; return 'written'; } catch (e) { return e.name; } }"));
     EXPECT_EQ(write.value(), QStringLiteral("TypeError"));

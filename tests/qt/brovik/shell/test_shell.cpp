@@ -19,7 +19,7 @@ using testing::IsEmpty;
 
 namespace {
 
-const QStringList modules = {QStringLiteral("brovik.shell")};
+const QStringList shellModules = {QStringLiteral("brovik.shell")};
 
 QList<QVariantMap> oneUpgrade(const QString &version)
 {
@@ -175,8 +175,9 @@ TEST_F(ShellTest, EqualRecordsNotifyNothing)
 TEST_F(ShellTest, ForeignWriteReachesABindingOnTheGuiThread)
 {
     const QmlBinding binding(
-        modules, QStringLiteral(
-                     "[Shell.upgradeInProgressOrFinished, Shell.upgradables.map(r => r.lastChange)].join()"));
+        shellModules,
+        QStringLiteral(
+            "[Shell.upgradeInProgressOrFinished, Shell.upgradables.map(r => r.lastChange)].join()"));
     EXPECT_EQ(binding.value(), QStringLiteral("false,"));
     onForeignThread([this] {
         shell.setUpgradables(oneUpgrade(QStringLiteral("1.0")));
@@ -256,8 +257,8 @@ TEST_F(ShellTest, QmlGetsANewCopyEachTime)
     list.at(0)->setUrgencyStr(QStringLiteral("high"));
     onForeignThread([&] { shell.setChangelogs(list); });
     const QmlBinding binding(
-        modules, QStringLiteral("{ const one = Shell.changelogs[0], other = Shell.changelogs[0]; return "
-                                "[one === other, one.name, other.name, other.color].join(); }"));
+        shellModules, QStringLiteral("{ const one = Shell.changelogs[0], other = Shell.changelogs[0]; return "
+                                     "[one === other, one.name, other.name, other.color].join(); }"));
     EXPECT_EQ(binding.value(), QStringLiteral("false,a,a,#ff0000"));
 
     const ChangelogEntry *copy = listInQml().constFirst();
@@ -300,8 +301,8 @@ TEST_F(ShellTest, CopiesGoWhenTheScreensHaveNewerOnes)
 TEST_F(ShellTest, AViewFollowsTheChangelog)
 {
     const QmlBinding binding(
-        modules, QStringLiteral("{ let all = ''; for (let i = 0; i < Shell.changelogs.length; ++i) "
-                                "all += Shell.changelogs[i].name; return all; }"));
+        shellModules, QStringLiteral("{ let all = ''; for (let i = 0; i < Shell.changelogs.length; ++i) "
+                                     "all += Shell.changelogs[i].name; return all; }"));
     onForeignThread([this] { shell.setChangelogs(listOf({QStringLiteral("a"), QStringLiteral("b")})); });
     EXPECT_TRUE(binding.becomes(QStringLiteral("ab")));
     onForeignThread([this] { shell.setChangelogs(listOf({QStringLiteral("c"), QStringLiteral("d")})); });
@@ -364,7 +365,7 @@ TEST_F(ShellTest, TheLogGetsTheEntriesOfTheChangelog)
 TEST_F(ShellTest, ARequestCarriesItsNumberAndValue)
 {
     const SignalLog log(shell, {"toPy"});
-    const QmlBinding emitter(modules,
+    const QmlBinding emitter(shellModules,
                              QStringLiteral("{ Shell.toPy(Shell.ToggleTesting, 'geheim'); return 1; }"));
     ASSERT_EQ(log.emissions().size(), 1U);
     EXPECT_EQ(log.emissions()[0].values[0].toInt(), 6);

@@ -10,7 +10,7 @@ using testing::IsEmpty;
 
 namespace {
 
-const QStringList modules = {QStringLiteral("brovik.simulator")};
+const QStringList simulatorModules = {QStringLiteral("brovik.simulator")};
 
 /// Leaves the object as it was made.
 class SimulatorTest : public testing::Test
@@ -93,7 +93,7 @@ TEST_F(SimulatorTest, ALowerBoundLeavesTheValueUntilTheNextWrite)
 TEST_F(SimulatorTest, ScreensChangeTheRatesWithoutBounds)
 {
     const SignalLog log(simulator);
-    const QmlBinding caller(modules,
+    const QmlBinding caller(simulatorModules,
                             QStringLiteral("{ Simulator.changePIncRate(0.2); Simulator.changePDecRate(-7.5);"
                                            " Simulator.changePIncRate(0.2); return 1; }"));
     EXPECT_EQ(simulator.pIncRate(), 0.2);
@@ -103,7 +103,8 @@ TEST_F(SimulatorTest, ScreensChangeTheRatesWithoutBounds)
 
 TEST_F(SimulatorTest, ForeignWriteReachesABindingOnTheGuiThread)
 {
-    const QmlBinding binding(modules, QStringLiteral("[Simulator.enabled, Simulator.simAIn0].join()"));
+    const QmlBinding binding(simulatorModules,
+                             QStringLiteral("[Simulator.enabled, Simulator.simAIn0].join()"));
     EXPECT_EQ(binding.value(), QStringLiteral("false,0"));
     onForeignThread([this] {
         simulator.setEnabled(true);

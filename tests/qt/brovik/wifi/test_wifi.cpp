@@ -11,7 +11,7 @@ using testing::IsEmpty;
 
 namespace {
 
-const QStringList modules = {QStringLiteral("brovik.wifi")};
+const QStringList wifiModules = {QStringLiteral("brovik.wifi")};
 
 QVariantMap oneNetwork(int quality)
 {
@@ -132,7 +132,7 @@ TEST_F(WifiTest, AnEqualLevelIsNotToldOf)
 
 TEST_F(WifiTest, AForeignWriterLeavesTheLevelToTheGuiThread)
 {
-    const QmlBinding binding(modules, QStringLiteral("Wifi.qualityLevel"));
+    const QmlBinding binding(wifiModules, QStringLiteral("Wifi.qualityLevel"));
     const SignalLog log(wifi, {"stateChanged", "qualityPercentageChanged", "qualityLevelChanged"});
     onForeignThread([this] {
         wifi.setState(Wifi::Connected);
