@@ -280,8 +280,8 @@ class StorageWriter:
         try:
             self._storage.apply(changes)
         except Exception:  # pylint: disable=broad-exception-caught  # whatever it is, the rest goes on
-            # Each for itself: one that cannot be made takes none of the others along, and a disk that has failed
-            # for a moment none at all.
+            # Each for itself: one that cannot be made takes none of the others along, and a disk that has
+            # failed for a moment none at all.
             for change in changes:
                 self._guarded(lambda storage: storage.apply([change]))
 

@@ -1,8 +1,8 @@
 """What a power cut may leave of files, by a trace of what a program has done with them.
 
-A file's content is safe once the file has been synced, a name once its directory has, or the file that it names. What
-has not been synced may be on the disk or not, sector by sector and in any order; of the names, those before another one
-that is there are there, too, as a journalling file system has it.
+A file's content is safe once the file has been synced, a name once its directory has, or the file that it
+names. What has not been synced may be on the disk or not, sector by sector and in any order; of the names, those
+before another one that is there are there, too, as a journalling file system has it.
 """
 
 import random
@@ -146,7 +146,7 @@ class Disk:
         self._names.sync(max(own, default=0))
 
     def states(self, chance: random.Random, more: int) -> Iterator[dict[str, bytes]]:
-        """What a cut at this moment may leave: nothing of what is pending, all of it, and so many mixtures."""
+        """What a cut may leave now: nothing of what is pending, all of it, and so many mixtures."""
         count = len(self._names.pending)
         yield self._state(chance, 0.0, 0)
         yield self._state(None, 1.0, count)

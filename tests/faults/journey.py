@@ -1,7 +1,7 @@
 """What an operator does with the demo's backend in an ordinary Python, and what comes of it.
 
-The machine's time passes as fast as it can; the storage's thread is the real one. All that begins and all that has
-been acknowledged is told at once, so that it is known whenever the process ends.
+The machine's time passes as fast as it can; the storage's thread is the real one. All that begins and all that
+has been acknowledged is told at once, so that it is known whenever the process ends.
 """
 
 # pylint: disable=protected-access  # as the tests of the backend do
@@ -9,13 +9,13 @@ been acknowledged is told at once, so that it is known whenever the process ends
 import random
 import threading
 from collections.abc import Callable, Iterable, Iterator
+from functools import partial
 from pathlib import Path
 from typing import Any, Final
 
 import watching
 from brovik.auto import Auto, AutoEnum
 from brovik.chart import Chart, ChartEnum, ChartMetaDataList
-from brovik.gui import Gui
 from brovik.settings import SettingsEnum
 
 from child import Tell
@@ -108,7 +108,7 @@ class Journey:
 
     def begin_run(self) -> None:
         """Starts a run and lets it come to its first step."""
-        self._do("draft", [], lambda: (self._operation.toggle(AutoEnum.Toggle), self._pass(0.5)))
+        self._do("draft", [], self._start_run)
 
     def end_run(self) -> None:
         """Lets the run go on to its end."""
@@ -127,7 +127,7 @@ class Journey:
         self._operation.offer_to_continue(note)
         report = {str(int(DialogId.CONTINUE_RUN)): {"a": goes_on}}
         if goes_on:
-            self._do("draft", [], lambda: (self._operation.take_report(report), self._pass(0.5)))
+            self._do("draft", [], partial(self._go_on, report))
             self.end_run()
         else:
             self._do("record", [False], lambda: self._operation.take_report(report))
@@ -170,6 +170,14 @@ class Journey:
         self._backend.machine._run_waiting_commands()
         watching.settle()
         return lines
+
+    def _start_run(self) -> None:
+        self._operation.toggle(AutoEnum.Toggle)
+        self._pass(0.5)
+
+    def _go_on(self, report: object) -> None:
+        self._operation.take_report(report)
+        self._pass(0.5)
 
     def _pass(self, secs: float) -> None:
         for _ in range(round(secs / STEP_SECS)):
@@ -236,7 +244,7 @@ def round_trip(journey: Journey) -> None:
 
 
 def enter(ledger: Ledger, told: Iterable[Any]) -> None:
-    """Enters what lives have told. What is not kept, as the operator was told at its start, does not count."""
+    """Enters what lives have told. What is not kept, as was told at the start, does not count."""
     for line in told:
         if "starts" in line:
             ledger.begins()

@@ -1,4 +1,4 @@
-"""What stands between a program and the kernel: fault_layer.c, asked for by this process or for another one."""
+"""What stands between a program and the kernel, fault_layer.c, for this process or for another one."""
 
 import ctypes
 import os

@@ -45,7 +45,7 @@ class Ledger:
     _before: list[Kept] = field(default_factory=list)
 
     def begins(self) -> None:
-        """A program starts. If nobody can go on with the run that was in progress, it has a record from then on."""
+        """A program starts. A run that was in progress, and that nobody can go on with, has a record then."""
         ended = [record(False)(kept) for kept in self.possible if kept.draft]
         self.possible = _different([*self.possible, *ended])
 

@@ -3,7 +3,6 @@
 import os
 import re
 import subprocess
-import tempfile
 import unittest
 from configparser import ConfigParser
 from dataclasses import dataclass
@@ -11,6 +10,7 @@ from pathlib import Path
 from typing import Final
 
 import layer
+from folders import new_folder
 from layer import Call, Way
 
 #: The program.
@@ -41,7 +41,7 @@ class ProgramCase(unittest.TestCase):
     """Runs of the program, each with a folder of its own."""
 
     def setUp(self) -> None:
-        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.folder = new_folder(self)
         self.settings = self.folder / SETTINGS_FILE
 
     def variables(self, backend: Path = QUIET) -> dict[str, str]:

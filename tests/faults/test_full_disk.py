@@ -1,4 +1,4 @@
-"""The disk is full from some moment of a run, a save or a change on: it is told, and nothing that was kept is lost.
+"""The disk is full from some moment on: it is told, and nothing that was kept is lost.
 
 KUBELOR_FAULTS_FILLS says how many moments are tried.
 """
@@ -7,14 +7,13 @@ import copy
 import os
 import random
 import shutil
-import tempfile
 import unittest
 from collections.abc import Callable
-from pathlib import Path
 from typing import Any, Final
 
 import layer
 from child import Child, Tell
+from folders import new_folder
 from journey import Journey, enter, first_life, round_trip
 from layer import Way
 from ledger import Ledger
@@ -31,7 +30,7 @@ class FullDiskTest(unittest.TestCase):
     """Lives of the backend on a disk that fills up; some of them find room again."""
 
     def setUp(self) -> None:
-        self.scratch = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.scratch = new_folder(self)
         self.directory = self.scratch / FOLDER
         self.used = self.scratch / "used"
         self.ledger = Ledger()

@@ -1,6 +1,6 @@
 """A backend that means harm, while pages change and the window is closed at any moment.
 
-KUBELOR_FAULTS_CLOSINGS says how often it is closed, KUBELOR_FAULTS_HOSTILE_SECS for how long all of that lasts.
+KUBELOR_FAULTS_CLOSINGS says how often it is closed, KUBELOR_FAULTS_HOSTILE_SECS how long all of it lasts.
 """
 
 import json

@@ -1,7 +1,7 @@
 """The power fails at any moment: what was acknowledged is there, and nothing is there by halves.
 
-KUBELOR_FAULTS_MIXTURES says how many mixtures of what was and what was not on the disk are tried after each action of
-a trace, KUBELOR_FAULTS_EVERY_CUT how many actions to go on to the next cut; 1 takes all of them.
+KUBELOR_FAULTS_MIXTURES says how many mixtures of what was and what was not on the disk are tried after an
+action of a trace, KUBELOR_FAULTS_EVERY_CUT how many actions to go on to the next cut; 1 takes all of them.
 """
 
 import copy
@@ -9,7 +9,6 @@ import json
 import os
 import random
 import shutil
-import tempfile
 import unittest
 from pathlib import Path
 from typing import Any, Final
@@ -17,6 +16,7 @@ from typing import Any, Final
 import layer
 from child import Child, Tell
 from disk import Action, Disk, read_trace
+from folders import new_folder
 from journey import Journey, enter, first_life, round_trip
 from ledger import Ledger
 from program import CHOSEN, GEOMETRY, SETTINGS_FOLDER, ProgramCase
@@ -32,7 +32,7 @@ class PowerCutTest(unittest.TestCase):
     """The trace of two lives of the backend, cut off anywhere."""
 
     def setUp(self) -> None:
-        self.scratch = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.scratch = new_folder(self)
         self.directory = self.scratch / FOLDER
         self.trace = self.scratch / "trace"
 

@@ -56,9 +56,14 @@ class ProgramCallsTest(ProgramCase):
     def test_environment_file(self) -> None:
         """The program starts, whatever has come of it."""
         file = self.folder / "environment"
+
+        def prepare() -> None:
+            self.store(CHOSEN)
+            file.write_text("BROVIK_FAULTS=read\n", "utf-8")
+
         self.each_call(
             str(file),
-            lambda: (self.store(CHOSEN), file.write_text("BROVIK_FAULTS=read\n", "utf-8"), None)[-1],
+            prepare,
             lambda run: self.assertRegex(run.output, "environment (read|None)\n"),
         )
 
@@ -74,13 +79,17 @@ class ProgramCallsTest(ProgramCase):
             os.environ["NOTIFY_SOCKET"] = str(address)
             self.addCleanup(os.environ.pop, "NOTIFY_SOCKET")
 
+            def prepare() -> None:
+                self.store(CHOSEN)
+                _received(manager)
+
             def judge(run: Run) -> None:
                 told = b"".join(_received(manager))
                 self.assertTrue(run.complaints or (b"STOPPING=1" in told), (told, run.output))
 
             self.each_call(
                 "notify.sock:socket:",
-                lambda: (self.store(CHOSEN), _received(manager), None)[-1],
+                prepare,
                 judge,
             )
 

@@ -6,7 +6,6 @@ KUBELOR_FAULTS_EVERY says how many calls to go on to the next one; 1 takes all o
 import copy
 import os
 import shutil
-import tempfile
 import unittest
 from collections import Counter
 from collections.abc import Iterator
@@ -15,6 +14,7 @@ from typing import Any, Final
 
 import layer
 from child import Child, Tell
+from folders import new_folder
 from journey import Journey, enter, first_life, round_trip
 from layer import Call, Way
 from ledger import Ledger
@@ -29,7 +29,7 @@ class StorageCallsTest(unittest.TestCase):
     """Lives of the backend in which one call fails."""
 
     def setUp(self) -> None:
-        self.scratch = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.scratch = new_folder(self)
         self.directory = self.scratch / FOLDER
         self.log = self.scratch / "calls"
         self.silent: Counter[str] = Counter()

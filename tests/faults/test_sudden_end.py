@@ -6,13 +6,13 @@ KUBELOR_FAULTS_KILLS says how many, KUBELOR_FAULTS_PROGRAM_KILLS how many of the
 import os
 import random
 import signal
-import tempfile
 import unittest
 from pathlib import Path
 from typing import Any, Final
 
 import layer
 from child import Child, Tell
+from folders import new_folder
 from journey import Journey, enter, wander
 from layer import Way
 from ledger import Ledger, read
@@ -43,7 +43,7 @@ class SuddenEndTest(unittest.TestCase):
         acknowledged = 0
         for number in range(KILLS):
             if number % LIVES == 0:
-                directory = Path(self.enterContext(tempfile.TemporaryDirectory())) / FOLDER
+                directory = new_folder(self) / FOLDER
                 directory.mkdir()
                 ledger = Ledger()
             with self.subTest(kill=number):

@@ -1,6 +1,7 @@
 """A backend that means harm: nine threads write anything into every attribute, as fast as they can.
 
-HOSTILE_REPORT names the file for what comes back that may not, a line of JSON each; HOSTILE_SEED begins the chance.
+HOSTILE_REPORT names the file for what comes back that may not, a line of JSON each. HOSTILE_SEED begins the
+chance.
 """
 
 import atexit
@@ -10,7 +11,7 @@ import os
 import random
 import threading
 from collections import Counter
-from typing import Final
+from typing import Any, Final
 
 
 WRITERS: Final = 9
@@ -58,7 +59,21 @@ NUMBERS: Final = (
 )
 LISTS_OF_RECORDS: Final = ("installed", "upgradables", "ip_map_list")
 RECORDS: Final = ("scan_results",)
-STRANGE: Final = (None, object(), b"\xff", (), [], {}, {1, 2}, [[[]]], {"a": None}, int, print, ..., 1j)
+STRANGE: Final[tuple[object, ...]] = (
+    None,
+    object(),
+    b"\xff",
+    (),
+    [],
+    {},
+    {1, 2},
+    [[[]]],
+    {"a": None},
+    int,
+    print,
+    ...,
+    1j,
+)
 
 _report = os.open(os.environ["HOSTILE_REPORT"], os.O_WRONLY | os.O_CREAT | os.O_APPEND)
 _written: Counter[str] = Counter()
@@ -67,6 +82,10 @@ _seen: set[tuple[str, str]] = set()
 
 def _tell(**values: object) -> None:
     os.write(_report, json.dumps(values).encode() + b"\n")
+
+
+def _tell_counts() -> None:
+    _tell(**_written)
 
 
 def _is_object(value: object) -> bool:
@@ -108,7 +127,8 @@ def _attributes() -> list[tuple[object, str]]:
     ]
 
 
-def _fitting(like: object, chance: random.Random) -> object:
+# pylint: disable-next=too-many-return-statements  # one for each type
+def _fitting(like: Any, chance: random.Random) -> object:
     """Something of the same type."""
     if isinstance(like, bool):
         return chance.random() < 0.5
@@ -142,7 +162,7 @@ def _record(chance: random.Random) -> dict[str, object]:
 
 
 def _anything(name: str, like: object, chance: random.Random) -> object:
-    # What is no dict there is no error of the writer: it opens a dialog each time, and there is a test for that.
+    # What is no dict there is no error of the writer: it opens a dialog each time.
     if name in LISTS_OF_RECORDS:
         return [_record(chance) for _ in range(chance.randint(0, 30))]
     if name in RECORDS:
@@ -174,7 +194,7 @@ def init(_debug: bool) -> None:
     """Begins at once: the screens come up meanwhile."""
     attributes = _attributes()
     _tell(attributes=len(attributes))
-    atexit.register(lambda: _tell(**_written))
+    atexit.register(_tell_counts)
     seed = int(os.environ["HOSTILE_SEED"])
     for number in range(WRITERS):
         threading.Thread(target=_write, args=(attributes, seed + number), daemon=True).start()
