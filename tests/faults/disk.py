@@ -1,8 +1,8 @@
 """What a power cut may leave of files, by a trace of what a program has done with them.
 
 A file's content is safe once the file has been synced, a name once its directory has, or the file that it
-names. What has not been synced may be on the disk or not, sector by sector and in any order; of the names, those
-before another one that is there are there, too, as a journalling file system has it.
+names. What has not been synced may be on the disk or not, sector by sector and in any order; of the names,
+those before another one that is there are there, too, as a journalling file system has it.
 """
 
 import random

@@ -1,7 +1,7 @@
 """What an operator does with the demo's backend in an ordinary Python, and what comes of it.
 
-The machine's time passes as fast as it can; the storage's thread is the real one. All that begins and all that
-has been acknowledged is told at once, so that it is known whenever the process ends.
+The machine's time passes as fast as it can; the storage's thread is the real one. All that begins and all
+that has been acknowledged is told at once, so that it is known whenever the process ends.
 """
 
 # pylint: disable=protected-access  # as the tests of the backend do
