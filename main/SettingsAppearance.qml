@@ -57,10 +57,15 @@ ColumnLayout {
         pageEnum: Gui.PageSettingsAppearance
     }
 
+    // What an earlier run has left. It is read here, and not written.
     Settings {
         id: memory
 
         category: "window"
+    }
+
+    WindowMemory {
+        id: windowMemory
     }
 
     Connections {
@@ -75,7 +80,7 @@ ColumnLayout {
         target: Common
 
         function onIsDarkThemeChanged() {
-            memory.setValue("dark", Common.isDarkTheme);
+            windowMemory.keep({dark: Common.isDarkTheme});
         }
     }
 
@@ -88,10 +93,8 @@ ColumnLayout {
         readonly property list<string> sides: ["x", "y", "width", "height"]
 
         function keepGeometry() {
-            for (const name of privat.sides) {
-                memory.setValue(name, root.window[name]);
-            }
-            memory.sync();
+            const window = root.window;
+            windowMemory.keep({x: window.x, y: window.y, width: window.width, height: window.height});
         }
 
         function restoreGeometry() {

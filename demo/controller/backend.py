@@ -2,8 +2,9 @@
 
 import os
 import sys
-from collections.abc import Callable, Mapping
+from collections.abc import Callable, Mapping, Sequence
 from contextlib import ExitStack
+from dataclasses import dataclass
 from functools import partial
 from pathlib import Path
 from typing import Final, Self
@@ -33,8 +34,9 @@ from .recording import Recorder
 from .reports import ReportOffer
 from .run_archive import RunArchive
 from .run_log import MachineFacts
+from .saved_charts import ChartInfo
 from .service_thread import ServiceThread
-from .storage import MACHINE, RUN, SETTINGS, Change, StorageWriter, open_storage
+from .storage import MACHINE, RUN, SETTINGS, Change, Storage, StorageWriter, open_and_read
 from .upkeep import Upkeep
 
 CONFIG_DIR: Final = "BROVIK_CONFIG_DIR"
@@ -43,6 +45,32 @@ TIME_FACTOR: Final = "BROVIK_DEMO_TIME_FACTOR"
 #: The packages that the program and this backend come in.
 PROGRAM_PACKAGE: Final = "brovik-bedienung"
 BACKEND_PACKAGE: Final = "brovik-steuerung"
+
+
+@dataclass(frozen=True)
+class _Stored:
+    """What the start needs of the file, and the file."""
+
+    storage: Storage
+    machine: Mapping[str, object]
+    settings: Mapping[str, object]
+    charts: Sequence[ChartInfo]
+    #: None if no run was interrupted.
+    note: RunNote | None
+    maintenance: Mapping[str, Mapping[str, object]]
+    books: SavedBooks
+
+
+def _read_stored(storage: Storage) -> _Stored:
+    return _Stored(
+        storage,
+        storage.read(MACHINE),
+        storage.read(SETTINGS),
+        storage.charts.infos(),
+        RunNote.read(storage.read(RUN)),
+        read_stored(storage),
+        read_books(storage),
+    )
 
 
 class Backend:  # pylint: disable=too-many-instance-attributes
@@ -57,36 +85,35 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         self, directory: Path | None, time_factor: float, choose: Callable[[], HardwareChoice]
     ) -> None:
         """`directory` is that of the file; `choose` makes the hardware, once the host knows the equipment."""
-        storage = open_storage(directory, lambda text: notices.message("Einstellungen", text, "error"))
-        stored = storage.read(MACHINE)
-        saved_charts = storage.charts.infos()
-        machine = configuration.apply(stored)
+        stored = open_and_read(
+            directory, lambda text: notices.message("Einstellungen", text, "error"), _read_stored
+        )
+        machine = configuration.apply(stored.machine)
         equipment = machine.equipment
         # Nothing is running yet: a machine that cannot be reached leaves nothing behind.
         choice = choose()
         self._window = choice.window
         self._board = Board(choice.hardware, equipment.steam_valve)
-        settings.load(storage.read(SETTINGS), equipment)
-        self._note = RunNote.read(storage.read(RUN))
-        maintained, saved_books = read_stored(storage), read_books(storage)
+        settings.load(stored.settings, equipment)
+        self._note = stored.note
 
-        self._writer = StorageWriter(storage, ErrorReporter(PRESS_QUIET_SECS).report)
-        self._writer.submit(Change(MACHINE, configuration.missing(stored)))
+        self._writer = StorageWriter(stored.storage, ErrorReporter(PRESS_QUIET_SECS).report)
+        self._writer.submit(Change(MACHINE, configuration.missing(stored.machine)))
         write_journal(self._writer)
         self.settings = settings.SettingsKeeper(self._writer, equipment)
 
         services = ServiceThread(time_factor)
         self.maintenance = Maintenance(
-            maintained,
+            stored.maintenance,
             self._writer,
             services,
             lambda: services.done_by(self.machine.post, self.operation.reserve_for_upgrade),
         )
         recorder = Recorder(self._board)
-        jobs = self._make_jobs(machine, choice.hardware, recorder, services, saved_books)
+        jobs = self._make_jobs(machine, choice.hardware, recorder, services, stored.books)
         self.operation = Operation(self._board, jobs, equipment, choice.window)
         self.machine = MachineThread(self.operation, time_factor)
-        self.charts = Charts(recorder, self._writer, saved_charts, self.machine.post)
+        self.charts = Charts(recorder, self._writer, stored.charts, self.machine.post)
         if self._note is None:
             self._books.close_interrupted()
         JOURNAL.add(Kind.PROGRAM, Event.BEGUN, "Kubelor", details=dict(self.maintenance.installed))

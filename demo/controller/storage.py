@@ -13,7 +13,7 @@ from dataclasses import dataclass
 from datetime import datetime
 from pathlib import Path
 from queue import Empty, SimpleQueue
-from typing import Final, TypeAlias
+from typing import Final, TypeAlias, TypeVar
 
 from logbook.place import FILE_NAME
 from logbook.tables import run_script
@@ -53,6 +53,7 @@ class Change:
     replace: bool = False
 
 
+T = TypeVar("T")
 #: Something else that is done with the storage, on its thread.
 Task: TypeAlias = Callable[["Storage"], None]
 
@@ -149,21 +150,32 @@ def open_storage(directory: Path | None, report: Callable[[str], None]) -> Stora
     A damaged file is moved aside and a new one begun. If there is no way to keep anything, the
     storage lives in memory. Both is told through `report`, in words for the operator.
     """
+    return open_and_read(directory, report, lambda storage: storage)
+
+
+def open_and_read(directory: Path | None, report: Callable[[str], None], read: Callable[[Storage], T]) -> T:
+    """As `open_storage`, and reads what the start needs: a file that cannot be read is not usable, either.
+
+    `read` may be called more than once.
+    """
     if directory is None:
         report("Es ist kein Verzeichnis für die Einstellungen bekannt. Sie gelten bis zum Beenden.")
-        return Storage(":memory:")
+        return read(Storage(":memory:"))
     path = directory / FILE_NAME
     try:
         directory.mkdir(parents=True, exist_ok=True)
-        return _open_or_renew(path, report)
+        return _read_or_renew(path, report, read)
     except (sqlite3.Error, OSError) as error:
         report(f"Die Datei {path} ist nicht benutzbar: {error}. Einstellungen gelten bis zum Beenden.")
-        return Storage(":memory:")
+        return read(Storage(":memory:"))
 
 
-def _open_or_renew(path: Path, report: Callable[[str], None]) -> Storage:
+def _read_or_renew(path: Path, report: Callable[[str], None], read: Callable[[Storage], T]) -> T:
+    with suppress(sqlite3.Error):
+        return _opened_and_read(path, read)
+    # A disk that has failed to read once looks like damage. What another look finds is none of that.
     try:
-        return _open_private(path)
+        return _opened_and_read(path, read)
     except sqlite3.DatabaseError as error:
         if error.sqlite_errorcode & 0xFF not in _DAMAGE:
             raise
@@ -172,7 +184,16 @@ def _open_or_renew(path: Path, report: Callable[[str], None]) -> Storage:
             f"Die Datei {path} war beschädigt ({error}) und liegt jetzt als {moved.name} daneben. "
             "Es gelten die Vorgaben."
         )
-        return _open_private(path)
+        return _opened_and_read(path, read)
+
+
+def _opened_and_read(path: Path, read: Callable[[Storage], T]) -> T:
+    storage = _open_private(path)
+    try:
+        return read(storage)
+    except BaseException:
+        storage.close()
+        raise
 
 
 def _open_private(path: Path) -> Storage:
@@ -259,12 +280,10 @@ class StorageWriter:
         try:
             self._storage.apply(changes)
         except Exception:  # pylint: disable=broad-exception-caught  # whatever it is, the rest goes on
-            if len(changes) == 1:
-                self._on_error()
-                return
-            # Each for itself: one that cannot be made takes none of the others along.
+            # Each for itself: one that cannot be made takes none of the others along, and a disk that has
+            # failed for a moment none at all.
             for change in changes:
-                self._apply([change])
+                self._guarded(lambda storage: storage.apply([change]))
 
     def _guarded(self, task: Task) -> None:
         try:

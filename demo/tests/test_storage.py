@@ -9,9 +9,12 @@ import sys
 import tempfile
 import threading
 import unittest
+from collections.abc import Iterator
+from contextlib import contextmanager
 from dataclasses import replace
 from pathlib import Path
 from typing import Any
+from unittest.mock import patch
 
 from controller.saved_charts import ChartInfo, SavedChart
 from controller.storage import (
@@ -20,6 +23,7 @@ from controller.storage import (
     Change,
     Storage,
     StorageWriter,
+    open_and_read,
     open_storage,
 )
 from logbook.place import FILE_NAME
@@ -280,6 +284,54 @@ class DamageTest(StorageCase):
         self.assertEqual(len(self.reports), 1)
 
 
+class FailingDiskTest(StorageCase):
+    """A disk that fails to read, for a moment or for good. The file stays where it is."""
+
+    DAMAGE = sqlite3.DatabaseError("database disk image is malformed")
+    DAMAGE.sqlite_errorcode = sqlite3.SQLITE_CORRUPT
+    FAILURE = sqlite3.OperationalError("disk I/O error")
+    FAILURE.sqlite_errorcode = sqlite3.SQLITE_IOERR
+
+    def setUp(self) -> None:
+        super().setUp()
+        storage = self.open()
+        storage.apply([Change(SETTINGS, {"a": 1})])
+        storage.close()
+
+    def read(self, *outcomes: sqlite3.Error | None) -> dict[str, object]:
+        """Opens and reads, which fails so as often as there are errors."""
+        failures = iter(outcomes)
+
+        def read(storage: Storage) -> dict[str, object]:
+            if error := next(failures, None):
+                raise error
+            self.addCleanup(storage.close)
+            return storage.read(SETTINGS)
+
+        return open_and_read(self.directory, self.reports.append, read)
+
+    def test_for_a_moment(self) -> None:
+        """Is not told, and costs nothing, even if it looks like damage."""
+        for error in (self.FAILURE, self.DAMAGE):
+            with self.subTest(error):
+                self.assertEqual(self.read(error), {"a": 1})
+                with patch.object(Storage, "_prepare", side_effect=[error, None]):
+                    self.assertEqual(self.read(), {"a": 1})
+                self.assertEqual((self.reports, self.aside()), ([], []))
+
+    def test_for_good(self) -> None:
+        """Is told once, and the values live in memory."""
+        self.assertEqual(self.read(self.FAILURE, self.FAILURE), {})
+        self.assertEqual((len(self.reports), self.aside()), (1, []))
+        self.assertEqual(self.open().read(SETTINGS), {"a": 1})
+
+    def test_damage_that_only_reading_finds(self) -> None:
+        """Is damage all the same."""
+        self.assertEqual(self.read(self.DAMAGE, self.DAMAGE), {})
+        self.assertEqual(len(self.reports), 1)
+        self.assertIn(FILE_NAME, [path.name.partition(".damaged")[0] for path in self.aside()])
+
+
 class KillTest(StorageCase):
     """The sudden end of the process."""
 
@@ -342,6 +394,26 @@ class WriterTest(StorageCase):
         writer.stop()
         self.assertEqual(errors, [TypeError])
         self.assertEqual(self.open().read(SETTINGS), {"good": 1})
+
+    def test_disk_that_fails_for_a_moment(self) -> None:
+        """No change is lost, and there is nothing to tell."""
+        storage = self.open()
+        failures = iter([sqlite3.OperationalError("disk I/O error")])
+        really = storage.transaction
+
+        @contextmanager
+        def transaction() -> Iterator[None]:
+            with really():
+                yield
+                if error := next(failures, None):
+                    raise error
+
+        with patch.object(storage, "transaction", transaction):
+            writer = StorageWriter(storage, self.fail)
+            writer.submit(Change(SETTINGS, {"number": 1}))
+            writer.stop()
+        self.assertEqual(next(failures, None), None)
+        self.assertEqual(self.open().read(SETTINGS), {"number": 1})
 
 
 if __name__ == "__main__":

@@ -14,6 +14,7 @@
 
 #include "brovik/gpio/gpio.h"
 #include "brovik/gui/gui.h"
+#include "brovik/gui/window_memory.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -70,6 +71,13 @@ void readSettings()
 {
     putDamagedSettingsAside();
     const QSettings settings;
+    const std::optional<QByteArray> content = WindowMemory::read(settings.fileName());
+    if (content && content->contains('=') && settings.allKeys().isEmpty()) {
+        // It has failed to read, and takes that for a file that is not there.
+        criticalStream().noquote()
+            << QStringLiteral("Die Datei %1 wurde nicht gelesen. Für das Fenster gelten die Standardwerte.")
+                   .arg(settings.fileName());
+    }
     qputenv("BROVIK_CONFIG_DIR", QFileInfo(settings.fileName()).path().toLocal8Bit());
     Gui::instance().setDarkThemeEnabled(settings.value(QStringLiteral("window/dark"), true).toBool());
 }

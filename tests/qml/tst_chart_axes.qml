@@ -161,6 +161,7 @@ Item {
                     {tag: "some", names: ["Vorspülen", "Lauge", "Säure"], shown: ["Vorspülen", "Lauge", "Säure"]},
                     {tag: "equal", names: ["Spülen", "Lauge", "Spülen", "Spülen"], shown: ["Spülen", "Lauge", "Spülen\u200b", "Spülen\u200b\u200b"]},
                     {tag: "markup", names: ["<b>a</b>", "&amp;", "\"'"], shown: ["&lt;b&gt;a&lt;/b&gt;", "&amp;amp;", "&quot;'"]},
+                    {tag: "names of methods", names: ["constructor", "toString", "constructor"], shown: ["constructor", "toString", "constructor\u200b"]},
                     {tag: "blanks", names: ["", " ", ""], shown: ["", "&nbsp;", "\u200b"]}
                 ];
                 const rows = [];
@@ -180,6 +181,16 @@ Item {
                 compare(axis.categoriesLabels, data.names.map((_, index) => String(index + 1)));
                 part(data.group).shortLabels = false;
                 compare(axis.categoriesLabels, data.shown);
+            }
+
+            // A text in place of a list is a list of letters. The page must not count them one by one over and over.
+            function test_thousands_of_equal_names() {
+                part("optsValves").shortLabels = false;
+                set("chart.Chart.actuator_names = 'x' * 20000");
+                const axis = part("axisValves");
+                compare(axis.max, 20000);
+                compare(axis.categoriesLabels.length, 500);
+                compare(axis.categoriesLabels[499], "x" + "\u200b".repeat(499));
             }
 
             function showRightAxes() {

@@ -209,6 +209,7 @@ Item {
             tryVerify(() => window.x === 40 && window.y === 90 && window.width === 640 && window.height === 800);
             compare(memory.value("width"), undefined);
             window.close();
+            memory.sync();
             compare(["x", "y", "width", "height"].map(key => Number(memory.value(key))), [40, 90, 640, 800]);
             // In the file itself, and at once.
             for (const line of ["[window]", "x=40", "y=90", "width=640", "height=800"]) {
@@ -233,6 +234,7 @@ Item {
         function test_theme_is_stored_at_each_change() {
             for (const [theme, dark] of [[Material.Light, "false"], [Material.Dark, "true"]]) {
                 window.setTheme(theme);
+                memory.sync();
                 compare(String(memory.value("dark")), dark);
             }
         }

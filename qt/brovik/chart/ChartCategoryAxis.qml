@@ -22,8 +22,8 @@ CategoryAxis {
     function setCategoriesLabels(labels: var, shortLabels: bool) {
         Array.from(root.categoriesLabels).forEach(label => root.remove(label));
         root.max = labels.length;
-        const used = new Set();
-        labels.forEach((label, index) => root.append(shortLabels ? String(index + 1) : privat.distinct(label, used), index + 1));
+        const used = Object.create(null);
+        labels.slice(0, privat.mostLabels).forEach((label, index) => root.append(shortLabels ? String(index + 1) : privat.distinct(label, used), index + 1));
     }
 
     min: 0
@@ -65,6 +65,8 @@ CategoryAxis {
         // Unlike the list, the same as before if its texts are.
         readonly property string labelsKey: JSON.stringify(privat.labels)
         readonly property string invisible: "\u200b"
+        // No screen has room for more, and each costs time.
+        readonly property int mostLabels: 500
 
         function fits(text: string): bool {
             return labelMetrics.advanceWidth(text) <= privat.labelRoom;
@@ -87,13 +89,14 @@ CategoryAxis {
             return lines.filter(line => line).map(line => labelMetrics.elidedText(line, Text.ElideRight, privat.labelRoom)).join("\n");
         }
 
-        // The text of the label. An axis refuses one that it has already.
+        // The text of the label. An axis refuses one that it has already. `used` tells how often each was asked for.
         function distinct(label: string, used: var): string {
-            let text = Texts.escaped(label);
-            while (used.has(text)) {
-                text += privat.invisible;
+            const escaped = Texts.escaped(label);
+            let text = escaped;
+            while (text in used) {
+                text = escaped + privat.invisible.repeat(used[escaped]++);
             }
-            used.add(text);
+            used[text] = 1;
             return text;
         }
 

@@ -19,6 +19,9 @@ QtObject {
     required property int patience
     // How long it may take at most, in milliseconds.
     readonly property int memory: 60000
+    // So many values are remembered at most, the newest ones: a backend that changes a setting without a pause has each
+    // of them given back, and the list would get longer than anybody can look through.
+    readonly property int mostRemembered: 100
 
     readonly property QtObject inner: QtObject {
         id: privat
@@ -55,12 +58,16 @@ QtObject {
 
         function remember(value: int) {
             privat.last = value;
-            privat.latest = [...privat.latest, value];
+            privat.latest = privat.withNewest(privat.latest, value);
             privat.latestFade.restart();
             if (!privat.givingBack) {
-                privat.requested = [...privat.requested, value];
+                privat.requested = privat.withNewest(privat.requested, value);
                 privat.requestedFade.restart();
             }
+        }
+
+        function withNewest(values: list<int>, value: int): list<int> {
+            return [...values, value].slice(-root.mostRemembered);
         }
 
         function wasAskedFor(value: int): bool {
