@@ -2,6 +2,7 @@
 
 option(KUBELOR_QML_CACHE "Compile all QML ahead of time" ON)
 option(KUBELOR_BENCH "Build the benchmarks" ON)
+option(KUBELOR_FUZZ "Build the fuzzers; KUBELOR_SANITIZE has to contain fuzzer-no-link" OFF)
 set(KUBELOR_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
 
 set(CMAKE_CXX_STANDARD 20)

@@ -3,6 +3,7 @@
 #include "shared/gui_thread.h"
 #include "shared/log.h"
 #include "shared/screen_engine.h"
+#include "src/command_line.h"
 #include "src/end_watch.h"
 #include "src/identity.h"
 #include "src/instance_guard.h"
@@ -11,16 +12,13 @@
 #include "src/py/singletons.h"
 #include "src/service_watch.h"
 #include "src/standard_streams.h"
+#include "src/window_settings.h"
 
 #include "brovik/gpio/gpio.h"
 #include "brovik/gui/gui.h"
-#include "brovik/gui/window_memory.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
-#include <QDateTime>
 #include <QFile>
-#include <QFileInfo>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QSettings>
@@ -45,88 +43,6 @@ void setIdentity(const PlatformPaths &paths)
     }
     QCoreApplication::setApplicationVersion(QLatin1String(identity::version));
 }
-
-/// Renames a settings file that cannot be parsed, since what was read of it may be wrong as well. Shows the
-/// new name once the screens are loaded.
-void putDamagedSettingsAside()
-{
-    const QSettings settings;
-    settings.allKeys(); // a group is parsed when somebody looks into it
-    if (settings.status() != QSettings::FormatError) {
-        return;
-    }
-    const QString file = settings.fileName();
-    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss-zzz"));
-    const QString aside = QStringLiteral("%1.damaged-%2").arg(file, stamp);
-    const bool moved = QFile::rename(file, aside);
-    const QString text =
-        QStringLiteral("Die Datei %1 ist beschädigt. Für das Fenster gelten die Standardwerte.").arg(file) +
-        (moved ? QStringLiteral(" Die beschädigte Datei liegt nun in %1.").arg(aside) : QString());
-    criticalStream().noquote() << text;
-    Gui::instance().showMessage(QStringLiteral("Einstellungen"), text.toHtmlEscaped(),
-                                QStringLiteral("error"));
-}
-
-void readSettings()
-{
-    putDamagedSettingsAside();
-    const QSettings settings;
-    const std::optional<QByteArray> content = WindowMemory::read(settings.fileName());
-    if (content && content->contains('=') && settings.allKeys().isEmpty()) {
-        // It has failed to read, and takes that for a file that is not there.
-        criticalStream().noquote()
-            << QStringLiteral("Die Datei %1 wurde nicht gelesen. Für das Fenster gelten die Standardwerte.")
-                   .arg(settings.fileName());
-    }
-    qputenv("BROVIK_CONFIG_DIR", QFileInfo(settings.fileName()).path().toLocal8Bit());
-    Gui::instance().setDarkThemeEnabled(settings.value(QStringLiteral("window/dark"), true).toBool());
-}
-
-/// The options of the program.
-class CommandLine
-{
-public:
-    CommandLine()
-    {
-        m_parser.setApplicationDescription(QLatin1String(identity::title));
-        m_help = std::make_unique<QCommandLineOption>(m_parser.addHelpOption());
-        m_version = std::make_unique<QCommandLineOption>(m_parser.addVersionOption());
-        m_parser.addOptions({m_fullscreen, m_pointingHandCursor, m_makeStubs});
-    }
-
-    void parse(const QStringList &arguments) { m_valid = m_parser.parse(arguments); }
-
-    /// Ends the process if help or version is asked for.
-    void answerQuestions()
-    {
-        if (m_parser.isSet(*m_help)) {
-            m_parser.showHelp(0);
-        }
-        if (m_parser.isSet(*m_version)) {
-            m_parser.showVersion();
-        }
-    }
-
-    bool isValid() const { return m_valid; }
-    bool fullscreen() const { return m_parser.isSet(m_fullscreen); }
-    bool makeStubs() const { return m_parser.isSet(m_makeStubs); }
-    QString errorText() const { return m_parser.errorText(); }
-
-private:
-    QCommandLineParser m_parser;
-    std::unique_ptr<QCommandLineOption> m_help;
-    std::unique_ptr<QCommandLineOption> m_version;
-    const QCommandLineOption m_fullscreen{QStringLiteral("f"),
-                                          QStringLiteral("Startet die Anwendung im Fullscreen-Modus")};
-    const QCommandLineOption m_pointingHandCursor{
-        QStringLiteral("pointing-hand-cursor"),
-        QStringLiteral(
-            "Verwende den PointingHandCursor als Standard-Cursor (experimentell - Cursor kann von der "
-            "Anwendung nicht mehr geändert werden)")};
-    const QCommandLineOption m_makeStubs{QStringLiteral("make-stubs"),
-                                         QStringLiteral("Erstelle die Python Stub-Files (*.pyi)")};
-    bool m_valid = false;
-};
 
 void reportInvalidParameters(const QString &errorText)
 {
@@ -194,20 +110,6 @@ int runScreens(QApplication &application, ServiceWatch &service, const CommandLi
 
 } // namespace
 
-SplitArguments splitArguments(const QStringList &arguments, const QString &interpreter)
-{
-    SplitArguments split{.qt = {}, .python = {interpreter}};
-    bool forPython = false;
-    for (const QString &argument : arguments) {
-        if (!forPython && (argument == QLatin1String("-") || argument == QLatin1String("--"))) {
-            forPython = true;
-            continue;
-        }
-        (forPython ? split.python : split.qt).append(argument);
-    }
-    return split;
-}
-
 void exportEnvironment(const QString &path)
 {
     Q_ASSERT(onGuiThread());
@@ -242,7 +144,7 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
     qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
     setIdentity(paths);
     debugStream() << "BROVIK_VERSION:" << QString::fromLatin1(identity::version);
-    readSettings();
+    readWindowSettings();
 
     QApplication application(argc, argv);
     const SplitArguments arguments = splitArguments(QCoreApplication::arguments(), paths.interpreter);

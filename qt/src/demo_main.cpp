@@ -1,4 +1,5 @@
 #include "src/application.h"
+#include "src/command_line.h"
 
 #include <QDir>
 #include <QFile>

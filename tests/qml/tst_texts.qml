@@ -1,5 +1,6 @@
 // What is done to texts that come from outside.
 import QtQuick
+import QtQuick.Controls
 
 import brovik.base
 import kubelor.test
@@ -8,6 +9,12 @@ ScreenTestCase {
     id: root
 
     name: "Texts"
+
+    Label {
+        id: plainLabel
+
+        textFormat: Text.PlainText
+    }
 
     TextMetrics {
         id: metrics
@@ -35,6 +42,32 @@ ScreenTestCase {
         Texts.logCut(text + "x");
         Texts.logCut("abcd", 3);
         compare(Backend.takePrints(), [text + "x", "abcd"]);
+    }
+
+    function test_plain() {
+        compare(Texts.plain("a\u009cb\u009c<b>"), "a\ufffdb\ufffd<b>");
+        compare(Texts.shortened("a\u009cb"), "a\ufffdb");
+        compare(Texts.shortened("a\u009cbc", 2), "a\ufffd…");
+        compare(Texts.split("a\u009cb"), ["a\ufffdb"]);
+        plainLabel.text = Texts.plain("Halle\u009cWerk");
+        const width = plainLabel.implicitWidth;
+        plainLabel.text = "Halle";
+        verify(width > plainLabel.implicitWidth);
+    }
+
+    function test_escaped_data() {
+        return [
+            {tag: "markup", text: "<b>&\"</b>", escaped: "&lt;b&gt;&amp;&quot;&lt;/b&gt;"},
+            {tag: "blanks", text: " a  b ", escaped: "&nbsp;a&nbsp; b&nbsp;"},
+            {tag: "blanks of lines", text: "a \n b", escaped: "a&nbsp;<br>&nbsp;b"},
+            {tag: "other blanks", text: "a\tb\r\v\f\u0085\u00a0\u3000c", escaped: "a&nbsp;b&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;c"},
+            {tag: "other ends of lines", text: "a\u2028b\u2029c", escaped: "a<br>b<br>c"},
+            {tag: "letters with a meaning", text: "a\u0000b\u009cc\ufdd0d\ufdd1", escaped: "a\ufffdb\ufffdc\ufffdd\ufffd"}
+        ];
+    }
+
+    function test_escaped(data) {
+        compare(Texts.escaped(data.text), data.escaped);
     }
 
     function test_fitting_size_data() {

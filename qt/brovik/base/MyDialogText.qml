@@ -39,7 +39,7 @@ Item {
             id: label
 
             width: flickable.width - privat.barWidth
-            text: privat.tooLong ? "" : root.text
+            text: privat.tooLong ? "" : root.plain ? Texts.plain(root.text) : root.text
             textFormat: root.plain ? Text.PlainText : Text.RichText
             wrapMode: Text.Wrap
         }

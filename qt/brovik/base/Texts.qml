@@ -13,9 +13,15 @@ QtObject {
     // Characters of the pieces in which a text is laid out that is too long for one.
     readonly property int pieceLength: 1000
 
-    // A text for a place that has no room for a long one.
+    // The text for a label of plain text. At one character a label ends a text, for what follows would be a shorter form of
+    // the same, and so one network could pass for another.
+    function plain(text: string): string {
+        return text.replace(/\u009c/g, "\ufffd");
+    }
+
+    // The same for a place that has no room for a long one.
     function shortened(text: string, limit = shortLimit): string {
-        return text.length <= limit ? text : text.slice(0, limit) + "…";
+        return plain(text.length <= limit ? text : text.slice(0, limit) + "…");
     }
 
     // For the log, where a text comes in that shortened() cuts and that nobody keeps. Not from a binding, which reads
@@ -42,7 +48,7 @@ QtObject {
         let start = 0;
         do {
             const piece = privat.firstPiece(text.slice(start, start + pieceLength + 1));
-            pieces.push(piece.replace(/\n$/, ""));
+            pieces.push(plain(piece.replace(/\n$/, "")));
             start += piece.length;
         } while (start < text.length);
         return pieces;
@@ -50,8 +56,10 @@ QtObject {
 
     // The text for a place that takes rich text only: shown as it stands, with all its blanks.
     function escaped(text: string): string {
-        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", " ": "&nbsp;", "\0": "\ufffd"};
-        return text.replace(/[&<>"\n\0]|^ | $| (?= )/g, found => entities[found]);
+        const entities = {"&": "&amp;", "<": "&lt;", ">": "&gt;", "\"": "&quot;", "\n": "<br>", "\u2028": "<br>", "\u2029": "<br>"};
+        // What documents mean something of their own by. Then all blanks of which markup would leave one or none.
+        const readable = plain(text).replace(/[\0\ufdd0\ufdd1]/g, "\ufffd");
+        return readable.replace(/[&<>"\u0085]|[^\S ]|^ | $| (?= )/gm, found => entities[found] ?? "&nbsp;");
     }
 
     readonly property QtObject inner: QtObject {

@@ -26,7 +26,7 @@ ColumnLayout {
             Layout.fillWidth: true
             padding: privat.headingPadding
             color: ChartColors.name
-            text: `${root.name} - ${root.metaData?.status ?? ""}`
+            text: Texts.plain(`${root.name} - ${root.metaData?.status ?? ""}`)
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
 
@@ -39,7 +39,7 @@ ColumnLayout {
             objectName: "dateTime"
 
             Layout.fillWidth: true
-            text: `Datum/Zeit: ${root.metaData?.dateTimeStr ?? ""}`
+            text: Texts.plain(`Datum/Zeit: ${root.metaData?.dateTimeStr ?? ""}`)
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
         }

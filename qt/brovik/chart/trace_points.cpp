@@ -142,13 +142,22 @@ private:
 
 namespace {
 
+/// Whether columns of that width can be counted.
+bool hasColumns(double from, double to, int columns)
+{
+    return from < to && std::isfinite(to - from) && std::isfinite(columns / (to - from));
+}
+
 /// Moves an end of the line that lies far outside closer, along the line: the paths of the chart cannot be
 /// longer than an int.
 void pullCloser(QPointF &end, const QPointF &next, double nearest, double farthest)
 {
     const double x = std::clamp(end.x(), nearest, farthest);
     if (x != end.x() && next.x() != end.x()) {
-        end = {x, end.y() + (next.y() - end.y()) * ((x - end.x()) / (next.x() - end.x()))};
+        // Halves, since the distance of two numbers may be too large for one. A line that goes back does not
+        // pass x.
+        const double share = (x / 2 - end.x() / 2) / (next.x() / 2 - end.x() / 2);
+        end = {x, std::lerp(end.y(), next.y(), std::clamp(share, 0.0, 1.0))};
     }
 }
 
@@ -247,6 +256,9 @@ void TracePoints::addLiveStep(const QPointF &point)
 
 QList<QPointF> TracePoints::seen(double from, double to, int columns) const
 {
+    if (!hasColumns(from, to, columns)) {
+        return {};
+    }
     auto first = m_points.begin();
     auto end = m_points.end();
     if (isOrdered()) {

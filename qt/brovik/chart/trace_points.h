@@ -30,7 +30,7 @@ public:
 
     /// The points that give the same picture between two values of x, seconds, on so many columns: those in
     /// the window and one beyond it on either side; if they are more than `few`, in each column the lowest
-    /// and the highest.
+    /// and the highest. Nothing if the window has no width, or one that is beyond all numbers.
     QList<QPointF> seen(double from, double to, int columns) const;
 
 private:

@@ -40,7 +40,7 @@ Item {
             elide: Text.ElideRight
             font: root.button.font
             textFormat: Text.PlainText
-            text: root.button.text
+            text: Texts.plain(root.button.text)
         }
     }
 }

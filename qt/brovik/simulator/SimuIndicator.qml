@@ -23,6 +23,6 @@ Row {
 
     Label {
         textFormat: Text.PlainText
-        text: root.out.name
+        text: Texts.plain(root.out.name)
     }
 }

@@ -84,7 +84,7 @@ Rectangle {
 
         // There is room for one line. What stands behind a break is shown all the same, else one network could pass for another.
         function inOneLine(text: string): string {
-            return text.replace(/[\n\v\f\r\u0085\u2028\u2029]/g, "\u2424");
+            return Texts.plain(text).replace(/[\n\v\f\r\u0085\u2028\u2029]/g, "\u2424");
         }
     }
 }

@@ -7,19 +7,7 @@
 
 #include <string>
 
-using testing::ElementsAreArray;
-
 namespace {
-
-const QString interpreter = QStringLiteral("/venv/bin/python3");
-
-struct Split
-{
-    const char *name;
-    QStringList arguments;
-    QStringList qt;
-    QStringList python;
-};
 
 class EnvironmentFileTest : public testing::Test
 {
@@ -37,29 +25,7 @@ protected:
     const QString m_path = m_directory.filePath(QStringLiteral("environment"));
 };
 
-QStringList list(const char *words)
-{
-    return QString::fromUtf8(words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 } // namespace
-
-TEST(SplitArguments, AtTheFirstBareSeparator)
-{
-    const std::vector<Split> rows = {
-        {"none", list("program -f"), list("program -f"), {}},
-        {"dash", list("program -f - --make-stubs"), list("program -f"), list("--make-stubs")},
-        {"two dashes", list("program -- -f"), list("program"), list("-f")},
-        {"later separators are Python's", list("program - a - -- b"), list("program"), list("a - -- b")},
-        {"separator at the end", list("program -f --"), list("program -f"), {}},
-        {"unknown arguments are kept", list("program x --y"), list("program x --y"), {}},
-    };
-    for (const Split &row : rows) {
-        const SplitArguments split = splitArguments(row.arguments, interpreter);
-        EXPECT_EQ(split.qt, row.qt) << row.name;
-        EXPECT_EQ(split.python, QStringList{interpreter} + row.python) << row.name;
-    }
-}
 
 TEST_F(EnvironmentFileTest, OnlyLinesWithThePrefixAndAnEqualsSignAreExported)
 {

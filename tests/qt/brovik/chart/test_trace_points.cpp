@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <utility>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace {
 
@@ -125,6 +127,21 @@ TEST(TracePoints, NothingIsSeenOfNothing)
     EXPECT_EQ(TracePoints().last(), QPointF(0, 0));
 }
 
+TEST(TracePoints, NothingIsSeenInAWindowThatIsNone)
+{
+    constexpr double largest = std::numeric_limits<double>::max();
+    constexpr double least = std::numeric_limits<double>::denorm_min();
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    constexpr double endless = std::numeric_limits<double>::infinity();
+    const TracePoints trace = measured(wave(2 * TracePoints::few));
+    for (const auto &[from, to] :
+         {std::pair(5.0, 5.0), std::pair(6.0, 5.0), std::pair(-largest, largest), std::pair(0.0, least),
+          std::pair(none, 5.0), std::pair(5.0, none), std::pair(-endless, 5.0), std::pair(5.0, endless)}) {
+        EXPECT_THAT(trace.seen(from, to, 100), IsEmpty()) << from << ' ' << to;
+    }
+    EXPECT_THAT(trace.seen(0.0, largest, 100), SizeIs(testing::Gt(0)));
+}
+
 TEST(TracePoints, ACrowdedColumnKeepsItsExtremes)
 {
     Points points{{0.0, 3}, {0.1, 9}};
@@ -208,6 +225,18 @@ TEST(TracePoints, AFarNeighbourIsPulledCloserAlongTheLine)
     EXPECT_THAT(trace.seen(0, 2, 100), ElementsAre(QPointF(0, 0), QPointF(1, 1), QPointF(4, 4)));
     const TracePoints early = measured({{-1e300, 7}, {1, 7}});
     EXPECT_THAT(early.seen(0, 2, 100), ElementsAre(QPointF(-2, 7), QPointF(1, 7)));
+}
+
+TEST(TracePoints, NeighboursAsFarApartAsNumbersGoStayNumbers)
+{
+    constexpr double largest = std::numeric_limits<double>::max();
+    const TracePoints trace = measured({{-largest, largest}, {largest, -largest}});
+    EXPECT_THAT(trace.seen(-1, 1, 100), ElementsAre(QPointF(-3, 0), QPointF(3, 0)));
+    const TracePoints upright = measured({{-largest, -largest}, {0, largest}});
+    EXPECT_THAT(upright.seen(-1, 1, 100), ElementsAre(QPointF(-3, largest), QPointF(0, largest)));
+    const TracePoints back = measured({{-5, largest}, {-5.5, -largest}, {0, 0}});
+    EXPECT_THAT(back.seen(-1, 1, 100),
+                ElementsAre(QPointF(-3, largest), QPointF(-5.5, -largest), QPointF(0, 0)));
 }
 
 TEST(TracePoints, AFarNeighbourStaysWhereTheLineIsUpright)
