@@ -1,12 +1,11 @@
-"""Backends that fail, as they are put on the board; each drives an output of the board's GPIO chip."""
+"""A backend that fails, as it is put on the board; it drives an output of the board's GPIO chip."""
 
-#: Line of the GPIO chip that the backends drive.
+#: Line of the GPIO chip that the backend drives.
 LINE = 5
 FOLDER = "/opt/brovik/kb/py"
 
 _BEGIN = f'''
 """A backend of the tests: switches an output off when it starts, and on with the automatic run."""
-import os
 import time
 import gpiod
 from brovik.auto import Auto, AutoEnum
@@ -45,16 +44,5 @@ def auto_value_from_cpp(_action, _value):
     Auto.active = True
     _line.set_value(1)
     wait_for_a_valve_that_never_answers()
-"""
-)
-
-#: Takes the process with it when the operator presses.
-CRASHES = (
-    _BEGIN
-    + """
-
-def auto_value_from_cpp(_action, _value):
-    _line.set_value(1)
-    os.abort()
 """
 )

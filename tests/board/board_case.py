@@ -48,6 +48,11 @@ class Board(Machine):
         """One of these values."""
         return self.show(unit, name)[name]
 
+    def memory(self, unit: str) -> int:
+        """Bytes of memory that a unit has, with that of the session that its process is in."""
+        group = self.shell(f"cut -d: -f3 /proc/{self.value(unit, 'MainPID')}/cgroup")
+        return int(self.shell(f"cat /sys/fs/cgroup{group}/memory.current"))
+
     def uptime(self) -> float:
         """Seconds since the kernel's start, by the board's clock."""
         return float(self.shell("cut -d' ' -f1 /proc/uptime"))
@@ -134,8 +139,8 @@ def saved_panel(drawing: Drawing) -> Path:
                 display_ready=board.since_boot(DISPLAY, "ActiveEnter"),
                 program_starts=board.since_boot(PROGRAM, "ExecMainStart"),
                 first_picture=board.since_boot(PROGRAM, "ActiveEnter"),
-                display_bytes=board.value(DISPLAY, "MemoryCurrent"),
-                program_bytes=board.value(PROGRAM, "MemoryCurrent"),
+                display_bytes=board.memory(DISPLAY),
+                program_bytes=board.memory(PROGRAM),
             )
             (folder / "journal").write_text(board.journal("--boot"), "utf-8")
             board.save()

@@ -8,6 +8,8 @@ from picture import Picture
 
 #: Seconds of the board's clock within which the panel is back after its service manager has ended it.
 BACK_SECS = 30
+#: Crashes after which the program is not started any more.
+CRASHES = 5
 
 
 class FailureTest(BoardCase):
@@ -82,14 +84,10 @@ class FailureTest(BoardCase):
 
     def test_five_crashes(self) -> None:
         """A program that never lives: the console tells what to do."""
-        self.put_backend(backends.CRASHES)
-        for crash in range(6):
+        for _ in range(CRASHES):
             pid = self.board.value(PROGRAM, "MainPID")
             self.board.shell(f"kill -ABRT {pid}")
-            if crash < 5 and self.board.value(PROGRAM, "ActiveState") != "failed":
-                self.board.wait_until_up(another_than=pid)
-            else:
-                break
+            self.board.wait_for("another process, or none", lambda: self.has_gone_on(pid))
         self.board.wait_for("the fall-back screen", lambda: self.fallback_is_shown)
         before = self.board.picture()
 
@@ -98,6 +96,11 @@ class FailureTest(BoardCase):
 
         self.board.wait_for_picture("a console", is_console)
         self.board.keep_picture("fallback")
+
+    def has_gone_on(self, pid: str) -> bool:
+        """Whether the service has another process than this one, or is not started any more."""
+        state = self.board.show(PROGRAM, "MainPID", "ActiveState")
+        return state["MainPID"] not in {"0", pid} or state["ActiveState"] in {"failed", "inactive"}
 
     @property
     def fallback_is_shown(self) -> bool:

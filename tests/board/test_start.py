@@ -46,7 +46,7 @@ class StartTest(BoardCase):
         self.board.wait_for_picture("the run on the panel", differs)
         self.evidence(self.board.value(PROGRAM, "StatusText"))
         self.board.keep_picture("run")
-        note("run", program_bytes=self.board.value(PROGRAM, "MemoryCurrent"))
+        note("run", program_bytes=self.board.memory(PROGRAM))
 
 
 if __name__ == "__main__":

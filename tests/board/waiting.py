@@ -9,7 +9,8 @@ T = TypeVar("T")
 # Generous: the emulated processor is slow, and shares the real ones. What is promised in seconds is
 # measured by the clock of the board.
 DEADLINE_SECS = 900.0
-_POLL_SECS = 0.3
+# Each question is work for the board.
+_POLL_SECS = 1.0
 
 
 def wait_for(what: str, condition: Callable[[], T | None], deadline: float = DEADLINE_SECS) -> T:
