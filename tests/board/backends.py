@@ -1,39 +1,37 @@
-"""A backend that fails, as it is put on the board; it drives an output of the board's GPIO chip."""
+"""Small backends for the board, which drive its GPIO chip."""
 
-#: Line of the GPIO chip that the backend drives.
-LINE = 5
+#: Lines of the GPIO chip: one that a backend drives, one that it listens to.
+OUTPUT, INPUT = 5, 2
 FOLDER = "/opt/brovik/kb/py"
 
-_BEGIN = f'''
-"""A backend of the tests: switches an output off when it starts, and on with the automatic run."""
+_IGNORES = """
+
+def _ignore(*_arguments):
+    pass
+
+
+actuator_toggle_from_cpp = auto_value_from_cpp = chart_action_from_cpp = gui_value_from_cpp = _ignore
+sensor_value_from_cpp = shell_action_from_cpp = simulator_value_from_cpp = _ignore
+settings_from_cpp = wifi_action_from_cpp = _ignore
+"""
+
+#: Switches an output off when it starts, and on with the automatic run; the function that the press has
+#: called never comes back.
+HANGS = f"""
 import time
 import gpiod
-from brovik.auto import Auto, AutoEnum
+from brovik.auto import Auto
 from brovik.gui import Gui
 
-print("the backend switches its output off", flush=True)
 _chip = gpiod.Chip("/dev/gpiochip0")
-_line = _chip.get_line({LINE})
+_line = _chip.get_line({OUTPUT})
 _line.request(consumer="controller", type=gpiod.LINE_REQ_DIR_OUT, default_vals=[0])
 
 
 def init(_debug):
     Gui.status = "Bereit"
 
-
-def _ignore(*_arguments):
-    pass
-
-
-actuator_toggle_from_cpp = chart_action_from_cpp = gui_value_from_cpp = _ignore
-sensor_value_from_cpp = shell_action_from_cpp = simulator_value_from_cpp = _ignore
-settings_from_cpp = wifi_action_from_cpp = _ignore
-'''
-
-#: Holds the interpreter in the function that the operator's press has called.
-HANGS = (
-    _BEGIN
-    + """
+{_IGNORES}
 
 def wait_for_a_valve_that_never_answers():
     while True:
@@ -45,4 +43,27 @@ def auto_value_from_cpp(_action, _value):
     _line.set_value(1)
     wait_for_a_valve_that_never_answers()
 """
-)
+
+#: Shows how many falling edges the host has counted, and where Python comes from.
+COUNTS = f"""
+import sys
+import threading
+import time
+from brovik.gpio import GPIO
+from brovik.gui import Gui
+from brovik.sensor import Sensor
+
+
+def _show():
+    while True:
+        Gui.status = f"{{Sensor.lw_ticks}} Flanken, {{sys.prefix}}"
+        time.sleep(0.2)
+
+
+def init(_debug):
+    GPIO.open_chip("/dev/gpiochip0")
+    Sensor.setup_lw_edge_detect({INPUT})
+    threading.Thread(target=_show, daemon=True).start()
+
+{_IGNORES}
+"""

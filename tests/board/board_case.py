@@ -173,6 +173,13 @@ class BoardCase(unittest.TestCase):
         if self.board.is_on:
             (self.work / "journal").write_text(self.board.journal("--boot"), "utf-8")
 
+    def put_backend(self, folder: str, text: str) -> None:
+        """Lets the board have this backend, and starts the program with it."""
+        self.board.shell(f"rm -rf {folder}/controller")
+        self.board.put(f"{folder}/controller/__init__.py", text)
+        self.board.shell(f"systemctl restart {PROGRAM}")
+        self.board.wait_until_up()
+
     def evidence(self, text: str) -> None:
         """Shows the line that proves it."""
         print(f"    {text}", flush=True)

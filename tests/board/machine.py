@@ -1,10 +1,11 @@
 """The emulated board: a machine of QEMU with a panel, a finger on it, and a power button."""
 
+import re
 import subprocess
 from collections.abc import Callable, Sequence
 from pathlib import Path
 
-from channels import Emulator, Shell
+from channels import Emulator, Shell, connect
 from picture import Picture
 from waiting import hold, wait_for
 
@@ -37,7 +38,7 @@ class Machine:
         """`image`: the folder of the image; `work`: one for what comes out; `saved`: where one was saved."""
         self.work = work
         work.mkdir(parents=True, exist_ok=True)
-        for left in ("qmp", "shell"):
+        for left in ("qmp", "shell", "pins"):
             (work / left).unlink(missing_ok=True)
         base, kind = (saved / _DISK, "qcow2") if saved else (image / "root.img", "raw")
         create = ["qemu-img", "create", "-q", "-f", "qcow2", "-F", kind, "-b", str(base.resolve())]
@@ -47,6 +48,7 @@ class Machine:
         command += ["-append", f"{_KERNEL} {kernel}", "-drive", f"if=none,id=root,format=qcow2,file={_DISK}"]
         command += ["-chardev", "socket,id=shell,path=shell,server=on,wait=off"]
         command += ["-chardev", "file,id=serial,path=serial.log", "-qmp", "unix:qmp,server=on,wait=off"]
+        command += ["-qtest", "unix:pins,server=on,wait=off", "-qtest-log", "none"]
         command += ["-incoming", f"exec:zstdcat {(saved / _STATE).resolve()}"] if saved else []
         with (work / "emulator.log").open("w", encoding="utf-8") as log:
             # pylint: disable-next=consider-using-with
@@ -118,6 +120,17 @@ class Machine:
         """The level of one of its lines, as the chip holds it."""
         register = self.emulator.monitor(f"xp /1xw {_GPIO_LEVELS:#x}").split(":")[1]
         return bool(int(register, 16) >> line & 1)
+
+    def set_input(self, line: int, level: bool) -> None:
+        """Drives one of its lines from outside."""
+        chip = re.search(r"/(device\[\d+\]) \(pl061\)", self.emulator.monitor("info qom-tree"))
+        assert chip
+        command = f"set_irq_in /machine/unattached/{chip[1]} unnamed-gpio-in {line} {int(level)}\n"
+        with connect(self.work / "pins") as pins:
+            pins.sendall(command.encode())
+            answer = pins.recv(1000)
+        if not answer.startswith(b"OK"):
+            raise RuntimeError(answer.decode())
 
     # The finger
 

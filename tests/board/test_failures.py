@@ -15,13 +15,6 @@ CRASHES = 5
 class FailureTest(BoardCase):
     """The program, its backend or the display hangs or ends."""
 
-    def put_backend(self, text: str) -> None:
-        """Lets the board have this backend, and starts the program with it."""
-        self.board.shell(f"rm -r {backends.FOLDER}")
-        self.board.put(f"{backends.FOLDER}/controller/__init__.py", text)
-        self.board.shell(f"systemctl restart {PROGRAM}")
-        self.board.wait_until_up()
-
     def note_return(self, name: str, ended: str) -> None:
         """Compares the time from the end of the process that failed, a line of the journal, to the panel."""
         end = float(ended.strip(" [").split("]")[0])
@@ -31,19 +24,19 @@ class FailureTest(BoardCase):
 
     def test_backend_hangs(self) -> None:
         """A backend that never comes back: restarted, output off, and the stacks in the journal."""
-        self.put_backend(backends.HANGS)
-        self.assertFalse(self.board.output(backends.LINE))
+        self.put_backend(backends.FOLDER, backends.HANGS)
+        self.assertFalse(self.board.output(backends.OUTPUT))
         pid = self.board.value(PROGRAM, "MainPID")
         self.board.plug_in_touch()
         self.board.touch(*START, seconds=2.5)
         self.evidence(self.board.wait_for_journal("Seit .* ms steht .*Interpreter-Thread", f"_PID={pid}"))
-        self.assertTrue(self.board.output(backends.LINE))
+        self.assertTrue(self.board.output(backends.OUTPUT))
         self.evidence(self.board.wait_for_journal("wait_for_a_valve_that_never_answers", f"_PID={pid}"))
         self.evidence(self.board.wait_for_journal("Watchdog timeout", f"-u {PROGRAM}"))
         ended = self.board.wait_for_journal("Failed with result|Main process exited", f"-u {PROGRAM}")
         # The lines of a chip stay as they were when their process ends.
         self.board.wait_until_up(another_than=pid)
-        self.assertFalse(self.board.output(backends.LINE))
+        self.assertFalse(self.board.output(backends.OUTPUT))
         self.board.keep_picture("back")
         self.note_return("backend hangs", ended)
 
