@@ -84,6 +84,11 @@ class Board(Machine):
         wait_for("the program is ready", is_up)
         self.wait_for_picture("the panel", is_panel)
 
+    def plug_in_touch(self) -> None:
+        """Connects the touch sensor, and waits until the compositor listens to it."""
+        super().plug_in_touch()
+        self.wait_for_journal("tagged by udev as: Touchscreen", "_COMM=weston")
+
     def wait_until_still(self) -> Picture:
         """Waits until nothing moves on the panel any more."""
         last = [self.picture()]

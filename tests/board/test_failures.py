@@ -56,7 +56,7 @@ class FailureTest(BoardCase):
         self.board.shell(f"kill -KILL {self.board.value(DISPLAY, 'MainPID')}")
         ended = self.board.wait_for_journal("Failed with result|Main process exited", f"-u {DISPLAY}")
         self.board.wait_until_up(another_than=pid)
-        self.evidence(self.board.wait_for_journal("Started|Starting", f"-u {DISPLAY}", "--since=-2min"))
+        self.evidence(self.board.wait_for_journal("Scheduled restart job", f"-u {DISPLAY}"))
         self.board.keep_picture("back")
         self.note_return("compositor killed", ended)
 
