@@ -137,7 +137,11 @@ class Machine:
     def plug_in_touch(self) -> None:
         """Connects the panel's touch sensor. (It cannot be saved with the board.)"""
         self.emulator("device_add", driver="usb-wacom-tablet", id="touch", bus="usb.0")
-        wait_for("a driver of the touch sensor", lambda: self.emulator("query-mice"))
+
+        def takes_places() -> bool:
+            return any(sensor["absolute"] for sensor in self.emulator("query-mice"))
+
+        wait_for("a driver of the touch sensor", takes_places)
 
     def touch(self, x: int, y: int, seconds: float = 0.3) -> None:
         """Lays a finger on the panel and lifts it."""

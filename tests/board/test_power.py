@@ -4,7 +4,7 @@ import unittest
 
 from board_case import BoardCase
 
-POWER, SHUT_DOWN, YES = (24, 155), (400, 573), (490, 650)
+POWER, SHUT_DOWN, YES = (24, 155), (400, 573), (457, 671)
 
 
 class PowerTest(BoardCase):
@@ -16,7 +16,7 @@ class PowerTest(BoardCase):
         for name, place in (("popup", POWER), ("question", SHUT_DOWN)):
             before = self.board.picture()
             self.board.touch(*place)
-            self.board.wait_for_picture(name, lambda picture: picture.changed(before) > 0.1)
+            self.board.wait_for_picture(name, lambda picture: picture.changed(before) > 0.02)
             self.board.wait_until_still()
             self.board.keep_picture(name)
         self.board.touch(*YES)
