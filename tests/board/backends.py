@@ -18,7 +18,7 @@ settings_from_cpp = wifi_action_from_cpp = _ignore
 #: Switches an output off when it starts, and on with the automatic run; the function that the press has
 #: called never comes back.
 HANGS = f"""
-import time
+import threading
 import gpiod
 from brovik.auto import Auto
 from brovik.gui import Gui
@@ -34,8 +34,7 @@ def init(_debug):
 {_IGNORES}
 
 def wait_for_a_valve_that_never_answers():
-    while True:
-        time.sleep(1000)
+    threading.Event().wait()
 
 
 def auto_value_from_cpp(_action, _value):
@@ -48,16 +47,15 @@ def auto_value_from_cpp(_action, _value):
 COUNTS = f"""
 import sys
 import threading
-import time
 from brovik.gpio import GPIO
 from brovik.gui import Gui
 from brovik.sensor import Sensor
 
 
 def _show():
-    while True:
+    end = threading.Event()
+    while not end.wait(0.2):
         Gui.status = f"{{Sensor.lw_ticks}} Flanken, {{sys.prefix}}"
-        time.sleep(0.2)
 
 
 def init(_debug):

@@ -89,6 +89,13 @@ class Board(Machine):
         super().plug_in_touch()
         self.wait_for_journal("tagged by udev as: Touchscreen", "_COMM=weston")
 
+    def touch(self, x: int, y: int, seconds: float = 0.2) -> None:
+        """Lays a finger on the panel, and lifts it after so many seconds of the board's clock."""
+        self.lay_finger(x, y)
+        end = self.uptime() + seconds
+        wait_for("the finger's time", lambda: self.uptime() >= end)
+        self.lift_finger()
+
     def wait_until_still(self) -> Picture:
         """Waits until nothing moves on the panel any more."""
         last = [self.picture()]

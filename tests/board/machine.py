@@ -7,7 +7,7 @@ from pathlib import Path
 
 from channels import Emulator, Shell, connect
 from picture import Picture
-from waiting import hold, wait_for
+from waiting import wait_for
 
 #: Pixels of the panel.
 WIDTH, HEIGHT = 800, 1200
@@ -143,10 +143,12 @@ class Machine:
 
         wait_for("a driver of the touch sensor", takes_places)
 
-    def touch(self, x: int, y: int, seconds: float = 0.3) -> None:
-        """Lays a finger on the panel and lifts it."""
+    def lay_finger(self, x: int, y: int) -> None:
+        """Lays a finger on the panel."""
         self._finger([("x", x / WIDTH), ("y", y / HEIGHT)], True)
-        hold(seconds)
+
+    def lift_finger(self) -> None:
+        """Lifts it."""
         self._finger([], False)
 
     def _finger(self, place: Sequence[tuple[str, float]], down: bool) -> None:

@@ -28,7 +28,7 @@ class FailureTest(BoardCase):
         self.assertFalse(self.board.output(backends.OUTPUT))
         pid = self.board.value(PROGRAM, "MainPID")
         self.board.plug_in_touch()
-        self.board.touch(*START, seconds=2.5)
+        self.board.touch(*START, seconds=1.5)
         self.evidence(self.board.wait_for_journal("Seit .* ms steht .*Interpreter-Thread", f"_PID={pid}"))
         self.assertTrue(self.board.output(backends.OUTPUT))
         self.evidence(self.board.wait_for_journal("wait_for_a_valve_that_never_answers", f"_PID={pid}"))

@@ -34,7 +34,7 @@ class StartTest(BoardCase):
         """A finger on "Automatikbetrieb starten" starts a run, if it stays for a second."""
         self.board.plug_in_touch()
         before = self.board.keep_picture("before")
-        self.board.touch(*START, seconds=2.5)
+        self.board.touch(*START, seconds=1.5)
 
         def runs() -> bool:
             return "Automatik läuft" in self.board.value(PROGRAM, "StatusText")

@@ -21,8 +21,3 @@ def wait_for(what: str, condition: Callable[[], T | None], deadline: float = DEA
             raise AssertionError(f"nothing after {deadline:g} s: {what}")
         time.sleep(_POLL_SECS)
     return result
-
-
-def hold(seconds: float) -> None:
-    """Lets the time of a touch pass: there the time itself is what the program waits for."""
-    time.sleep(seconds)
