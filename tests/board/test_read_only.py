@@ -16,9 +16,12 @@ class ReadOnlyTest(BoardCase):
         self.board.shell.wait()
         self.board.wait_until_up()
         self.assertNotEqual(self.board.shell.run("touch /written")[0], 0)
-        self.evidence(self.board.shell("findmnt --noheadings --output TARGET,FSTYPE,OPTIONS / /var"))
-        self.assertEqual(self.board.shell("systemctl --failed --no-legend"), "")
         self.board.keep_picture("panel")
+        for place, how in {"/": "ro", "/var": "rw"}.items():
+            mounted = self.board.shell(f"findmnt --noheadings --output TARGET,FSTYPE,OPTIONS {place}")
+            self.assertRegex(mounted, rf" {how},")
+            self.evidence(mounted)
+        self.assertEqual(self.board.shell("systemctl --failed --no-legend"), "")
 
 
 if __name__ == "__main__":
