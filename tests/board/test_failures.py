@@ -29,7 +29,9 @@ class FailureTest(BoardCase):
         pid = self.board.value(PROGRAM, "MainPID")
         self.board.plug_in_touch()
         self.board.touch(*START, seconds=1.5)
-        self.evidence(self.board.wait_for_journal("Seit .* ms steht .* in auto_value_from_cpp", f"_PID={pid}"))
+        self.evidence(
+            self.board.wait_for_journal("Seit .* ms steht .* in auto_value_from_cpp", f"_PID={pid}")
+        )
         self.assertTrue(self.board.output(backends.OUTPUT))
         self.evidence(self.board.wait_for_journal("wait_for_a_valve_that_never_answers", f"_PID={pid}"))
         self.evidence(self.board.wait_for_journal("Watchdog timeout", f"-u {PROGRAM}"))

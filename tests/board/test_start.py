@@ -30,7 +30,7 @@ class StartTest(BoardCase):
                 "^kubelor-kiosk:",
             )
             self.assertEqual(
-                self.board.shell(f"ps -o user= -p {self.board.value(unit, 'MainPID')}"), "kubelor"
+                self.board.shell(f"stat --format=%U /proc/{self.board.value(unit, 'MainPID')}"), "kubelor"
             )
 
     def test_automatic_run(self) -> None:
