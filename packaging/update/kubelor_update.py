@@ -300,6 +300,8 @@ def install(files: Sequence[Path]) -> Outcome:
         why = "the service does not run with the new packages"
     else:
         return accept()
+    # Else it would be started again and again meanwhile, until the service manager gives up.
+    run("systemctl", "stop", SERVICE)
     outcome = restore(why)
     restart()
     return outcome

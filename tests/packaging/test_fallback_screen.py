@@ -39,7 +39,7 @@ class FallbackScreenTest(unittest.TestCase):
         return text.removeprefix(START)
 
     def test_log_and_telephone(self) -> None:
-        """Both units' last lines, and the number from the file."""
+        """The last lines of both, and of their starts and ends, and the number from the file."""
         self.support.write_text("# Kommentar\nService: 0123 456789\n", "utf-8")
         self._journal(f'echo "$*" >"{self.folder}/asked"; seq -f "Zeile %g" 50\n')
         screen = self._screen()
@@ -48,7 +48,11 @@ class FallbackScreenTest(unittest.TestCase):
         self.assertEqual([line for line in screen.splitlines() if line.startswith("Zeile")][0], "Zeile 31")
         self.assertIn("Zeile 50\n", screen)
         asked = (self.folder / "asked").read_text()
-        self.assertIn("--unit=kubelor.service --unit=kubelor-display.service", asked)
+        for source in ("_SYSTEMD_UNIT=kubelor.service", "_PID=1 UNIT=kubelor.service"):
+            self.assertIn(f" {source} + ", asked)
+        self.assertTrue(
+            asked.endswith("_PID=1 UNIT=kubelor-display.service + SYSLOG_IDENTIFIER=kubelor-display\n")
+        )
 
     def test_nothing_steers_the_terminal(self) -> None:
         """Control characters in the log and in the hint are left out, long lines cut."""

@@ -90,6 +90,13 @@ class UnitsTest(unittest.TestCase):
         link.symlink_to(self.units / "kubelor-display-x11.service")
         self._verify("kubelor.service", first=f"{link.parent}:")
 
+    def test_lines_of_the_display(self) -> None:
+        """What finds the display's lines in the journal is the same name, whichever display it is."""
+        for unit in self.units.glob("kubelor-display*.service"):
+            self.assertIn("\nSyslogIdentifier=kubelor-display\n", unit.read_text("utf-8"), unit.name)
+        screen = (UNITS / "kubelor-fallback-screen").read_text("utf-8")
+        self.assertIn("SYSLOG_IDENTIFIER=kubelor-display ", screen)
+
     def test_exposure(self) -> None:
         """What the program could do to the machine stays small."""
         unit = str(self.units / "kubelor.service")

@@ -151,6 +151,10 @@ class UpdateTest(unittest.TestCase):
                 self.assertEqual(self._read("running"), "1\n")
                 self.assertEqual(self._result(), "restored")
                 self.assertIn("<3>", self.log)
+                # While the packages are exchanged, nobody starts what does not run.
+                calls = self._read("calls")
+                stopped, back = calls.index("systemctl stop"), calls.rindex("--install")
+                self.assertLess(stopped, back)
                 self._is_at_rest(OLD)
 
     def test_no_way_back(self) -> None:
