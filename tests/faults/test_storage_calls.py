@@ -68,7 +68,8 @@ class StorageCallsTest(unittest.TestCase):
         self.log.unlink(missing_ok=True)
         told = self.live(lambda tell: self.fail_at(at, way, tell))
         self.lives += 1
-        (failed,) = self.failed() if at else (None,)
+        # A life that is faster or slower than the first one may have fewer calls.
+        failed = next(self.failed(), None)
         enter(ledger, told)
         try:
             ledger.judge(self.directory)

@@ -119,8 +119,8 @@ def _properties(value: object) -> list[str]:
 
 
 def _attributes() -> list[tuple[object, str]]:
-    """All that can be written but the sizes of fonts: with each of them the whole window is laid out anew, and
-    the screens do not keep up with thousands."""
+    """All that can be written but the sizes of fonts: with each of them the whole window is laid out anew,
+    and the screens do not keep up with thousands."""
     return [
         (value, name)
         for value in _objects().values()
