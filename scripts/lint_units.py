@@ -95,12 +95,17 @@ def _compiled(file: Path) -> list[Path]:
     return [Path(name) for name in INCLUDED.findall(file.read_text(encoding="utf-8"))]
 
 
+def _is_checked(path: Path, folders: Container[str]) -> bool:
+    return path.suffix == ".cpp" and path.is_relative_to(ROOT) and path.relative_to(ROOT).parts[0] in folders
+
+
 def read_sources(commands: Path, folders: Container[str]) -> list[Source]:
     """The sources in these folders, by their path."""
     found: dict[Path, Source] = {}
     for entry in json.loads(commands.read_text(encoding="utf-8")):
-        paths = [path for path in _compiled(Path(entry["file"])) if path.is_relative_to(ROOT)]
-        paths = [path for path in paths if path.relative_to(ROOT).parts[0] in folders]
+        paths = [path for path in _compiled(Path(entry["file"])) if _is_checked(path, folders)]
+        if not paths:
+            continue
         words = shlex.split(entry["command"])
         compiler = next(i for i, word in enumerate(words) if COMPILER.fullmatch(word))
         options = tuple(o for o in _options(words[compiler + 1 :]) if not FOREIGN.fullmatch("=".join(o)))

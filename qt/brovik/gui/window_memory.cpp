@@ -29,6 +29,20 @@ QByteArrayList asLines(const QMap<QByteArray, QByteArray> &values)
     return lines;
 }
 
+/// Adds the group at the end, with an empty line before it. Returns the place of its first value.
+qsizetype addGroup(QByteArrayList &lines)
+{
+    while (!lines.isEmpty() && lines.constLast().isEmpty()) {
+        lines.removeLast();
+    }
+    if (!lines.isEmpty()) {
+        lines.append(QByteArray());
+    }
+    lines.append(group);
+    lines.append(QByteArray());
+    return lines.size() - 1;
+}
+
 } // namespace
 
 bool WindowMemory::keep(const QVariantMap &values)
@@ -65,15 +79,7 @@ QByteArray WindowMemory::withValues(const QByteArray &content, const QMap<QByteA
         }
     }
     if (end < 0) {
-        while (!lines.isEmpty() && lines.constLast().isEmpty()) {
-            lines.removeLast();
-        }
-        if (!lines.isEmpty()) {
-            lines.append(QByteArray());
-        }
-        lines.append(group);
-        end = lines.size();
-        lines.append(QByteArray());
+        end = addGroup(lines);
     }
     return (lines.mid(0, end) + asLines(values) + lines.mid(end)).join('\n');
 }
