@@ -100,7 +100,7 @@ py::set minMaxKeys()
     return result;
 }
 
-void bindEnum(py::module_ &module)
+void bindSettingsEnum(py::module_ &module)
 {
     py::enum_<Settings::SettingsEnum> result(module, "SettingsEnum", "What a screen asks to be changed.");
     for (const Enumerator &enumerator : enumerators()) {
@@ -113,7 +113,7 @@ void bindEnum(py::module_ &module)
 // NOLINTNEXTLINE(readability-function-size): the rows of the table make it long
 void bindSettings(py::module_ &module)
 {
-    bindEnum(module);
+    bindSettingsEnum(module);
     bindKeyNames<SettingsKeys>(module, "SettingsKeys", "Names of keys that have no enumerator of their own.",
                                {"p_offset", "lw_offset", "use_co2_after_saure"});
 

@@ -24,7 +24,7 @@ namespace {
 
 const QStringList chartModules = {QStringLiteral("brovik.chart")};
 
-ChartMetaData record(const QString &name)
+ChartMetaData savedChart(const QString &name)
 {
     return {name, QStringLiteral("success"), QStringLiteral("gut"), QStringLiteral("heute"), 60};
 }
@@ -267,7 +267,7 @@ TEST_F(ChartTest, AReaderGetsEachPointOnce)
 
 TEST_F(ChartTest, RecordsAreValues)
 {
-    const ChartMetaData one = record(QStringLiteral("a"));
+    const ChartMetaData one = savedChart(QStringLiteral("a"));
     ChartMetaData other = one;
     EXPECT_EQ(one, other);
     other.setName(QStringLiteral("A"));
@@ -278,23 +278,23 @@ TEST_F(ChartTest, RecordsAreValues)
 
 TEST_F(ChartTest, AFieldNotifiesOnce)
 {
-    ChartMetaData saved = record(QStringLiteral("a"));
+    ChartMetaData saved = savedChart(QStringLiteral("a"));
     const SignalLog log(saved);
     saved.setStatus(QStringLiteral("neu"));
     saved.setStatus(QStringLiteral("neu"));
-    saved = record(QStringLiteral("b"));
+    saved = savedChart(QStringLiteral("b"));
     EXPECT_THAT(log.names(), ElementsAre("statusChanged", "nameChanged", "statusChanged"));
 }
 
 TEST_F(ChartTest, QmlGetsANewCopyEachTime)
 {
-    chart.metaDataList().append(record(QStringLiteral("a")));
+    chart.metaDataList().append(savedChart(QStringLiteral("a")));
     const auto first = listInQml();
     const auto second = listInQml();
     ASSERT_EQ(first.size(), 1);
     EXPECT_NE(first[0], second[0]);
     EXPECT_NE(first[0], chart.metaDataList().at(0).get());
-    EXPECT_EQ(*first[0], record(QStringLiteral("a")));
+    EXPECT_EQ(*first[0], savedChart(QStringLiteral("a")));
     EXPECT_EQ(first[0]->thread(), QCoreApplication::instance()->thread());
     EXPECT_EQ(QJSEngine::objectOwnership(first[0]), QJSEngine::CppOwnership);
     chart.metaDataList().at(0)->setName(QStringLiteral("b"));
@@ -310,7 +310,7 @@ TEST_F(ChartTest, QmlCannotChangeTheList)
 
 TEST_F(ChartTest, CopiesGoWhenTheScreensHaveNewerOnes)
 {
-    chart.metaDataList().append(record(QStringLiteral("a")));
+    chart.metaDataList().append(savedChart(QStringLiteral("a")));
     const QPointer<ChartMetaData> first = listInQml().constFirst();
     const auto announce = [this] { onForeignThread([this] { chart.emitMetaDataListChanged(); }); };
     announce();
@@ -329,7 +329,7 @@ TEST_F(ChartTest, AViewFollowsTheList)
                                      "all += Chart.metaDataList[i].name; return all; }"));
     onForeignThread([this] {
         for (const char *name : {"b", "A", "c"}) {
-            chart.metaDataList().append(record(QString::fromLatin1(name)));
+            chart.metaDataList().append(savedChart(QString::fromLatin1(name)));
         }
         chart.sortAndEmitMetaDataListChanged();
     });
@@ -343,7 +343,7 @@ TEST_F(ChartTest, AViewFollowsTheList)
 
 TEST_F(ChartTest, ARecordThatWentMeanwhileIsNull)
 {
-    chart.metaDataList().append(record(QStringLiteral("a")));
+    chart.metaDataList().append(savedChart(QStringLiteral("a")));
     auto list = chart.qmlMetaDataList();
     EXPECT_EQ(list.count(&list), 1);
     chart.metaDataList().removeAt(0);
@@ -356,7 +356,7 @@ TEST_F(ChartTest, TheListMayChangeWhileItIsRead)
     std::atomic<bool> ended = false;
     const std::unique_ptr<QThread> backend(QThread::create([&] {
         for (int round = 0; round < 2000; ++round) {
-            chart.metaDataList().append(record(QString::number(round)));
+            chart.metaDataList().append(savedChart(QString::number(round)));
             if (round % 3 != 0) {
                 chart.metaDataList().removeAt(0);
             }
