@@ -51,6 +51,7 @@ class Machine:
         command += ["-qtest", "unix:pins,server=on,wait=off", "-qtest-log", "none"]
         command += ["-incoming", f"exec:zstdcat {(saved / _STATE).resolve()}"] if saved else []
         with (work / "emulator.log").open("w", encoding="utf-8") as log:
+            # It runs until close() is called.
             # pylint: disable-next=consider-using-with
             self._process = subprocess.Popen(command, stderr=log, cwd=work)
         self.emulator = Emulator(work / "qmp")

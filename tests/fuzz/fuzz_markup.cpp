@@ -12,6 +12,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+// The private headers of Qt shadow names of their own.
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wshadow"
 #include <private/qquicktext_p.h>

@@ -28,6 +28,7 @@ class FailureTest(unittest.TestCase):
     """With a service manager of the test's."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.folder = Path(self.enterContext(folder))
         command = self.folder / "systemctl"

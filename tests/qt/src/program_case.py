@@ -72,6 +72,7 @@ class ProgramCase(unittest.TestCase):
     """Runs of the program, each with a folder of its own for settings, commands and environment file."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.folder = Path(self.enterContext(folder))
 
