@@ -26,7 +26,7 @@ from tempfile import TemporaryDirectory
 from typing import Final
 
 ROOT: Final = Path(__file__).resolve().parent.parent
-SOURCES_OF_A_UNIT: Final = 24
+SOURCES_OF_A_UNIT: Final = 42
 #: A name that is defined at the left margin, as what stands outside of classes and functions is.
 DEFINED: Final = re.compile(
     r"^(?!namespace )(?:template <.*> )?(?:[\w:<>,*&]+ )+[*&]?(\w+)(?: =|[({;]|$)|^(PYBIND11_\w*MODULE)\(",
@@ -36,11 +36,11 @@ COMPILER: Final = re.compile(r".*(g|c|clang)\+\+(-\d+)?")
 #: What CMake calls a file that includes several sources of a target.
 TOGETHER: Final = re.compile(r"unity_.*\.cxx")
 INCLUDED: Final = re.compile(r'^#include "(.*)"$', re.MULTILINE)
-#: For the compiler alone: its precompiled headers, and warnings that the checkers do not know or that come
-#: from sources standing together.
+#: For the compiler alone: its precompiled headers, warnings that the checkers do not know or that come
+#: from sources standing together, and the folders that Qt tells each test.
 FOREIGN: Final = re.compile(
     r"-W(duplicated-cond|logical-op|invalid-pch|shadow|no-stringop-overflow)|-fpch-preprocess"
-    r"|-include=.*cmake_pch\.hxx"
+    r"|-include=.*cmake_pch\.hxx|-DQT_TESTCASE_(BUILD|SOURCE)DIR=.*"
 )
 #: A line of a checker that is one.
 COMPLAINT: Final = re.compile(r": (warning|error): ")
@@ -64,9 +64,9 @@ class Source:
 
     @cached_property
     def names(self) -> frozenset[str]:
-        """What it seems to define for itself."""
+        """What it seems to define for itself, but for main()."""
         found = DEFINED.finditer(self.path.read_text(encoding="utf-8"))
-        return frozenset(name for match in found for name in match.groups() if name)
+        return frozenset(name for match in found for name in match.groups() if name) - {"main"}
 
     def goes_with(self, other: "Source") -> bool:
         """Whether no macro has another value there, and no name another meaning."""
@@ -129,11 +129,19 @@ def in_units(sources: Iterable[Source]) -> list[list[Source]]:
     return units
 
 
+def text_of(unit: Iterable[Source]) -> str:
+    """Includes the sources, the main() of each program under a name of its own if there are several."""
+    # To include a source looks wrong to clang-tidy, and is what a unit is for.
+    includes = [f'#include "{source.path}" // NOLINT\n' for source in unit]
+    if len(includes) > 1:
+        includes = [f"#undef main\n#define main main_{i} // NOLINT\n{line}" for i, line in enumerate(includes)]
+    return "".join(includes)
+
+
 def check(checker: list[str], unit: list[Source], folder: Path) -> list[str]:
     """What the checker has to say, for each source that it does not like."""
     path = folder / f"{len(unit)}_{'_'.join(unit[0].path.relative_to(ROOT).parts)}"
-    # To include a source looks wrong to clang-tidy, and is what a unit is for.
-    path.write_text("".join(f'#include "{source.path}" // NOLINT\n' for source in unit), encoding="utf-8")
+    path.write_text(text_of(unit), encoding="utf-8")
     options = dict.fromkeys(option for source in unit for option in source.options)
     words = [*checker, str(path), "--", *(word for option in options for word in option)]
     done = subprocess.run(words, capture_output=True, text=True, check=False, cwd=unit[0].directory)
