@@ -1,4 +1,5 @@
-// A Python write of a shared property, against a plain property of an empty class.
+// A Python write of a shared property, against a plain property of an empty class; with a binding, against a
+// signal of a class of its own.
 
 #include "brovik/auto/auto.h"
 #include "src/py/brovik_module.h"
@@ -31,6 +32,34 @@ private:
     int m_progress = 0;
 };
 
+/// The least that a binding can follow from another thread.
+class Notifying : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int progress READ progress NOTIFY progressChanged)
+
+public:
+    int progress() const { return m_progress; }
+    void setProgress(int value)
+    {
+        if (m_progress.exchange(value) != value) {
+            Q_EMIT progressChanged();
+        }
+    }
+
+Q_SIGNALS:
+    void progressChanged();
+
+private:
+    std::atomic<int> m_progress = 0;
+};
+
+Notifying &notifying()
+{
+    static Notifying object;
+    return object;
+}
+
 /// Runs loops of writes, written in Python like the backend's.
 class Writer
 {
@@ -58,6 +87,11 @@ private:
 py::object sharedTarget()
 {
     return py::module_::import("brovik").attr("auto").attr("Auto");
+}
+
+py::object notifyingTarget()
+{
+    return py::module_::import("_bench").attr("notifying");
 }
 
 py::object plainTarget()
@@ -96,15 +130,16 @@ void sharedChanged(benchmark::State &state)
 
 /// One binding on the GUI thread while another thread writes. Counts the time until the binding has seen the
 /// last value, and of that the part after the last write.
-void sharedBound(benchmark::State &state)
+void writeBound(benchmark::State &state, const QByteArray &imported, const QByteArray &source,
+                const py::object &target)
 {
     QQmlEngine engine;
     engine.addImportPath(QStringLiteral(":/"));
     QQmlComponent component(&engine);
-    component.setData("import QtQml\nimport brovik.auto\nQtObject { property int seen: Auto_.progress }\n",
+    component.setData("import QtQml\nimport " + imported + "\nQtObject { property int seen: " + source +
+                          ".progress }\n",
                       {});
     const std::unique_ptr<QObject> bound(component.create());
-    const py::object target = sharedTarget();
     const Writer writer;
     qint64 delayNs = 0;
     for (auto _ : state) {
@@ -128,11 +163,22 @@ void sharedBound(benchmark::State &state)
         static_cast<double>(delayNs) / 1000.0 / static_cast<double>(state.iterations());
 }
 
+void notifyingBound(benchmark::State &state)
+{
+    writeBound(state, "bench 1.0", "Notifying", notifyingTarget());
+}
+
+void sharedBound(benchmark::State &state)
+{
+    writeBound(state, "brovik.auto", "Auto_", sharedTarget());
+}
+
 BENCHMARK(plainUnchanged)->Name("write_unchanged/bare");
 BENCHMARK(sharedUnchanged)->Name("write_unchanged/shared");
 BENCHMARK(plainChanged)->Name("write_changed/bare");
 BENCHMARK(sharedChanged)->Name("write_changed/shared");
-BENCHMARK(sharedBound)->Name("write_bound/shared")->UseRealTime();
+BENCHMARK(notifyingBound)->Name("write_bound/bare")->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(sharedBound)->Name("write_bound/shared")->MeasureProcessCPUTime()->UseRealTime();
 
 } // namespace
 
@@ -141,6 +187,9 @@ PYBIND11_EMBEDDED_MODULE(_bench, module)
     py::class_<Plain>(module, "Plain")
         .def(py::init<>())
         .def_property("progress", &Plain::progress, &Plain::setProgress);
+    py::class_<Notifying, std::unique_ptr<Notifying, py::nodelete>>(module, "Notifying")
+        .def_property("progress", &Notifying::progress, &Notifying::setProgress);
+    module.attr("notifying") = py::cast(&notifying(), py::return_value_policy::reference);
 }
 
 // NOLINTNEXTLINE(bugprone-exception-escape): a benchmark without an interpreter may end like that
@@ -149,7 +198,10 @@ int main(int argc, char **argv)
     const QGuiApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     registerBuiltInModules();
+    qmlRegisterSingletonInstance("bench", 1, 0, "Notifying", &notifying());
     const py::scoped_interpreter interpreter;
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }
+
+#include "bench_property.moc"

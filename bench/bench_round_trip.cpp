@@ -1,5 +1,5 @@
 // A press of the operator: from QML into a Python function and back, against the least that such a road
-// needs.
+// needs: from C++, and from QML.
 
 #include "brovik/auto/auto.h"
 #include "pinning.h"
@@ -44,6 +44,13 @@ public:
         Py_XDECREF(PyObject_CallObject(registered.function, arguments));
         Py_DECREF(arguments);
     }
+
+    void callWith(int what, const QJSValue &value)
+    {
+        const py::gil_scoped_acquire gil;
+        const auto function = py::reinterpret_borrow<py::function>(registered.function);
+        function(what, value.isNull() ? py::object(py::none()) : py::object(py::str("a value")));
+    }
 };
 
 class BareSender : public QObject
@@ -52,6 +59,7 @@ class BareSender : public QObject
 
 Q_SIGNALS:
     void press();
+    void toPy(int what, const QJSValue &value);
 };
 
 void barePress(benchmark::State &state)
@@ -70,20 +78,24 @@ void barePress(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * pressesPerCall);
 }
 
-void qmlPress(benchmark::State &state)
+/// Presses from a script: `press` is a call, `imported` what it needs.
+void pressFromQml(benchmark::State &state, const QByteArray &imported, const QByteArray &press)
 {
-    pinThread(registered.handle, static_cast<int>(state.range(0)));
     QQmlEngine engine;
     engine.addImportPath(QStringLiteral(":/"));
     QQmlComponent component(&engine);
     component.setData("import QtQml\n"
-                      "import brovik.auto\n"
-                      "QtObject {\n"
-                      "    function press(count) {\n"
-                      "        for (let i = 0; i < count; ++i)\n"
-                      "            Auto_.toPy(Auto_.ToggleAuto, null)\n"
-                      "    }\n"
-                      "}\n",
+                      "import " +
+                          imported +
+                          "\n"
+                          "QtObject {\n"
+                          "    function press(count) {\n"
+                          "        for (let i = 0; i < count; ++i)\n"
+                          "            " +
+                          press +
+                          "\n"
+                          "    }\n"
+                          "}\n",
                       {});
     const std::unique_ptr<QObject> presser(component.create());
     for (auto _ : state) {
@@ -92,7 +104,33 @@ void qmlPress(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * pressesPerCall);
 }
 
+/// A signal that blocks, pybind11, and nothing of this program.
+void bareQmlPress(benchmark::State &state)
+{
+    pinThread(registered.handle, static_cast<int>(state.range(0)));
+    auto *worker = new BareWorker; // deleted on its thread
+    worker->moveToThread(registered.thread);
+    BareSender sender;
+    QObject::connect(&sender, &BareSender::toPy, worker, &BareWorker::callWith, Qt::BlockingQueuedConnection);
+    const int type = qmlRegisterSingletonInstance("bench", 1, 0, "Bare", &sender);
+    pressFromQml(state, "bench 1.0", "Bare.toPy(0, null)");
+    QQmlPrivate::qmlunregister(QQmlPrivate::TypeRegistration, static_cast<quintptr>(type));
+    worker->deleteLater();
+}
+
+void qmlPress(benchmark::State &state)
+{
+    pinThread(registered.handle, static_cast<int>(state.range(0)));
+    pressFromQml(state, "brovik.auto", "Auto_.toPy(Auto_.ToggleAuto, null)");
+}
+
 BENCHMARK(barePress)->Name("round_trip/bare")->ArgName("cpu")->Arg(sameCpu)->Arg(otherCpu)->UseRealTime();
+BENCHMARK(bareQmlPress)
+    ->Name("round_trip/bare_qml")
+    ->ArgName("cpu")
+    ->Arg(sameCpu)
+    ->Arg(otherCpu)
+    ->UseRealTime();
 BENCHMARK(qmlPress)->Name("round_trip/qml")->ArgName("cpu")->Arg(sameCpu)->Arg(otherCpu)->UseRealTime();
 
 } // namespace
