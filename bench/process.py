@@ -24,20 +24,11 @@ DRAWN_LINE = re.compile(rb"time in renderer")
 FRAME_LINE = re.compile(rb"[Ff]rame rendered")
 
 
-# Python's modules are compiled, as those of a package are.
-COMPILED = tempfile.TemporaryDirectory()
-
-
 @contextmanager
 def started(command: list[str]) -> Iterator[tuple[subprocess.Popen[bytes], float]]:
     """Starts a program and yields it with the seconds until its first frame is on the screen."""
     with tempfile.TemporaryDirectory() as config:
-        environment = os.environ | {
-            "QSG_RENDER_TIMING": "1",
-            "XDG_CONFIG_HOME": config,
-            "PYTHONDONTWRITEBYTECODE": "",
-            "PYTHONPYCACHEPREFIX": COMPILED.name,
-        }
+        environment = os.environ | {"QSG_RENDER_TIMING": "1", "XDG_CONFIG_HOME": config}
         begin = time.monotonic()
         with subprocess.Popen(command, env=environment, stderr=subprocess.PIPE) as process:
             try:
@@ -116,7 +107,10 @@ def measured(command: list[str]) -> dict[str, float]:
 def main() -> None:
     """Measures the programs named on the command line as NAME=PATH."""
     programs = dict(argument.split("=", 1) for argument in sys.argv[1:])
-    print(json.dumps({name: measured([path]) for name, path in programs.items()}))
+    with tempfile.TemporaryDirectory() as compiled:
+        # Python's modules are compiled, as those of a package are.
+        os.environ |= {"PYTHONDONTWRITEBYTECODE": "", "PYTHONPYCACHEPREFIX": compiled}
+        print(json.dumps({name: measured([path]) for name, path in programs.items()}))
 
 
 if __name__ == "__main__":

@@ -50,8 +50,8 @@ def per_item_ns(runs: list[Run]) -> dict[str, float]:
 
 
 def bare_name(name: str, names: Collection[str]) -> str:
-    """The baseline that a benchmark is compared with: the same name with `bare_` before its second part if there is one
-    like that, else with `bare` in its place."""
+    """The baseline that a benchmark is compared with: the same name with `bare_` before its second part,
+    or if there is none like that, with `bare` in its place."""
     first, second, *rest = name.split("/")
     closer = "/".join([first, f"bare_{second}", *rest])
     return closer if closer in names else "/".join([first, "bare", *rest])
@@ -92,8 +92,8 @@ def print_processes(processes: dict[str, dict[str, float]]) -> None:
     print("|---|---|---|---|---|")
     for name, row in processes.items():
         print(
-            f"| {name} | {row['first_frame_s']:.2f} | {row['first_frame_cpu_s']:.2f} | {row['resident_mib']:.0f}"
-            f" | {row['idle_percent']:.2f} |"
+            f"| {name} | {row['first_frame_s']:.2f} | {row['first_frame_cpu_s']:.2f}"
+            f" | {row['resident_mib']:.0f} | {row['idle_percent']:.2f} |"
         )
 
 
