@@ -44,6 +44,17 @@ void setIdentity(const PlatformPaths &paths)
     QCoreApplication::setApplicationVersion(QLatin1String(identity::version));
 }
 
+/// The texture that small pictures share. Here these are icons, which have room in a quarter of the usual
+/// four megabytes.
+void limitTextureAtlas()
+{
+    for (const char *name : {"QSG_ATLAS_WIDTH", "QSG_ATLAS_HEIGHT"}) {
+        if (!qEnvironmentVariableIsSet(name)) {
+            qputenv(name, "512");
+        }
+    }
+}
+
 void reportInvalidParameters(const QString &errorText)
 {
     const QString text =
@@ -142,6 +153,7 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
     exportEnvironment(paths.environmentFile);
     const ServiceEnvironment serviceEnvironment = ServiceEnvironment::take();
     qputenv("QT_IM_MODULE", "qtvirtualkeyboard");
+    limitTextureAtlas();
     setIdentity(paths);
     debugStream() << "BROVIK_VERSION:" << QString::fromLatin1(identity::version);
     readWindowSettings();
