@@ -105,9 +105,9 @@ class Board(Machine):
         self.wait_for_picture("the panel", is_panel)
 
     def plug_in_touch(self) -> None:
-        """Connects the touch sensor, and waits until the compositor listens to it."""
+        """Connects the touch sensor, and waits until the display listens to it."""
         super().plug_in_touch()
-        self.wait_for_journal("tagged by udev as: Touchscreen", "_COMM=weston")
+        self.wait_for_journal("tagged by udev as: Touchscreen", "-t kubelor-display")
 
     def touch(self, x: int, y: int, seconds: float = 0.2) -> None:
         """Lays a finger on the panel, and lifts it after so many seconds of the board's clock."""
