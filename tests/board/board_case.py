@@ -30,6 +30,11 @@ class Drawing(Enum):
     SOFTWARE = "software"
     OPENGL = "rhi"
 
+    @property
+    def parameter(self) -> str:
+        """What the kernel is told for it."""
+        return f"systemd.setenv=QT_QUICK_BACKEND={self.value}"
+
 
 def is_panel(picture: Picture) -> bool:
     """Whether this is the program's window, and not an empty screen."""
@@ -61,6 +66,21 @@ class Board(Machine):
         """When something happened to a unit, in seconds since the kernel's start."""
         return int(self.value(unit, f"{name}TimestampMonotonic")) / 1e6
 
+    def boot_id(self) -> str:
+        """What tells this start of the kernel from all others."""
+        return self.shell("cat /proc/sys/kernel/random/boot_id")
+
+    def wait_until_restarted(self, before: str) -> None:
+        """Waits for another start of the kernel than the one with this id."""
+
+        def answers() -> bool:
+            try:
+                return self.shell.run("cat /proc/sys/kernel/random/boot_id", 10)[1] not in {"", before}
+            except TimeoutError:
+                return False
+
+        wait_for("a restart", answers)
+
     def journal(self, *arguments: str) -> str:
         """Lines of the journal, with the seconds since the kernel's start."""
         return self.shell(f"journalctl --no-pager --quiet --output=short-monotonic {' '.join(arguments)}")
@@ -85,9 +105,9 @@ class Board(Machine):
         self.wait_for_picture("the panel", is_panel)
 
     def plug_in_touch(self) -> None:
-        """Connects the touch sensor, and waits until the compositor listens to it."""
+        """Connects the touch sensor, and waits until the display listens to it."""
         super().plug_in_touch()
-        self.wait_for_journal("tagged by udev as: Touchscreen", "_COMM=weston")
+        self.wait_for_journal("tagged by udev as: Touchscreen", "-t kubelor-display")
 
     def touch(self, x: int, y: int, seconds: float = 0.2) -> None:
         """Lays a finger on the panel, and lifts it after so many seconds of the board's clock."""
@@ -130,10 +150,23 @@ def note(name: str, **figures: Any) -> None:
     print(f"{name}: " + ", ".join(f"{key} {value}" for key, value in figures.items()), flush=True)
 
 
-def boot(work: Path, drawing: Drawing, kernel: str = "rw") -> Board:
+def boot(work: Path, drawing: Drawing, kernel: str = "rw", kind: type[Board] = Board) -> Board:
     """A board that has been switched on just now."""
     shutil.rmtree(work, ignore_errors=True)
-    return Board(IMAGE, work, kernel=f"{kernel} systemd.setenv=QT_QUICK_BACKEND={drawing.value}")
+    return kind(IMAGE, work, kernel=f"{kernel} {drawing.parameter}")
+
+
+def note_start(name: str, board: Board) -> None:
+    """Keeps how long the board, which has come up, took to it, and its memory."""
+    note(
+        name,
+        display_starts=board.since_boot(DISPLAY, "ExecMainStart"),
+        display_ready=board.since_boot(DISPLAY, "ActiveEnter"),
+        program_starts=board.since_boot(PROGRAM, "ExecMainStart"),
+        first_picture=board.since_boot(PROGRAM, "ActiveEnter"),
+        display_bytes=board.memory(DISPLAY),
+        program_bytes=board.memory(PROGRAM),
+    )
 
 
 def saved_panel(drawing: Drawing) -> Path:
@@ -145,15 +178,7 @@ def saved_panel(drawing: Drawing) -> Path:
             board.shell.wait()
             board.wait_until_up()
             board.keep_picture("panel")
-            note(
-                f"boot, drawn by {drawing.name.lower()}",
-                display_starts=board.since_boot(DISPLAY, "ExecMainStart"),
-                display_ready=board.since_boot(DISPLAY, "ActiveEnter"),
-                program_starts=board.since_boot(PROGRAM, "ExecMainStart"),
-                first_picture=board.since_boot(PROGRAM, "ActiveEnter"),
-                display_bytes=board.memory(DISPLAY),
-                program_bytes=board.memory(PROGRAM),
-            )
+            note_start(f"boot, drawn by {drawing.name.lower()}", board)
             (folder / "journal").write_text(board.journal("--boot"), "utf-8")
             board.save()
             (folder / "saved").touch()
@@ -178,7 +203,8 @@ class BoardCase(unittest.TestCase):
 
     def begin(self) -> Board:
         """The board of a test."""
-        return Board(IMAGE, self.work, saved_panel(self.drawing))
+        # The kernel is told how to draw for the case that the board is started anew.
+        return Board(IMAGE, self.work, saved_panel(self.drawing), kernel=f"rw {self.drawing.parameter}")
 
     def _keep_journal(self) -> None:
         (self.work / "disk.qcow2").unlink(missing_ok=True)

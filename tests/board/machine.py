@@ -9,8 +9,6 @@ from channels import Emulator, Shell, connect
 from picture import Picture
 from waiting import wait_for
 
-#: Pixels of the panel.
-WIDTH, HEIGHT = 800, 1200
 #: What the emulator takes as the whole width, and height, of a panel.
 _FULL = 0x7FFF
 #: What is written to the disk, and the rest of a board that was saved.
@@ -25,7 +23,7 @@ _HARDWARE = (
     *("-M", "virt,gic-version=3", "-m", "1024", "-rtc", "clock=vm"),
     *("-nodefaults", "-no-user-config", "-display", "none", "-no-reboot"),
     *("-device", "virtio-blk-pci,drive=root", "-device", "virtio-rng-pci", "-device", "qemu-xhci,id=usb"),
-    *("-device", f"virtio-gpu-pci,xres={WIDTH},yres={HEIGHT}"),
+    *("-device", "virtio-gpu-pci"),
     *("-device", "virtio-serial-pci", "-device", "virtconsole,chardev=shell", "-serial", "chardev:serial"),
 )
 _KERNEL = "console=ttyAMA0 panic=-1 loglevel=4 systemd.show_status=1 net.ifnames=0 mitigations=off"
@@ -33,6 +31,9 @@ _KERNEL = "console=ttyAMA0 panic=-1 loglevel=4 systemd.show_status=1 net.ifnames
 
 class Machine:
     """A board that runs. It starts from nothing, or goes on from where it was saved."""
+
+    #: Pixels of its display: width and height.
+    display = (800, 1200)
 
     def __init__(self, image: Path, work: Path, saved: Path | None = None, kernel: str = "rw") -> None:
         """`image`: the folder of the image; `work`: one for what comes out; `saved`: where one was saved."""
@@ -44,6 +45,8 @@ class Machine:
         create = ["qemu-img", "create", "-q", "-f", "qcow2", "-F", kind, "-b", str(base.resolve())]
         subprocess.run([*create, str(work / _DISK)], check=True)
         command = ["qemu-system-aarch64", *_PROCESSOR, *_HARDWARE]
+        for name, pixels in zip(("xres", "yres"), self.display, strict=True):
+            command += ["-global", f"virtio-gpu-device.{name}={pixels}"]
         command += ["-kernel", str(image / "vmlinuz"), "-initrd", str(image / "initrd.gz")]
         command += ["-append", f"{_KERNEL} {kernel}", "-drive", f"if=none,id=root,format=qcow2,file={_DISK}"]
         command += ["-chardev", "socket,id=shell,path=shell,server=on,wait=off"]
@@ -82,6 +85,10 @@ class Machine:
     def wait_for_end(self) -> int:
         """Waits until the board has switched itself off; the emulator's exit code."""
         return self._process.wait(900)
+
+    def let_restart(self) -> None:
+        """Lets it start anew when it asks for that; else it ends then."""
+        self.emulator("set-action", reboot="reset")
 
     @property
     def is_on(self) -> bool:
@@ -146,7 +153,8 @@ class Machine:
 
     def lay_finger(self, x: int, y: int) -> None:
         """Lays a finger on the panel."""
-        self._finger([("x", x / WIDTH), ("y", y / HEIGHT)], True)
+        width, height = self.display
+        self._finger([("x", x / width), ("y", y / height)], True)
 
     def lift_finger(self) -> None:
         """Lifts it."""

@@ -13,12 +13,10 @@ KEY = (492, 984)
 DIGIT_SHARE = 0.03
 
 
-class KeyboardTest(BoardCase):
+class KeyboardCase(BoardCase):
     """A finger writes."""
 
-    drawing = Drawing.OPENGL
-
-    def test_number(self) -> None:
+    def check_keyboard(self) -> None:
         """A field that is touched brings the keyboard, and a key of it takes a digit away."""
         self.board.plug_in_touch()
         before = self.board.picture()
@@ -38,6 +36,16 @@ class KeyboardTest(BoardCase):
 
         self.board.wait_for_picture("one digit less", lacks_digit)
         self.board.keep_picture("written")
+
+
+class KeyboardTest(KeyboardCase):
+    """The keyboard on the usual display."""
+
+    drawing = Drawing.OPENGL
+
+    def test_number(self) -> None:
+        """One digit of a number is taken away."""
+        self.check_keyboard()
 
 
 if __name__ == "__main__":

@@ -1,0 +1,66 @@
+"""A panel that is not mounted the way its display is made."""
+
+import unittest
+
+from board_case import DISPLAY, RESULTS, THEME, Board, BoardCase, boot, saved_panel
+from picture import Picture
+
+SETTINGS = "/etc/kubelor/display.conf"
+#: What differs between two pictures of the same panel, and between its two looks.
+SAME_SHARE, OTHER_SHARE = 0.01, 0.5
+
+
+class RotationCase(BoardCase):
+    """Turns the panel by its file, as the guide says it."""
+
+    def check_rotation(self, quarters: int) -> None:
+        """ROTATION turns the picture clockwise by so many quarters, and the touch with it."""
+        expected, (x, y) = Picture.read(saved_panel(self.drawing) / "screen.ppm"), THEME
+        for _ in range(quarters):
+            x, y = expected.height - 1 - y, x
+            expected = expected.turned()
+        self.board.shell(f"sed -i 's/^ROTATION=.*/ROTATION=\"{90 * quarters}\"/' {SETTINGS}")
+        self.board.shell(f"systemctl restart {DISPLAY}")
+        self.board.wait_until_up()
+        self.board.wait_for_picture("a turned panel", lambda now: now.changed(expected) < SAME_SHARE)
+        before = self.board.keep_picture("turned")
+        self.board.touch(x, y)
+        self.board.wait_for_picture("the other look", lambda now: now.changed(before) > OTHER_SHARE)
+        self.board.keep_picture("touched")
+
+
+class UpsideDownTest(RotationCase):
+    """A display whose upper edge is below."""
+
+    def test_rotation(self) -> None:
+        """Half a turn."""
+        self.board.plug_in_touch()
+        self.check_rotation(2)
+
+
+class LyingBoard(Board):
+    """A board whose display is wider than high."""
+
+    display = (1200, 800)
+
+
+class LyingTest(RotationCase):
+    """A display that is wider than high, mounted upright."""
+
+    def begin(self) -> Board:
+        saved_panel(self.drawing)
+        return boot(RESULTS / self.id(), self.drawing, kind=LyingBoard)
+
+    def test_rotation(self) -> None:
+        """A quarter, to either side."""
+        self.board.shell.wait()
+        self.board.wait_until_up()
+        self.board.keep_picture("lying")
+        self.board.plug_in_touch()
+        for quarters in (1, 3):
+            with self.subTest(quarters=quarters):
+                self.check_rotation(quarters)
+
+
+if __name__ == "__main__":
+    unittest.main()
