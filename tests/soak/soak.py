@@ -34,6 +34,8 @@ def soak(folder: Path, hours: float, seed: int) -> list[str]:
     with tempfile.TemporaryDirectory() as name:
         configuration = Path(name)
         stalls = configuration / "stalls"
+        # Tall enough for all buttons of the pages.
+        panel.store_window(configuration, b"[window]\nwidth=800\nheight=1200\n")
         environment = {
             "XDG_CONFIG_HOME": name,
             "QT_QUICK_BACKEND": "software",

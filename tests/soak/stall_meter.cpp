@@ -1,14 +1,13 @@
+#include "thread_time.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTimer>
 
-#include <array>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 // Preloaded into the program: tells of each time for which its GUI thread came to no timer, and so to no
 // press. Each is a line of the file KUBELOR_STALLS: monotonic time of its end in seconds, then in
@@ -19,25 +18,10 @@ namespace {
 
 constexpr int tickMs = 5;
 constexpr qint64 shortestMs = 50;
-constexpr qint64 nsPerMs = 1'000'000;
 
-/// What the kernel knows of the thread.
-struct Spent
+long long inMs(std::chrono::nanoseconds time)
 {
-    long long running = 0; ///< ns
-    long long waiting = 0; ///< ns
-};
-
-/// Of the calling thread, which stays the same.
-Spent spent()
-{
-    static const int file = ::open("/proc/thread-self/schedstat", O_RDONLY | O_CLOEXEC);
-    std::array<char, 100> text{};
-    Spent result;
-    if (::pread(file, text.data(), text.size() - 1, 0) > 0) {
-        std::sscanf(text.data(), "%lld %lld", &result.running, &result.waiting);
-    }
-    return result;
+    return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
 }
 
 double now()
@@ -51,12 +35,12 @@ void tick()
 {
     static std::FILE *const file = std::fopen(std::getenv("KUBELOR_STALLS"), "ae");
     static QElapsedTimer sinceLast;
-    static Spent before;
+    static ThreadTime before;
     const qint64 length = sinceLast.isValid() ? sinceLast.elapsed() - tickMs : 0;
-    const Spent after = spent();
+    const ThreadTime after = timeOfThisThread();
     if (length >= shortestMs && file != nullptr) {
         std::fprintf(file, "%.3f %lld %lld %lld\n", now(), static_cast<long long>(length),
-                     (after.running - before.running) / nsPerMs, (after.waiting - before.waiting) / nsPerMs);
+                     inMs(after.running - before.running), inMs(after.waiting - before.waiting));
         std::fflush(file);
     }
     before = after;

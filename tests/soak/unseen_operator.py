@@ -14,7 +14,7 @@ from support.panel import Panel
 #: An action that takes longer comes to nothing.
 PATIENCE_SECS: Final = 10.0
 #: What answers a message or a question, in the order of preference.
-ANSWERS: Final = ("OK", "Später", "Nein", "Abbrechen")
+ANSWERS: Final = ("OK", "Ja", "Später", "Nein", "Abbrechen")
 THRESHOLD: Final = "Leitwert in mS/cm, ab dem das Medium als Wasser erkannt wird"
 BACK_TO_CHART: Final = "Zurück zum Chart"
 CHECK_START, CHECK_END, CHECK_ABORT = (
@@ -54,7 +54,7 @@ class Operator:
         except AssertionError as error:
             if self._program.process.poll() is not None:
                 raise
-            print(f"{name}: {str(error)[:200]}", flush=True)
+            print(f"{name}: {error}", flush=True)
             self.missed[name] += 1
             desktop.press_key("Escape")
 
@@ -129,9 +129,12 @@ class Operator:
         self._tab("Chart")
         self._click("Speichern")
         self._wait("Chart Name")
-        desktop.press_key("Return")
+        self._click("OK")
+        self._program.wait_until_gone("Chart Name")
 
     def _browse(self) -> None:
+        if not self.done["saved chart"]:
+            self._save_chart()
         self._tab("Chart")
         self._click("Chart-Browser")
         self._wait(BACK_TO_CHART)
@@ -154,9 +157,7 @@ class Operator:
         self._wait("Brovik-Büro")
 
     def _change_theme(self) -> None:
-        program = self._program
-        name = next(name for name in (TO_LIGHT, TO_DARK, TO_LIGHT) if program.find(name) or name == TO_LIGHT)
-        self._click(name)
+        self._click(TO_LIGHT if self._program.find(TO_LIGHT) else TO_DARK)
 
     def _change_setting(self) -> None:
         self._settings("Reinigungsprozess")
