@@ -1,4 +1,4 @@
-"""Begins the measurement in each Python that has this folder on its path and COVERAGE_PROCESS_START in its environment.
+"""Begins the measurement in each Python that finds it, if COVERAGE_PROCESS_START is in the environment.
 
 The tests with the program's own interpreter cannot be run by the tool that measures.
 """

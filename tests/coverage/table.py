@@ -5,7 +5,7 @@ The results are qt.json of gcovr and demo.json of coverage.
 
 import json
 import sys
-import tomllib
+import tomllib  # pylint: disable=wrong-import-order  # pylint of Debian 12 does not know it
 from collections import defaultdict
 from dataclasses import dataclass
 from pathlib import Path, PurePath

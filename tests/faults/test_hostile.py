@@ -23,7 +23,7 @@ LIMIT_SECS: Final = 120.0
 WATCHDOG_SECS: Final = 40
 STANDS: Final = "Bleibt es dabei, startet der Dienst neu"
 #: The longest time for which no press may get through; on a machine that does other things as well.
-LONGEST_PAUSE_MS: Final = 3000
+LONGEST_PAUSE_MS: Final = 5000
 PAUSE: Final = re.compile(r"longest pause: (\d+) ms")
 
 

@@ -22,7 +22,7 @@ CHECK_START, CHECK_END, CHECK_ABORT = (
 )
 
 
-class Operator:
+class Operator:  # pylint: disable=too-few-public-methods
     """One action after the other."""
 
     def __init__(self, program: Panel, seed: int) -> None:
