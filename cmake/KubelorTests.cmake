@@ -11,8 +11,11 @@ function(kubelor_add_unittests prefix folder)
     string(REGEX REPLACE "^test_" "" subject "${module}")
     add_test(NAME ${prefix}_${subject} COMMAND "${Python_EXECUTABLE}" -B -m unittest --verbose ${module}
              WORKING_DIRECTORY "${folder}")
-    set_tests_properties(${prefix}_${subject} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT}
+    set_tests_properties(${prefix}_${subject} PROPERTIES LABELS "${arg_LABELS}"
       ENVIRONMENT "PYTHONDONTWRITEBYTECODE=1;${arg_ENVIRONMENT}"
       ENVIRONMENT_MODIFICATION "DISPLAY=unset:;WAYLAND_DISPLAY=unset:")
+    if(arg_TIMEOUT)
+      set_tests_properties(${prefix}_${subject} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+    endif()
   endforeach()
 endfunction()

@@ -73,7 +73,7 @@ BrovikFlickable {
         horizontalAlignment: Text.AlignHCenter
         font.pointSize: privat.progressPointSize
         fontSizeMode: Text.HorizontalFit
-        minimumPointSize: Gui.fSizeS
+        minimumPointSize: Texts.drawableSize(Gui.fSizeS)
         wrapMode: Text.Wrap
         textFormat: Text.PlainText
         color: privat.progressColor

@@ -12,8 +12,9 @@ Label {
     rightPadding: Common.spacing
     verticalAlignment: Text.AlignVCenter
     // Smaller letters rather than a text that is cut off.
+    font.pointSize: Texts.drawableSize(Gui.fSizeS)
     fontSizeMode: Text.Fit
-    minimumPointSize: Gui.fSizeXs / 2
+    minimumPointSize: Texts.drawableSize(Gui.fSizeXs) / 2
     wrapMode: Text.WordWrap
     elide: Text.ElideRight
     textFormat: Text.PlainText

@@ -20,7 +20,7 @@ BaseTemplate {
 
     width: 800
     height: 1200
-    font.pointSize: Gui.fSizeS
+    font.pointSize: Texts.drawableSize(Gui.fSizeS)
 
     MyToast {
         id: toast
@@ -231,7 +231,7 @@ BaseTemplate {
         readonly property real conductivityWidth: 125 * Gui.itemsScaleFactor
         readonly property real statusHeight: 40 * Gui.itemsScaleFactor
         // One size for both, which their widest values have room for.
-        readonly property real valueSize: Math.min(Texts.fittingSize(widestPressure, pressureWidth - 2 * Common.spacing), Texts.fittingSize(widestConductivity, conductivityWidth - 2 * Common.spacing))
+        readonly property real valueSize: Texts.drawableSize(Math.min(Texts.fittingSize(widestPressure, pressureWidth - 2 * Common.spacing), Texts.fittingSize(widestConductivity, conductivityWidth - 2 * Common.spacing)))
 
         function showSettings(index: int) {
             tabs.currentIndex = Common.settingsOverviewIndex;

@@ -1,7 +1,6 @@
 """The backend as a whole: made in `init`, ended with the interpreter."""
 
 import os
-import sys
 from collections.abc import Callable, Mapping, Sequence
 from contextlib import ExitStack
 from dataclasses import dataclass
@@ -17,7 +16,7 @@ from . import configuration, notices, settings
 from .after_run import AfterRun
 from .board import Board
 from .bookkeeping import Bookkeeper, SavedBooks, read_books
-from .charts import Charts
+from .charts import ChartLibrary, Charts, read_told
 from .dialog_watch import DIALOGS
 from .dialogs import Questions
 from .program_errors import PRESS_QUIET_SECS, ErrorReporter
@@ -55,6 +54,8 @@ class _Stored:
     machine: Mapping[str, object]
     settings: Mapping[str, object]
     charts: Sequence[ChartInfo]
+    #: Whether the operator knows that charts do not stay for ever.
+    charts_told: bool
     #: None if no run was interrupted.
     note: RunNote | None
     maintenance: Mapping[str, Mapping[str, object]]
@@ -67,6 +68,7 @@ def _read_stored(storage: Storage) -> _Stored:
         storage.read(MACHINE),
         storage.read(SETTINGS),
         storage.charts.infos(),
+        read_told(storage),
         RunNote.read(storage.read(RUN)),
         read_stored(storage),
         read_books(storage),
@@ -113,7 +115,8 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         jobs = self._make_jobs(machine, choice.hardware, recorder, services, stored.books)
         self.operation = Operation(self._board, jobs, equipment, choice.window)
         self.machine = MachineThread(self.operation, time_factor)
-        self.charts = Charts(recorder, self._writer, stored.charts, self.machine.post)
+        library = ChartLibrary(stored.charts, machine.kept_charts, stored.charts_told)
+        self.charts = Charts(recorder, self._writer, library, self.machine.post)
         if self._note is None:
             self._books.close_interrupted()
         JOURNAL.add(Kind.PROGRAM, Event.BEGUN, "Kubelor", details=dict(self.maintenance.installed))
@@ -144,8 +147,6 @@ class Backend:  # pylint: disable=too-many-instance-attributes
     @classmethod
     def from_environment(cls) -> Self:
         """The backend that the environment asks for."""
-        # A press must not wait long for a machine thread that has much to do, as at a high time factor.
-        sys.setswitchinterval(0.001)
         directory = os.environ.get(CONFIG_DIR)
         return cls(Path(directory) if directory else None, _time_factor(), choose_hardware)
 

@@ -1,7 +1,8 @@
 """What the operator does with charts: record by hand, save, load, delete, rename."""
 
 from collections.abc import Callable, Iterable
-from dataclasses import replace
+from dataclasses import dataclass, replace
+from datetime import datetime
 from html import escape
 from typing import Final, TypeVar
 
@@ -11,14 +12,31 @@ from brovik.chart import Chart, ChartEnum, ChartMetaData, ChartMetaDataList
 from brovik.gui import Gui, IconEnum
 
 from . import notices
+from .chart_limits import ChartLimits
 from .machine_thread import Command
 from .recording import NEUTRAL, Recorder, all_lines
 from .saved_charts import ChartInfo, SavedChart
-from .storage import Storage, StorageWriter
+from .storage import CHARTS, Change, Storage, StorageWriter
 
 HAND_TITLE: Final = "Handbetrieb"
+TOLD: Final = "told_of_removal"
 
 T = TypeVar("T")
+
+
+@dataclass(frozen=True)
+class ChartLibrary:
+    """The saved charts at the start."""
+
+    infos: Iterable[ChartInfo]
+    limits: ChartLimits
+    #: Whether the operator has been told that charts go.
+    told: bool
+
+
+def read_told(storage: Storage) -> bool:
+    """Whether the operator has been told that charts go."""
+    return bool(storage.read(CHARTS).get(TOLD))
 
 
 class Charts:  # pylint: disable=too-few-public-methods
@@ -31,7 +49,7 @@ class Charts:  # pylint: disable=too-few-public-methods
         self,
         recorder: Recorder,
         writer: StorageWriter,
-        saved: Iterable[ChartInfo],
+        library: ChartLibrary,
         post: Callable[[Command], None],
     ) -> None:
         """`post` has a command run on the machine thread."""
@@ -39,8 +57,11 @@ class Charts:  # pylint: disable=too-few-public-methods
         self.recorder = recorder
         self._writer = writer
         self._post = post
-        self._saved = {info.name: info for info in saved}
+        self._saved = {info.name: info for info in library.infos}
+        self._limits = library.limits
+        self._told = library.told
         self._show_list()
+        self._remove_surplus()
 
     def act(self, enum: ChartEnum, value: object) -> None:
         """Does what the operator has asked for."""
@@ -91,6 +112,7 @@ class Charts:  # pylint: disable=too-few-public-methods
             Chart.current_name = info.name
             Chart.savable = False
         Gui.toast_notify("Chart gespeichert", IconEnum.Saved)
+        self._remove_surplus()
 
     def _load(self, name: str) -> None:
         if Chart.active:
@@ -133,6 +155,29 @@ class Charts:  # pylint: disable=too-few-public-methods
         if Chart.current_name == old and not (Chart.active or Chart.savable):
             Chart.current_name = new
         self._show_list()
+
+    def _remove_surplus(self) -> None:
+        for name in self._limits.surplus(self._saved.values(), datetime.now()):
+            self._tell_of_removal(name)
+            self._delete(name)
+
+    def _tell_of_removal(self, name: str) -> None:
+        """Says so once and for all. What goes later is in the log."""
+        Logger.info(f"Chart {name!r} wird gelöscht: Es sind zu viele, oder es ist zu alt")
+        if self._told:
+            return
+        self._told = True
+        self._writer.submit(Change(CHARTS, {TOLD: True}))
+        limits = self._limits
+        parts = [f"höchstens {limits.number}"] if limits.number else []
+        parts += [f"keine älteren als {limits.days} Tage"] if limits.days else []
+        notices.message(
+            "Charts",
+            f"Gespeicherte Charts bleiben nicht für immer: {' und '.join(parts)}. Zuerst geht, was keinen "
+            f"eigenen Namen hat, das Älteste zuerst. Jetzt wird „{escape(name)}“ gelöscht. "
+            "Diese Meldung kommt nur einmal.",
+            "info",
+        )
 
     def _exists(self, name: str) -> bool:
         if name not in self._saved:

@@ -12,6 +12,7 @@ from brovik.simulator import Simulator
 
 from logbook.records import EquipmentRecord
 
+from .chart_limits import ChartLimits
 from .process.recipe import Equipment
 from .values import fitting
 
@@ -63,6 +64,8 @@ class Item:
 
 #: So many runs keep their curves, the newest. Their records all stay.
 KEPT_CURVES: Final = 1000
+#: What of the charts that the operator has saved.
+KEPT_CHARTS: Final = ChartLimits(number=1000, days=3650)
 
 ITEMS: Final[Mapping[str, Item]] = {
     "machine_version": Item(Config.machine_version_default.name, _named(MachineVersion), "Ausführung"),
@@ -78,6 +81,8 @@ ITEMS: Final[Mapping[str, Item]] = {
     "simulator": Item(Simulator.enabled_default, _switch),
     "machine_name": Item("", _text),
     "kept_curves": Item(KEPT_CURVES, _count),
+    "kept_charts": Item(KEPT_CHARTS.number, _count),
+    "kept_charts_days": Item(KEPT_CHARTS.days, _count),
 }
 
 
@@ -91,6 +96,7 @@ class Configuration:
     version: str
     machine_name: str
     kept_curves: int
+    kept_charts: ChartLimits
 
 
 def missing(stored: Mapping[str, object]) -> dict[str, object]:
@@ -125,6 +131,7 @@ def apply(stored: Mapping[str, object]) -> Configuration:
         values["machine_version"].name,
         values["machine_name"],
         values["kept_curves"],
+        ChartLimits(values["kept_charts"], values["kept_charts_days"]),
     )
 
 

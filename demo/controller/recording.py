@@ -12,7 +12,7 @@ from logbook.curves import Point
 
 from .board import Board
 from .process.outputs import Output
-from .saved_charts import ChartInfo
+from .saved_charts import RECORDED, ChartInfo
 
 SAMPLE_SECS: Final = 0.5
 NEUTRAL: Final = "neutral"
@@ -128,7 +128,7 @@ class Recorder:
         self._record_inputs()
         if self._now.step:
             self.step(self._now.step)
-        recorded = f"{self._now.started:%d.%m.%Y %H:%M}"
+        recorded = f"{self._now.started:{RECORDED}}"
         self.info = ChartInfo(Chart.current_name, result, status, recorded, int(self._now.secs))
         Chart.active = False
         Chart.savable = True

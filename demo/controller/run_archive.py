@@ -2,7 +2,7 @@
 
 import sqlite3
 from collections.abc import Callable, Mapping
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 from typing import TypeAlias
 
 from logbook.document import canonical
@@ -56,8 +56,8 @@ class RunArchive:
         self._writer.perform(lambda storage: self._keep_draft(storage, note, recorded, readings))
 
     def keep_counters(self, readings: Readings) -> None:
-        """Keeps the readings of the counters."""
-        self._writer.submit(lambda storage: storage.logbook.set_counters(readings))
+        """Keeps the readings of the counters; with the newest record if that still waits for the file."""
+        self._writer.perform(lambda storage: self._keep_counters(storage, readings))
 
     def _append(self, storage: Storage, waiting: _Waiting) -> None:
         self._waiting.append(waiting)
@@ -71,6 +71,14 @@ class RunArchive:
             storage.put(note.change())
             storage.logbook.save_draft(recorded.record, lines)
             storage.logbook.set_counters(readings)
+
+    def _keep_counters(self, storage: Storage, readings: Readings) -> None:
+        if not self._waiting:
+            storage.logbook.set_counters(readings)
+            return
+        # No barrel is counted before its run has a record.
+        self._waiting[-1] = replace(self._waiting[-1], readings=readings)
+        self._write_waiting(storage)
 
     def _write_waiting(self, storage: Storage) -> None:
         while self._waiting:

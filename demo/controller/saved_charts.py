@@ -25,6 +25,9 @@ CREATE TABLE IF NOT EXISTS chart_line (
 );
 """
 
+#: How `ChartInfo.recorded` says when.
+RECORDED: Final = "%d.%m.%Y %H:%M"
+
 
 @dataclass(frozen=True)
 class ChartInfo:

@@ -28,6 +28,7 @@ RUN: Final = "run"
 PACKAGES: Final = "packages"
 NETWORK: Final = "network"
 MAINTENANCE: Final = "maintenance"
+CHARTS: Final = "charts"
 
 _COMPANIONS: Final = ("", "-wal", "-shm")
 _SCHEMA: Final = """

@@ -18,6 +18,9 @@ constinit thread_local int t_calls = 0;
 NotificationBrake::NotificationBrake()
 {
     m_receiver.moveToThread(QCoreApplication::instance()->thread());
+    m_endOfTurn.moveToThread(m_receiver.thread());
+    m_endOfTurn.setSingleShot(true);
+    QObject::connect(&m_endOfTurn, &QTimer::timeout, &m_receiver, [] { instance().turnEnds(); });
 }
 
 NotificationBrake &NotificationBrake::instance()
@@ -39,6 +42,8 @@ void NotificationBrake::told(int cost)
     }
     if (holdsBack()) {
         waitForGuiThread(lock);
+    } else if (goesOnRegardless()) {
+        waitForItsCost(lock, cost);
     }
 }
 
@@ -66,12 +71,33 @@ void NotificationBrake::waitInTurn(std::unique_lock<std::mutex> &lock)
     m_patience -= std::chrono::nanoseconds(timer.nsecsElapsed());
 }
 
-void NotificationBrake::setBacklog(qint64 cost)
+/// What is told of while nobody waits for the GUI thread takes it no longer than it takes to tell.
+void NotificationBrake::waitForItsCost(std::unique_lock<std::mutex> &lock, int cost)
 {
-    Q_ASSERT(onGuiThread());
+    m_debt += std::chrono::nanoseconds(aimedDelay) * cost / m_capacity;
+    if (m_debt < shortestWait) {
+        return;
+    }
+    const auto wait = std::min<std::chrono::nanoseconds>(std::exchange(m_debt, {}), longestWaitForItsCost);
+    m_moved.wait_for(lock, wait, [this] { return !goesOnRegardless(); });
+}
+
+bool NotificationBrake::goesOnRegardless() const
+{
+    if (!m_loopRuns || t_calls > 0) {
+        return false;
+    }
+    return m_stops == 0 ? m_stuck && account() > m_capacity
+                        : m_patience.count() <= 0 && account() > farTooMuch;
+}
+
+void NotificationBrake::addBacklog(qint64 cost)
+{
     const std::lock_guard lock(m_mutex);
-    m_backlog = cost;
-    m_moved.notify_all();
+    m_backlog += cost;
+    if (cost < 0) {
+        m_moved.notify_all();
+    }
 }
 
 qint64 NotificationBrake::waiting() const
@@ -103,7 +129,6 @@ void NotificationBrake::guiThreadStops(std::chrono::milliseconds patience)
     const std::lock_guard lock(m_mutex);
     ++m_stops;
     m_patience = patience;
-    m_markTells = false;
     m_moved.notify_all();
 }
 
@@ -132,7 +157,6 @@ void NotificationBrake::callEnds()
 void NotificationBrake::postMark()
 {
     m_markWaits = true;
-    m_markTells = m_stops == 0;
     m_sinceMark.start();
     m_markedUpTo = m_told;
     // Captures nothing: the thread sanitizer does not see how Qt hands a captured value to the other thread.
@@ -149,6 +173,11 @@ void NotificationBrake::handled()
     m_loopRuns = QThread::currentThread()->loopLevel() > 0;
     followEndOfLoop();
     m_stuck = false;
+    if (!m_endOfTurn.isActive()) {
+        m_turn.start();
+        m_endOfTurn.start();
+    }
+    m_turnIsLong = m_turn.hasExpired(longestTurn.count());
     measure(told - m_handled);
     m_handled = told;
     m_markWaits = false;
@@ -172,15 +201,34 @@ void NotificationBrake::followEndOfLoop()
                      static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
 }
 
-/// Fits the capacity to the time that the GUI thread took for so much.
+/// The event loop has come to its timers: all that was in its queue is handled, and what the operator did as
+/// well.
+void NotificationBrake::turnEnds()
+{
+    const std::lock_guard lock(m_mutex);
+    m_turnIsLong = false;
+    m_moved.notify_all();
+}
+
+/// Fits the capacity to the time that the GUI thread took for so much. Of few it may have taken longer for
+/// other reasons.
 void NotificationBrake::measure(qint64 cost)
 {
-    if (!m_markTells || cost < smallestCapacity) {
-        return;
-    }
     const qint64 took = std::max<qint64>(m_sinceMark.nsecsElapsed(), 1);
     const qint64 aimed = std::chrono::nanoseconds(aimedDelay).count() * cost / took;
-    m_capacity = std::clamp(aimed, smallestCapacity, std::min(2 * m_capacity, largestCapacity));
+    const qint64 least = cost < fewAtATime ? m_capacity / 2 : smallestCapacity;
+    const qint64 lowest = std::max(least, smallestCapacity);
+    if (cost >= fewAtATime || aimed < m_capacity || 2 * cost >= m_capacity) {
+        m_capacity = std::clamp(aimed, lowest, std::min(2 * m_capacity, largestCapacity));
+    }
+}
+
+void NotificationBacklog::set(qint64 cost)
+{
+    Q_ASSERT(onGuiThread());
+    if (cost != m_cost) {
+        NotificationBrake::instance().addBacklog(cost - std::exchange(m_cost, cost));
+    }
 }
 
 GuiThreadWaits::GuiThreadWaits(For what)

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QTimer>
 
 #include <chrono>
 #include <condition_variable>
@@ -30,14 +31,21 @@ class NotificationBrake
 public:
     /// How much the account may hold, in the unit of `Cost`.
     static constexpr qint64 capacityAtStart = 1'000;
-    static constexpr qint64 smallestCapacity = 100;
+    static constexpr qint64 smallestCapacity = 1;
     static constexpr qint64 largestCapacity = 5'000;
     /// In this time the GUI thread shall be through with a full account.
     static constexpr std::chrono::milliseconds aimedDelay{100};
+    /// The time for fewer than that says little about the time for one.
+    static constexpr qint64 fewAtATime = 100;
+    /// After it the event loop goes on to its other sources, before anything more is told.
+    static constexpr std::chrono::milliseconds longestTurn{50};
     static constexpr std::chrono::seconds longestWait{1};
+    /// Of a thread that tells too much of a GUI thread that stands still.
+    static constexpr std::chrono::milliseconds shortestWait{1};
+    static constexpr std::chrono::milliseconds longestWaitForItsCost{100};
     static constexpr qint64 farTooMuch = 10'000;
     /// In a turn with the GIL, and in all turns of one call.
-    static constexpr std::chrono::milliseconds longestWaitInTurn{4};
+    static constexpr std::chrono::milliseconds longestWaitInTurn{1};
     static constexpr std::chrono::milliseconds allWaitsInTurns{1000};
 
     static NotificationBrake &instance();
@@ -45,10 +53,6 @@ public:
     /// Adds what was told of to the account. Call it after the signal, without a lock, and not on the GUI
     /// thread.
     void told(int cost);
-
-    /// What a screen has taken from the event queue and not handled yet, in place of what it said before. GUI
-    /// thread.
-    void setBacklog(qint64 cost);
 
     /// Not handled yet, and how much of that there may be.
     qint64 waiting() const;
@@ -61,21 +65,26 @@ public:
 private:
     friend class GuiThreadWaits;
     friend class BackendRuns;
+    friend class NotificationBacklog;
 
     NotificationBrake();
 
+    void addBacklog(qint64 cost);
     void guiThreadStops(std::chrono::milliseconds patience);
     void callBegins();
     void callEnds();
     void guiThreadGoesOn();
     void handled();
     qint64 account() const { return m_told - m_handled + m_backlog; }
-    bool isFull() const { return m_loopRuns && !m_stuck && account() > m_capacity; }
+    bool isFull() const { return m_loopRuns && !m_stuck && (m_turnIsLong || account() > m_capacity); }
     bool holdsBack() const { return isFull() && m_stops == 0; }
     void waitForGuiThread(std::unique_lock<std::mutex> &lock);
     void waitInTurn(std::unique_lock<std::mutex> &lock);
+    void waitForItsCost(std::unique_lock<std::mutex> &lock, int cost);
+    bool goesOnRegardless() const;
     void postMark();
     void followEndOfLoop();
+    void turnEnds();
     void measure(qint64 cost);
 
     mutable std::mutex m_mutex;
@@ -88,15 +97,33 @@ private:
     qint64 m_capacity = capacityAtStart;
     QElapsedTimer m_sinceMark;
     bool m_markWaits = false;
-    bool m_markTells = false; ///< The time since the mark is the GUI thread's own.
     bool m_loopRuns = false;
     bool m_endFollowed = false;
+    QTimer m_endOfTurn;   ///< On the GUI thread; runs until the event loop has come to its timers.
+    QElapsedTimer m_turn; ///< Since the first mark after that.
+    bool m_turnIsLong = false;
     bool m_stuck = false;
     int m_stops = 0;
     int m_calls = 0;                        ///< Of the backend, that run now.
     std::chrono::nanoseconds m_patience{0}; ///< What is left of allWaitsInTurns.
+    std::chrono::nanoseconds m_debt{0};     ///< Time that is waited for together, once it is worth it.
     int m_held = 0;
     int m_timesHeld = 0;
+};
+
+/// What a screen has taken from the event queue and not handled yet. GUI thread.
+class NotificationBacklog
+{
+public:
+    NotificationBacklog() = default;
+    ~NotificationBacklog() { set(0); }
+    Q_DISABLE_COPY_MOVE(NotificationBacklog)
+
+    /// So much is left of it, in place of what was said before.
+    void set(qint64 cost);
+
+private:
+    qint64 m_cost = 0;
 };
 
 /// While one exists, the GUI thread waits for another thread, and no thread is held back. On any other

@@ -85,6 +85,21 @@ ScreenTestCase {
         compare(Texts.fittingSize(metrics, data.width), 20 * data.share);
     }
 
+    function test_drawable_size_data() {
+        return [
+            {tag: "usual", size: 14.5, drawable: 14.5},
+            {tag: "huge", size: 1e300, drawable: 1000},
+            {tag: "infinite", size: Infinity, drawable: 1000},
+            {tag: "no number", size: NaN, drawable: 14},
+            {tag: "nothing", size: 0, drawable: 14},
+            {tag: "negative", size: -1, drawable: 14}
+        ];
+    }
+
+    function test_drawable_size(data) {
+        compare(Texts.drawableSize(data.size), data.drawable);
+    }
+
     function test_split_data() {
         const limit = Texts.pieceLength;
         return [

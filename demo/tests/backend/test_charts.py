@@ -2,6 +2,7 @@
 
 import unittest
 from collections.abc import Callable
+from datetime import datetime, timedelta
 from itertools import pairwise
 from typing import Any
 
@@ -16,7 +17,7 @@ import controller
 from controller.recording import all_lines
 from controller.simulation.faults import PlantFault
 from controller.recording import SAMPLE_SECS
-from controller.saved_charts import ChartInfo, SavedChart
+from controller.saved_charts import RECORDED, ChartInfo, SavedChart
 from controller.storage import Storage
 from logbook.place import FILE_NAME
 
@@ -299,12 +300,57 @@ class LibraryTest(RunningCase):
         """They are all in the list from the start."""
         storage = Storage(self.directory / FILE_NAME)
         for number in range(1000):
-            info = ChartInfo(f"Fass {number:04}", "success", "", "21.11.2026 12:00", 300)
+            info = ChartInfo(f"Fass {number:04}", "success", "", f"{datetime.now():{RECORDED}}", 300)
             storage.charts.save(SavedChart(info, [], [], {"P": [(0.0, 1.0)]}))
         storage.close()
         self.start()
         self.assertEqual(Chart.meta_data_list.size(), 1000)
         self.assertEqual(Chart.assigned_names[999], "Fass 0999")
+
+    def put_charts(self, *names: str) -> None:
+        """Leaves charts in the file, each recorded a day after the one before it."""
+        storage = Storage(self.directory / FILE_NAME)
+        for number, name in enumerate(names):
+            recorded = f"{datetime.now() - timedelta(days=len(names) - number):{RECORDED}}"
+            info = ChartInfo(name.replace("*", f"{recorded}:00"), "success", "", recorded, 300)
+            storage.charts.save(SavedChart(info, [], [], {"P": [(0.0, 1.0)]}))
+        storage.close()
+
+    def test_too_many(self) -> None:
+        """The oldest that has no name of its own makes room, and the operator is told once and for all."""
+        self.configure(kept_charts=3)
+        self.put_charts("alt", "Handbetrieb *", "Automatikbetrieb *")
+        self.start()
+        self.save("neu")
+        self.until(lambda: len(Chart.assigned_names) == 3, "removal")
+        self.assertEqual(
+            {name.split()[0] for name in Chart.assigned_names}, {"alt", "Automatikbetrieb", "neu"}
+        )
+        ((title, text, category, _),) = self.signals("message")
+        self.assertEqual((title, category), ("Charts", "info"))
+        self.assertIn("höchstens 3 und keine älteren als 3650 Tage", text)
+        self.assertIn("„Handbetrieb ", text)
+        self.save("neuer")
+        self.until(lambda: len(Chart.assigned_names) == 3, "removal")
+        self.stop()
+        self.start()
+        self.save("noch neuer")
+        self.until(lambda: sorted(Chart.assigned_names) == ["neu", "neuer", "noch neuer"], "removal")
+        self.assertEqual(len(self.signals("message")), 1)
+        self.stop()
+        storage = Storage(self.directory / FILE_NAME)
+        self.addCleanup(storage.close)
+        self.assertEqual({info.name for info in storage.charts.infos()}, {"neu", "neuer", "noch neuer"})
+
+    def test_too_old(self) -> None:
+        """What has become too old goes with the start of the program."""
+        self.configure(kept_charts_days=1, kept_charts=0)
+        self.put_charts("vorvorgestern", "vorgestern", "gestern")
+        self.start()
+        self.save("neu")
+        self.until(lambda: list(Chart.assigned_names) == ["neu"], "removal")
+        ((_, text, _, _),) = self.signals("message")
+        self.assertIn("für immer: keine älteren als 1 Tage.", text)
 
 
 if __name__ == "__main__":

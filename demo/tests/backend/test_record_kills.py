@@ -12,7 +12,7 @@ from unittest.mock import patch
 
 from brovik.auto import Auto
 
-from demo_logbook import RecordCase, counters
+from demo_logbook import RecordCase, counters, records
 from demo_support import DEADLINE_SECS
 from logbook.place import FILE_NAME
 from logbook.writer import LogbookWriter
@@ -85,6 +85,29 @@ class FullDiskTest(RecordCase):
         self.answer(1, False)
         (record,) = self.written()
         self.assertEqual([step.number for step in record.steps], list(range(1, 12)))
+
+    def test_a_barrel_counts_with_its_record(self) -> None:
+        """The counters wait with the record, which nobody writes after the end of the program."""
+        self.make()
+        with patch.object(LogbookWriter, "append_run", side_effect=self.FULL):
+            self.run_whole()
+            self.backend.stop()
+        before = counters(self.directory / FILE_NAME)
+        self.assertEqual((before["Fässer"], records(self.directory / FILE_NAME)), (0.0, []))
+        self.assertGreater(before["PUMPE, Betriebsstunden"], 0.0)
+
+    def test_room_at_the_end(self) -> None:
+        """The end of the program is one more chance for the record, and for what has been counted since."""
+        self.make()
+        with patch.object(LogbookWriter, "append_run", side_effect=self.FULL):
+            self.run_whole()
+            self.until(lambda: self.signals("exception"), "exception")
+            self.settle()
+        hours = self.backend._books.counters["PUMPE, Betriebsstunden"]
+        (record,) = self.written()
+        after = counters(self.directory / FILE_NAME)
+        self.assertEqual((record.result, after["Fässer"]), ("success", 1.0))
+        self.assertEqual(after["PUMPE, Betriebsstunden"], hours)
 
     def test_later(self) -> None:
         """It is written as soon as that is possible; a draft of the next run does not replace it."""

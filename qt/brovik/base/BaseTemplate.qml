@@ -41,20 +41,18 @@ ApplicationWindow {
         target: Gui
 
         function onCloseCurrentDialog(accept: bool) {
-            if (accept) {
-                Dialogs.acceptCurrent();
-            } else {
-                Dialogs.rejectCurrent();
-            }
+            InTurn.run(() => accept ? Dialogs.acceptCurrent() : Dialogs.rejectCurrent());
         }
 
         function onCloseDialog(id_: int, accept: bool) {
-            const [dialog] = Dialogs.getOpenDialogById(id_) ?? [];
-            if (accept) {
-                dialog?.accept();
-            } else {
-                dialog?.reject();
-            }
+            InTurn.run(() => {
+                const [dialog] = Dialogs.getOpenDialogById(id_) ?? [];
+                if (accept) {
+                    dialog?.accept();
+                } else {
+                    dialog?.reject();
+                }
+            });
         }
 
         function onFullscreenChanged(state: bool) {
@@ -66,11 +64,11 @@ ApplicationWindow {
         }
 
         function onMessage(title: string, text: string, category: string, id: int) {
-            Dialogs.message(title, text, category, {id: id});
+            InTurn.run(() => Dialogs.message(title, text, category, {id: id}));
         }
 
         function onQuestion(title: string, text: string, options: var) {
-            Dialogs.question(title, text, options);
+            InTurn.run(() => Dialogs.question(title, text, options));
         }
 
         function onException(e: var) {

@@ -57,10 +57,10 @@ Item {
             Gui.toastWarn(`${error.type}: ${error.text}`, privat.echoDuration);
             return;
         }
-        message(error.type, error.text, "error", {
+        InTurn.run(() => message(error.type, error.text, "error", {
             traceback: error.withTraceback ? error.trace : null,
             ofException: true
-        });
+        }));
     }
 
     // Asks for a text. Options: category, text (the text to start with), password, open. Returns the dialog.

@@ -3,6 +3,8 @@ pragma Singleton
 
 import QtQuick
 
+import brovik.gui
+
 QtObject {
     id: root
 
@@ -30,6 +32,12 @@ QtObject {
         if (text.length > limit) {
             console.log(text);
         }
+    }
+
+    // A size in points that a text can be tried in, whatever the backend has set: Text would look for ever for a size
+    // that fits below one of 1e300.
+    function drawableSize(size: real): real {
+        return size > 0 ? Math.min(size, privat.largestSize) : Gui.fSizeSDefault;
     }
 
     // The metrics' font size in points, or a smaller one in halves with which their text fits the width. The letters do
@@ -67,6 +75,7 @@ QtObject {
 
         // Points. While there is no room at all.
         readonly property int smallestSize: 1
+        readonly property int largestSize: 1000
         readonly property real sparingly: 0.96
 
         function firstPiece(text: string): string {

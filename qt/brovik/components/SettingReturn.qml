@@ -4,6 +4,7 @@
 // again.
 import QtQml
 
+import brovik.gui
 import brovik.settings
 
 QtObject {
@@ -34,6 +35,7 @@ QtObject {
         // A value of the latest came again: it was stored once more, or the backend has changed it back by itself.
         property bool doubtful: false
         property bool givingBack: false
+        property bool waits: false
 
         readonly property Connections sending: Connections {
             target: root.setting
@@ -90,9 +92,20 @@ QtObject {
             }
         }
 
-        // Exactly what is stored: the box may have rounded it or cut it off.
+        // Each is a call of the backend: with one that changes settings without a pause, the screens would do nothing
+        // else. What counts is what is stored when its turn has come.
         function giveBack() {
-            if (root.enabled && !privat.wasAskedFor(root.stored)) {
+            if (root.enabled && !privat.wasAskedFor(root.stored) && !privat.waits) {
+                privat.waits = true;
+                InTurn.run(privat.send);
+            }
+        }
+
+        // Exactly what is stored: the box may have rounded it or cut it off.
+        function send() {
+            // The box may be gone by then.
+            if (privat) {
+                privat.waits = false;
                 privat.givingBack = true;
                 root.setting.send(root.setting.value);
                 privat.givingBack = false;

@@ -129,10 +129,9 @@ void ConsoleWriter::writeSome()
 
 /// A thread that prints too much waits until its text is in the document; to be out of the event queue is not
 /// enough.
-void ConsoleWriter::reportBacklog() const
+void ConsoleWriter::reportBacklog()
 {
-    NotificationBrake::instance().setBacklog(static_cast<qint64>(m_waiting.size()) *
-                                             static_cast<int>(Cost::ConsoleLine));
+    m_backlog.set(static_cast<qint64>(m_waiting.size()) * static_cast<int>(Cost::ConsoleLine));
 }
 
 void ConsoleWriter::write(QTextCursor &cursor, const Paragraph &paragraph)

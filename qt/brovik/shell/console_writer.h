@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/notification_brake.h"
+
 #include <QBasicTimer>
 #include <QObject>
 #include <QPointer>
@@ -56,10 +58,11 @@ private:
     static void write(QTextCursor &cursor, const Paragraph &paragraph);
     void append(const QString &text, Stream stream);
     void writeSome();
-    void reportBacklog() const;
+    void reportBacklog();
 
     QPointer<QQuickItem> m_output;
     QPointer<QTextDocument> m_document;
     std::deque<Paragraph> m_waiting;
+    NotificationBacklog m_backlog;
     QBasicTimer m_nextStep;
 };

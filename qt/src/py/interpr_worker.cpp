@@ -125,6 +125,18 @@ void logMissing(const char *function, const char *slot, Enum action, const Print
     stream << ").";
 }
 
+/// Before a press gets the GIL, each busy thread of the backend has a turn with it. Python's own turns of 5
+/// ms would be felt; a backend that has chosen others keeps them.
+void shortenTurns()
+{
+    constexpr double ownSecs = 0.005;
+    constexpr double shortSecs = 0.0005;
+    const auto sys = py::module_::import("sys");
+    if (qFuzzyCompare(sys.attr("getswitchinterval")().cast<double>(), ownSecs)) {
+        sys.attr("setswitchinterval")(shortSecs);
+    }
+}
+
 } // namespace
 
 PyWorker::PyWorker(Bridge *bridge)
@@ -383,6 +395,7 @@ bool PyWorker::initInterpreter()
     const bool up = bringUpBackend();
     EndSignals::claimBack();
     if (up && !m_bridge->stubMode()) {
+        guarded(shortenTurns);
         findEntryFunctions();
         guarded([this] { checkEntryFunctions(); });
     }

@@ -59,6 +59,8 @@ NUMBERS: Final = (
 )
 LISTS_OF_RECORDS: Final = ("installed", "upgradables", "ip_map_list")
 RECORDS: Final = ("scan_results",)
+#: The share of records among what is written there. What is no dict is no error of the writer: a dialog tells of it.
+MOSTLY: Final = 0.9
 STRANGE: Final[tuple[object, ...]] = (
     None,
     object(),
@@ -119,13 +121,12 @@ def _properties(value: object) -> list[str]:
 
 
 def _attributes() -> list[tuple[object, str]]:
-    """All that can be written but the sizes of fonts: with each of them the whole window is laid out anew,
-    and the screens do not keep up with thousands."""
+    """All that can be written."""
     return [
         (value, name)
         for value in _objects().values()
         for name in _properties(value)
-        if vars(type(value))[name].fset is not None and "size" not in name
+        if vars(type(value))[name].fset is not None
     ]
 
 
@@ -164,12 +165,11 @@ def _record(chance: random.Random) -> dict[str, object]:
 
 
 def _anything(name: str, like: object, chance: random.Random) -> object:
-    # What is no dict there is no error of the writer: it opens a dialog each time.
-    if name in LISTS_OF_RECORDS:
-        return [_record(chance) for _ in range(chance.randint(0, 30))]
-    if name in RECORDS:
-        return {chance.choice(TEXTS[1:5]): _record(chance) for _ in range(chance.randint(0, 9))}
     kind = chance.random()
+    if name in LISTS_OF_RECORDS and kind < MOSTLY:
+        return [_record(chance) for _ in range(chance.randint(0, 30))]
+    if name in RECORDS and kind < MOSTLY:
+        return {chance.choice(TEXTS[1:5]): _record(chance) for _ in range(chance.randint(0, 9))}
     if kind < 0.6:
         return _fitting(like, chance)
     return chance.choice(chance.choice((TEXTS, NUMBERS, STRANGE)))

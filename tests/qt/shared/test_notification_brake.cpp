@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QThread>
+#include <QTimer>
 
 #include <atomic>
 #include <functional>
@@ -172,11 +174,19 @@ TEST_F(NotificationBrakeTest, AnotherThreadThatWaitsIsNotTheGuiThread)
     });
 }
 
-TEST_F(NotificationBrakeTest, AGuiThreadThatStandsStillIsWaitedForOnce)
+TEST_F(NotificationBrakeTest, AGuiThreadThatStandsStillIsWaitedForOnceAndThenForTheCostOfEach)
 {
     inEventLoop([this] {
-        Writer(plenty, 1).wait(); // without saying so
+        QElapsedTimer timer;
+        timer.start();
+        constexpr int count = 2 * NotificationBrake::largestCapacity;
+        Writer(count, 1).wait(); // without saying so
         EXPECT_EQ(timesHeld(), 1);
+        // What has been told of beyond the capacity takes the GUI thread about as long as it took to tell.
+        const auto beyond = count - brake().capacity();
+        const auto least = NotificationBrake::aimedDelay * beyond / brake().capacity();
+        EXPECT_GE(timer.elapsed(),
+                  (NotificationBrake::longestWait + least * 9 / 10) / std::chrono::milliseconds(1));
         // It moves again.
         handleAll();
         const Writer next(plenty, 1);
@@ -190,10 +200,11 @@ TEST_F(NotificationBrakeTest, AGuiThreadThatStandsStillIsWaitedForOnce)
 TEST_F(NotificationBrakeTest, WhatAScreenHasTakenAndNotHandledCounts)
 {
     inEventLoop([] {
-        brake().setBacklog(brake().capacity());
+        NotificationBacklog backlog;
+        backlog.set(brake().capacity() + 1);
         const Writer writer(1, 1);
         EXPECT_TRUE(writer.awaitHeld());
-        brake().setBacklog(0);
+        backlog.set(0);
         writer.wait();
     });
 }
@@ -215,6 +226,26 @@ TEST_F(NotificationBrakeTest, AThreadWithAMutexIsHeldBackLater)
         while (writer.isRunning()) {
             QCoreApplication::processEvents();
         }
+    });
+}
+
+TEST_F(NotificationBrakeTest, ALongTurnOfTheEventLoopComesToItsTimers)
+{
+    int timeouts = 0;
+    inEventLoop([&] {
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, &timer, [&] { ++timeouts; });
+        timer.start(0);
+        std::atomic<bool> goesOn = true;
+        const Writer writer([&] {
+            while (goesOn) {
+                brake().told(1);
+            }
+        });
+        while (timeouts < 3) {
+            QCoreApplication::processEvents(QEventLoop::EventLoopExec);
+        }
+        goesOn = false;
     });
 }
 

@@ -69,6 +69,31 @@ TEST_F(BridgeTest, NoBackendShowsModuleNotFoundAndDisablesTheControls)
     EXPECT_FALSE(gui.controlsEnabled());
 }
 
+namespace {
+
+/// How long a thread of the backend keeps the GIL if others want it, in seconds.
+double lengthOfTurns()
+{
+    const pybind11::gil_scoped_acquire gil;
+    return pybind11::module_::import("sys").attr("getswitchinterval")().cast<double>();
+}
+
+} // namespace
+
+TEST_F(BridgeTest, ThreadsOfTheBackendHaveShortTurns)
+{
+    BackendRun run("recording");
+    run.waitForStart();
+    EXPECT_DOUBLE_EQ(lengthOfTurns(), 0.0005);
+}
+
+TEST_F(BridgeTest, ABackendThatHasChosenTheTurnsKeepsThem)
+{
+    BackendRun run("own_turns");
+    run.waitForStart();
+    EXPECT_DOUBLE_EQ(lengthOfTurns(), 0.02);
+}
+
 TEST_F(BridgeTest, AMissingEntryFunctionIsReportedOnceAndItsFamilyLogs)
 {
     const SignalLog exceptions(gui, {"exception"});

@@ -1,0 +1,109 @@
+"""Prints what the tests come to, by folder, and compares with the gates: table.py <results> <gates>.
+
+The results are qt.json of gcovr and demo.json of coverage.
+"""
+
+import json
+import sys
+import tomllib  # pylint: disable=wrong-import-order  # pylint of Debian 12 does not know it
+from collections import defaultdict
+from dataclasses import dataclass
+from pathlib import Path, PurePath
+
+
+@dataclass
+class Count:
+    """What was come to, and of how much."""
+
+    lines: int = 0
+    all_lines: int = 0
+    branches: int = 0
+    all_branches: int = 0
+
+    def add(self, other: "Count") -> None:
+        """Adds a part."""
+        self.lines += other.lines
+        self.all_lines += other.all_lines
+        self.branches += other.branches
+        self.all_branches += other.all_branches
+
+    @property
+    def line_share(self) -> float:
+        """Percent."""
+        return 100 * self.lines / self.all_lines if self.all_lines else 100.0
+
+    @property
+    def branch_share(self) -> float:
+        """Percent."""
+        return 100 * self.branches / self.all_branches if self.all_branches else 100.0
+
+
+def read_gcovr(file: Path) -> dict[str, Count]:
+    """By the file of the tree."""
+    return {
+        found["filename"]: Count(
+            found["line_covered"], found["line_total"], found["branch_covered"], found["branch_total"]
+        )
+        for found in json.loads(file.read_text("utf-8"))["files"]
+    }
+
+
+def read_coverage(file: Path) -> dict[str, Count]:
+    """By the file of the tree."""
+    tree = Path.cwd()
+    counts = {}
+    for name, found in json.loads(file.read_text("utf-8"))["files"].items():
+        path = Path(name)
+        summary = found["summary"]
+        counts[str(path.relative_to(tree) if path.is_absolute() else path)] = Count(
+            summary["covered_lines"],
+            summary["num_statements"],
+            summary["covered_branches"],
+            summary["num_branches"],
+        )
+    return counts
+
+
+def by_folder(files: dict[str, Count]) -> dict[str, Count]:
+    """Sums of the folders themselves, without those in them."""
+    folders: defaultdict[str, Count] = defaultdict(Count)
+    for name, count in files.items():
+        folders[str(PurePath(name).parent)].add(count)
+    return dict(sorted(folders.items()))
+
+
+def below(files: dict[str, Count], top: str) -> Count:
+    """The sum of all that is below a folder."""
+    total = Count()
+    for name, count in files.items():
+        if PurePath(name).is_relative_to(top):
+            total.add(count)
+    return total
+
+
+def row(name: str, count: Count) -> str:
+    """A line of the table."""
+    return (
+        f"| {name} | {count.line_share:.1f} % | {count.all_lines} "
+        f"| {count.branch_share:.1f} % | {count.all_branches} |"
+    )
+
+
+def main() -> int:
+    """Gives the exit code."""
+    results, gates = map(Path, sys.argv[1:])
+    files = read_gcovr(results / "qt.json") | read_coverage(results / "demo.json")
+    print("| Folder | Lines | of | Branches | of |\n|---|---|---|---|---|")
+    print("\n".join(row(f"`{name}`", count) for name, count in by_folder(files).items()))
+    missed = 0
+    for top, least in tomllib.loads(gates.read_text("utf-8"))["branches"].items():
+        total = below(files, top)
+        print(row(f"`{top}` together", total))
+        if total.branch_share < least:
+            print(f"{top}: {total.branch_share:.1f} % of the branches, not {least} %", file=sys.stderr)
+            missed += 1
+    return min(missed, 1)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
