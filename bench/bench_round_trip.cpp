@@ -59,7 +59,7 @@ class BareSender : public QObject
 
 Q_SIGNALS:
     void press();
-    void toPy(int what, const QJSValue &value);
+    void toPy(int /*what*/, const QJSValue & /*value*/);
 };
 
 void barePress(benchmark::State &state)

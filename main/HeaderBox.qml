@@ -12,7 +12,6 @@ Label {
     rightPadding: Common.spacing
     verticalAlignment: Text.AlignVCenter
     // Smaller letters rather than a text that is cut off.
-    font.pointSize: Texts.drawableSize(Gui.fSizeS)
     fontSizeMode: Text.Fit
     minimumPointSize: Texts.drawableSize(Gui.fSizeXs) / 2
     wrapMode: Text.WordWrap

@@ -134,7 +134,8 @@ def text_of(unit: Iterable[Source]) -> str:
     # To include a source looks wrong to clang-tidy, and is what a unit is for.
     includes = [f'#include "{source.path}" // NOLINT\n' for source in unit]
     if len(includes) > 1:
-        includes = [f"#undef main\n#define main main_{i} // NOLINT\n{line}" for i, line in enumerate(includes)]
+        names = (f"#undef main\n#define main main_{i} // NOLINT\n" for i in range(len(includes)))
+        includes = [name + include for name, include in zip(names, includes)]
     return "".join(includes)
 
 

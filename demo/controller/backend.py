@@ -1,7 +1,7 @@
 """The backend as a whole: made in `init`, ended with the interpreter."""
 
 import os
-from collections.abc import Callable, Mapping, Sequence
+from collections.abc import Callable, Mapping
 from contextlib import ExitStack
 from dataclasses import dataclass
 from functools import partial
@@ -16,7 +16,7 @@ from . import configuration, notices, settings
 from .after_run import AfterRun
 from .board import Board
 from .bookkeeping import Bookkeeper, SavedBooks, read_books
-from .charts import ChartLibrary, Charts, read_told
+from .charts import ChartLibrary, Charts, StoredCharts, read_charts
 from .dialog_watch import DIALOGS
 from .dialogs import Questions
 from .program_errors import PRESS_QUIET_SECS, ErrorReporter
@@ -33,7 +33,6 @@ from .recording import Recorder
 from .reports import ReportOffer
 from .run_archive import RunArchive
 from .run_log import MachineFacts
-from .saved_charts import ChartInfo
 from .service_thread import ServiceThread
 from .storage import MACHINE, RUN, SETTINGS, Change, Storage, StorageWriter, open_and_read
 from .upkeep import Upkeep
@@ -53,9 +52,7 @@ class _Stored:
     storage: Storage
     machine: Mapping[str, object]
     settings: Mapping[str, object]
-    charts: Sequence[ChartInfo]
-    #: Whether the operator knows that charts do not stay for ever.
-    charts_told: bool
+    charts: StoredCharts
     #: None if no run was interrupted.
     note: RunNote | None
     maintenance: Mapping[str, Mapping[str, object]]
@@ -67,8 +64,7 @@ def _read_stored(storage: Storage) -> _Stored:
         storage,
         storage.read(MACHINE),
         storage.read(SETTINGS),
-        storage.charts.infos(),
-        read_told(storage),
+        read_charts(storage),
         RunNote.read(storage.read(RUN)),
         read_stored(storage),
         read_books(storage),
@@ -115,7 +111,7 @@ class Backend:  # pylint: disable=too-many-instance-attributes
         jobs = self._make_jobs(machine, choice.hardware, recorder, services, stored.books)
         self.operation = Operation(self._board, jobs, equipment, choice.window)
         self.machine = MachineThread(self.operation, time_factor)
-        library = ChartLibrary(stored.charts, machine.kept_charts, stored.charts_told)
+        library = ChartLibrary(stored.charts, machine.kept_charts)
         self.charts = Charts(recorder, self._writer, library, self.machine.post)
         if self._note is None:
             self._books.close_interrupted()

@@ -25,18 +25,25 @@ T = TypeVar("T")
 
 
 @dataclass(frozen=True)
-class ChartLibrary:
-    """The saved charts at the start."""
+class StoredCharts:
+    """What the file has of charts at the start."""
 
     infos: Iterable[ChartInfo]
-    limits: ChartLimits
     #: Whether the operator has been told that charts go.
     told: bool
 
 
-def read_told(storage: Storage) -> bool:
-    """Whether the operator has been told that charts go."""
-    return bool(storage.read(CHARTS).get(TOLD))
+@dataclass(frozen=True)
+class ChartLibrary:
+    """The saved charts at the start, and how many of them may stay."""
+
+    stored: StoredCharts
+    limits: ChartLimits
+
+
+def read_charts(storage: Storage) -> StoredCharts:
+    """Reads what the file has."""
+    return StoredCharts(storage.charts.infos(), bool(storage.read(CHARTS).get(TOLD)))
 
 
 class Charts:  # pylint: disable=too-few-public-methods
@@ -57,9 +64,9 @@ class Charts:  # pylint: disable=too-few-public-methods
         self.recorder = recorder
         self._writer = writer
         self._post = post
-        self._saved = {info.name: info for info in library.infos}
+        self._saved = {info.name: info for info in library.stored.infos}
         self._limits = library.limits
-        self._told = library.told
+        self._told = library.stored.told
         self._show_list()
         self._remove_surplus()
 

@@ -47,7 +47,7 @@ class HostileTest(unittest.TestCase):
         print(f"{CLOSINGS} closings, {total}, longest pause of each in ms: {sorted(pauses)}")
 
     def close_after(self, secs: float, seed: int) -> tuple[int, list[Any]]:
-        """A run whose window is closed after that time. Its longest pause, and what its backend has reported."""
+        """A run whose window is closed after that time: its longest pause, what its backend has reported."""
         with tempfile.TemporaryDirectory() as name:
             folder = Path(name)
             with (folder / "log").open("wb") as log:

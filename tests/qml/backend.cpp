@@ -3,6 +3,7 @@
 #include "brovik/chart/chart.h"
 #include "brovik/gui/event_fence.h"
 #include "brovik/gui/gui.h"
+#include "shared/notification_brake.h"
 
 #include <pybind11/embed.h>
 
@@ -142,6 +143,7 @@ void Backend::run(const QString &code)
 void Backend::runOnThread(const QString &code)
 {
     const std::unique_ptr<QThread> thread(QThread::create(execute, code));
+    const GuiThreadWaits waits;
     thread->start();
     thread->wait();
 }

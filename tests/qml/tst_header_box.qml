@@ -1,6 +1,8 @@
 import QtQuick
+import QtQuick.Controls
 import QtTest
 
+import brovik.base
 import brovik.gui
 import kubelor.test
 import main
@@ -11,11 +13,16 @@ Item {
     width: 300
     height: 100
 
-    HeaderBox {
-        id: box
-
+    // The window gives its texts their size.
+    Control {
         anchors.fill: parent
-        text: "lang ".repeat(100)
+        font.pointSize: Texts.drawableSize(Gui.fSizeS)
+
+        contentItem: HeaderBox {
+            id: box
+
+            text: "lang ".repeat(100)
+        }
     }
 
     ScreenTestCase {

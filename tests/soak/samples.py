@@ -48,16 +48,23 @@ def read_stalls(file: Path) -> list[Stall]:
     return [Stall(float(end), *map(int, others)) for end, *others in map(str.split, lines)]
 
 
+@dataclass(frozen=True)
+class Subject:
+    """The running program, its file, and the file of its stalls."""
+
+    pid: int
+    database: Path
+    stalls: Path
+
+
 class Sampler:
     """Takes samples on a thread of its own, as a context manager."""
 
-    def __init__(self, pid: int, database: Path, stalls: Path, time_factor: float, period: float) -> None:
+    def __init__(self, subject: Subject, time_factor: float, period: float) -> None:
         self.samples: list[Sample] = []
         #: Monotonic.
         self.begun = time.monotonic()
-        self._pid = pid
-        self._database = database
-        self._stalls = stalls
+        self._subject = subject
         self._time_factor = time_factor
         self._period = period
         self._ends = threading.Event()
@@ -78,7 +85,7 @@ class Sampler:
 
     def stalls(self) -> list[Stall]:
         """Those since the beginning."""
-        return [stall for stall in read_stalls(self._stalls) if stall.end > self.begun]
+        return [stall for stall in read_stalls(self._subject.stalls) if stall.end > self.begun]
 
     def _run(self) -> None:
         last = self.begun
@@ -90,7 +97,7 @@ class Sampler:
             last = time.monotonic()
 
     def _sample(self, since: float) -> Sample:
-        process = Path("/proc") / str(self._pid)
+        process = Path("/proc") / str(self._subject.pid)
         status = dict(line.split(":", 1) for line in (process / "status").read_text().splitlines())
         return Sample(
             hours=round(self.hours, 2),
@@ -98,8 +105,8 @@ class Sampler:
             threads=int(status["Threads"]),
             descriptors=len(os.listdir(process / "fd")),
             stall=max((stall.length for stall in self.stalls() if stall.end > since), default=0),
-            database=_kib(self._database),
-            database_log=_kib(self._database.with_name(f"{self._database.name}-wal")),
+            database=_kib(self._subject.database),
+            database_log=_kib(self._subject.database.with_name(f"{self._subject.database.name}-wal")),
         )
 
 

@@ -20,7 +20,7 @@ from support.complaints import complaints
 from support.desktop import Desktop
 
 from picture import draw
-from samples import Sampler, write_table
+from samples import Sampler, Subject, write_table
 from unseen_operator import Operator
 from verdict import DAY_HOURS, findings, growth
 
@@ -45,8 +45,8 @@ def soak(folder: Path, hours: float, seed: int) -> list[str]:
         with panel.demo(TIME_FACTOR, **environment) as program:
             program.wait_until_shown(START)
             operator = Operator(program, seed)
-            database = next(configuration.rglob("*.sqlite3"))
-            with Sampler(program.process.pid, database, stalls, TIME_FACTOR, PERIOD_SECS) as sampler:
+            subject = Subject(program.process.pid, next(configuration.rglob("*.sqlite3")), stalls)
+            with Sampler(subject, TIME_FACTOR, PERIOD_SECS) as sampler:
                 while sampler.hours < hours:
                     operator.act()
             found = complaints(program)
@@ -54,13 +54,13 @@ def soak(folder: Path, hours: float, seed: int) -> list[str]:
         write_table(sampler.samples, folder / "soak.csv")
         draw(sampler.samples, folder / "soak.svg")
         (folder / "stalls.txt").write_text(stalls.read_text("utf-8") if stalls.exists() else "", "utf-8")
-        done, missed = operator.done.total(), operator.missed.total()
         print(f"Seed {seed}, {sampler.hours:.1f} simulated hours. Done: {dict(operator.done)}")
         print(f"Missed: {dict(operator.missed)}")
         print(f"Memory after {DAY_HOURS:.0f} hours: {growth(sampler.samples):+.2f} MB in a day")
         longest = sorted(sampler.stalls(), key=lambda stall: stall.length)[-5:]
         print("Longest stalls:", *longest, sep="\n    ")
-        return findings(sampler.samples, sampler.stalls(), found, done, missed)
+        done = operator.done.total()
+        return findings(sampler.samples, sampler.stalls(), found, done, operator.missed.total())
 
 
 def main() -> int:

@@ -94,9 +94,10 @@ Item {
         return defaultSuffixNumber(defaultValue ? "ein" : "aus", color);
     }
 
-    // Text behind the name of a value that is not its default.
+    // Text behind the name of a value that is not its default. Each is asked for its text: compiled, a template would make
+    // one of a colour that the garbage collector may take meanwhile.
     function defaultSuffixNumber(defaultValue: var, color: var): string {
-        return ` <i><font color="${color}">(Default: ${defaultValue})</font></i>`;
+        return ` <i><font color="${color.toString()}">(Default: ${String(defaultValue)})</font></i>`;
     }
 
     // Index of the item in a container with itemAt(), -1 if it is not there.

@@ -258,7 +258,7 @@ Item {
 
         // 0 for what is no number.
         function wholeNumber(id: var): real {
-            return Math.trunc(id) || 0;
+            return Math.trunc(Number(id)) || 0;
         }
 
         // Enters the dialog and returns its id, 0 if the id is open already. The backend is told first.

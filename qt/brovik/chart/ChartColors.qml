@@ -20,8 +20,9 @@ QtObject {
     readonly property color unknown: "lightblue"
     readonly property color name: "black"
 
-    // The title of an axis has no colour that QML can set, but it is rich text.
+    // The title of an axis has no colour that QML can set, but it is rich text. For the call of toString() see
+    // Common.defaultSuffixNumber().
     function axisTitle(text: string): string {
-        return `<font color="${labelColor}">${text}</font>`;
+        return `<font color="${labelColor.toString()}">${text}</font>`;
     }
 }

@@ -59,7 +59,8 @@ NUMBERS: Final = (
 )
 LISTS_OF_RECORDS: Final = ("installed", "upgradables", "ip_map_list")
 RECORDS: Final = ("scan_results",)
-#: The share of records among what is written there. What is no dict is no error of the writer: a dialog tells of it.
+#: The share of records among what is written there. What is no dict is no error of the writer: a dialog tells
+#: of it.
 MOSTLY: Final = 0.9
 STRANGE: Final[tuple[object, ...]] = (
     None,
