@@ -62,19 +62,32 @@ Q_SIGNALS:
     void toPy(int /*what*/, const QJSValue & /*value*/);
 };
 
+/// An object whose signals wait for a worker on the interpreter's thread.
+struct BareBackend
+{
+    BareBackend() { worker->moveToThread(registered.thread); }
+    ~BareBackend() { worker->deleteLater(); }
+    Q_DISABLE_COPY_MOVE(BareBackend)
+
+    template <typename Signal, typename Slot> void connect(Signal signal, Slot slot)
+    {
+        QObject::connect(&sender, signal, worker, slot, Qt::BlockingQueuedConnection);
+    }
+
+    BareWorker *const worker = new BareWorker; // deleted on its thread
+    BareSender sender;
+};
+
 void barePress(benchmark::State &state)
 {
     pinThread(registered.handle, static_cast<int>(state.range(0)));
-    auto *worker = new BareWorker; // deleted on its thread
-    worker->moveToThread(registered.thread);
-    BareSender sender;
-    QObject::connect(&sender, &BareSender::press, worker, &BareWorker::call, Qt::BlockingQueuedConnection);
+    BareBackend bare;
+    bare.connect(&BareSender::press, &BareWorker::call);
     for (auto _ : state) {
         for (int press = 0; press < pressesPerCall; ++press) {
-            Q_EMIT sender.press();
+            Q_EMIT bare.sender.press();
         }
     }
-    worker->deleteLater();
     state.SetItemsProcessed(state.iterations() * pressesPerCall);
 }
 
@@ -108,14 +121,11 @@ void pressFromQml(benchmark::State &state, const QByteArray &imported, const QBy
 void bareQmlPress(benchmark::State &state)
 {
     pinThread(registered.handle, static_cast<int>(state.range(0)));
-    auto *worker = new BareWorker; // deleted on its thread
-    worker->moveToThread(registered.thread);
-    BareSender sender;
-    QObject::connect(&sender, &BareSender::toPy, worker, &BareWorker::callWith, Qt::BlockingQueuedConnection);
-    const int type = qmlRegisterSingletonInstance("bench", 1, 0, "Bare", &sender);
+    BareBackend bare;
+    bare.connect(&BareSender::toPy, &BareWorker::callWith);
+    const int type = qmlRegisterSingletonInstance("bench", 1, 0, "Bare", &bare.sender);
     pressFromQml(state, "bench 1.0", "Bare.toPy(0, null)");
     QQmlPrivate::qmlunregister(QQmlPrivate::TypeRegistration, static_cast<quintptr>(type));
-    worker->deleteLater();
 }
 
 void qmlPress(benchmark::State &state)

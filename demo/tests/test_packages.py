@@ -47,6 +47,7 @@ class FolderCase(unittest.TestCase):
     """A folder to put packages into."""
 
     def setUp(self) -> None:
+        # addCleanup() ends it with the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.folder = Path(directory.name)

@@ -50,6 +50,7 @@ class StorageCase(unittest.TestCase):
     """A directory for the file."""
 
     def setUp(self) -> None:
+        # addCleanup() ends it with the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.directory = Path(directory.name)

@@ -17,6 +17,7 @@ class MakeStubsTest(unittest.TestCase):
     """From a folder of one's own."""
 
     def setUp(self) -> None:
+        # addCleanup() ends it with the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.folder = Path(directory.name)

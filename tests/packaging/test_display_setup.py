@@ -21,6 +21,7 @@ class DisplaySetupTest(unittest.TestCase):
     """The script in front of each display."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.folder = Path(self.enterContext(folder))
         self.settings = self.folder / "display.conf"

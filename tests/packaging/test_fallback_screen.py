@@ -17,6 +17,7 @@ class FallbackScreenTest(unittest.TestCase):
     """With a journal of the test's."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.folder = Path(self.enterContext(folder))
         self.support = self.folder / "support.conf"

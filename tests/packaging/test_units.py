@@ -33,6 +33,7 @@ class UnitsTest(unittest.TestCase):
     """The units in a folder as they are installed."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.root = Path(self.enterContext(folder))
         self.units = self.root / "lib/systemd/system"

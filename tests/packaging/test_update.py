@@ -67,6 +67,7 @@ class UpdateTest(unittest.TestCase):
     """A machine on which version 1 runs."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.machine = Path(self.enterContext(folder))
         self._set_up()

@@ -47,6 +47,7 @@ class FilesTest(unittest.TestCase):
     """What is read and written."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.folder = Path(self.enterContext(folder))
 

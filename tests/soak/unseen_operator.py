@@ -22,6 +22,7 @@ CHECK_START, CHECK_END, CHECK_ABORT = (
 )
 
 
+# All it is asked for is the next action.
 class Operator:  # pylint: disable=too-few-public-methods
     """One action after the other."""
 

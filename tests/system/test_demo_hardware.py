@@ -24,6 +24,7 @@ class OwnHardwareTest(unittest.TestCase):
     """The real program with a copy of the demo's backend, whose simulation is deleted."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.copy = Path(self.enterContext(folder))
         for name in ("controller", "logbook", "package_source"):

@@ -25,6 +25,7 @@ class MaintenanceCase(unittest.TestCase):
     """A machine of its own for each test, tall enough for all networks."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self._configuration = Path(self.enterContext(folder))
         panel.store_window(self._configuration, b"[window]\nwidth=800\nheight=1200\n")

@@ -89,6 +89,7 @@ class BackendTest(unittest.TestCase):
 
     def start(self, heading: str) -> Panel:
         """The program with the first example under this heading."""
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         directory = self.enterContext(folder)
         _write_backend(directory, examples()[heading][0])

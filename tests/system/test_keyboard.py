@@ -25,6 +25,7 @@ class KeyboardTest(unittest.TestCase):
     """The keyboard comes up for a field, and the page gives way."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         folder = Path(self.enterContext(directory))
         self._picture = folder / "window.png"

@@ -18,6 +18,7 @@ class PowerTest(unittest.TestCase):
     """From the power button to the command and back."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self._folder = Path(self.enterContext(folder))
 

@@ -60,6 +60,7 @@ class RunTest(unittest.TestCase):
 
     def test_whole_cleaning(self) -> None:
         """The run that the demo script shows reaches 100 %, with a picture in each theme at each stop."""
+        # enterContext() ends it with the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         folder = Path(self.enterContext(directory))
         with panel.demo(60) as program:

@@ -18,6 +18,7 @@ class ServiceTest(unittest.TestCase):
     """With a stand-in of the service manager."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         address = str(Path(self.enterContext(folder)) / "notify")
         self.manager = self.enterContext(socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM))

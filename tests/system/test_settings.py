@@ -21,6 +21,7 @@ class SettingsTest(unittest.TestCase):
     """Each on a machine of its own."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self._configuration = self.enterContext(folder)
         panel.store_window(Path(self._configuration), b"[window]\nwidth=800\nheight=1200\n")

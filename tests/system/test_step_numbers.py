@@ -75,6 +75,7 @@ class StepNumbersTest(unittest.TestCase):
     """Both generations, with and without the valve, with the steam step wished and not."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self._configuration = Path(self.enterContext(folder))
         with self._program() as program:  # Makes its file.

@@ -25,6 +25,7 @@ class WindowCase(unittest.TestCase):
     """A configuration directory that outlives the program."""
 
     def setUp(self) -> None:
+        # enterContext() ends it with the test.
         folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.configuration = Path(self.enterContext(folder))
         self.file = self.configuration / panel.SETTINGS_FILE

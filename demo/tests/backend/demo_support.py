@@ -68,6 +68,7 @@ class DemoCase(unittest.TestCase):
     """A directory for the file, and a host as at the start of the program."""
 
     def setUp(self) -> None:
+        # addCleanup() ends it with the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.directory = Path(directory.name)

@@ -66,6 +66,7 @@ class HardwareCase(unittest.TestCase):
     """A backend with a recording hardware, whose time the test lets pass."""
 
     def setUp(self) -> None:
+        # addCleanup() ends it with the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         self.directory = Path(directory.name)

@@ -58,6 +58,7 @@ class UpdateCase(RunningCase):
 
     def use_packages(self, *names: str) -> Path:
         """Lets the next backend have a source with these packages. Returns its folder."""
+        # addCleanup() ends it with the test.
         directory = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
         self.addCleanup(directory.cleanup)
         folder = Path(directory.name)

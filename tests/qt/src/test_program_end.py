@@ -144,6 +144,7 @@ class EndTest(ProgramCase):
         """A log that takes nothing more does not keep the process from ending."""
         reading, writing = os.pipe()
         with open(reading, "rb"), open(writing, "wb") as log:
+            # It is waited for below.
             program = subprocess.Popen(  # pylint: disable=consider-using-with
                 [HOST],
                 stdin=subprocess.DEVNULL,

@@ -67,6 +67,7 @@ class Desktop:
         log = (self.directory / f"{command[0]}.log").open("wb")
         with log:
             self._servers.append(
+                # They run until the desktop ends.
                 subprocess.Popen(  # pylint: disable=consider-using-with
                     command, stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=keep
                 )

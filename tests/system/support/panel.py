@@ -47,6 +47,7 @@ class Panel:
 
     def __enter__(self) -> "Panel":
         accessible.connect()
+        # It runs until __exit__().
         self._process = subprocess.Popen(  # pylint: disable=consider-using-with
             self._command,
             env=self._environment,
