@@ -11,6 +11,7 @@
 #include "src/py/bridge.h"
 #include "src/py/singletons.h"
 #include "src/service_watch.h"
+#include "src/shared_environment.h"
 #include "src/standard_streams.h"
 #include "src/window_settings.h"
 
@@ -146,6 +147,7 @@ void exportEnvironment(const QString &path)
 int runApplication(int argc, char **argv, const PlatformPaths &paths)
 {
     secureStandardStreams();
+    shareEnvironment();
     createSingletons();
     installMessageHandler();
     std::setbuf(stdout, nullptr);

@@ -99,20 +99,26 @@ class Operator:  # pylint: disable=too-few-public-methods
 
     def _abort(self) -> None:
         self._start_run()
-        if self._program.find(ABORT):
-            self._hold(ABORT)
+        self._hold(ABORT)
         self._wait(START)
 
     def _start_run(self) -> None:
         self._tab("Automatik")
         self._hold(START)
+        self._wait(ABORT)
 
     def _test_bath(self) -> None:
         self._tab("Automatik")
         self._hold(CHECK_START)
-        # The machine says when the bath is as strong as it shall be; the operator may not wait for that.
-        end = self._chance.choice((CHECK_END, CHECK_ABORT))
-        self._hold(end if self._program.find(end) else CHECK_ABORT)
+        if self._chance.random() < 0.5:
+            self._wait(CHECK_END)
+        # The machine says when the bath is as strong as it shall be, and one button becomes the other.
+        shown = self._program.wait_for(
+            "a button that ends the test",
+            lambda: next((name for name in (CHECK_END, CHECK_ABORT) if self._program.find(name)), None),
+            PATIENCE_SECS,
+        )
+        self._hold(shown)
         self._wait(CHECK_START)
 
     def _operate_by_hand(self) -> None:

@@ -69,6 +69,11 @@ class PythonTest(ProgramCase):
         told = [line for line in lines if line.startswith(("title", "fullscreen", READY))]
         self.assertEqual(told, ["fullscreen: ", "title: Brovik Kubelor", READY])
 
+    def test_backend_may_write_the_environment(self) -> None:
+        """While the screens load, whose libraries read it wherever they are."""
+        run = self.run_program(backend="writing_environment")
+        self.assertEqual(run.returncode, 7, run.stderr)
+
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)
