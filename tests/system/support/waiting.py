@@ -14,10 +14,12 @@ _POLL_SECS = 0.05
 def wait_for(what: str, condition: Callable[[], T | None], deadline: float = DEADLINE_SECS) -> T:
     """Asks until the answer is true, and gives that answer. AssertionError after `deadline` seconds."""
     end = time.monotonic() + deadline
+    asked = time.monotonic()
     while not (result := condition()):
         if time.monotonic() > end:
             raise AssertionError(f"nothing after {deadline:g} s: {what}")
-        time.sleep(_POLL_SECS)
+        time.sleep(max(_POLL_SECS, time.monotonic() - asked))
+        asked = time.monotonic()
     return result
 
 

@@ -2,53 +2,19 @@
 
 #include "brovik/gpio/gpio.h"
 #include "eventually.h"
+#include "gpio_calls.h"
 #include "log_capture.h"
 #include "simulated_chip.h"
 
 #include <gmock/gmock.h>
 
-#include <mutex>
-#include <tuple>
+#include <string>
 #include <vector>
 
 // What the tests of the service and of its worker share.
 
 inline constexpr const char *noValidLine =
     "Konnte den GPIO-Thread nicht erfolgreich starten, da keine gültigen Lines angegeben wurden";
-
-/// What the callbacks of a test were called with, in order. Any thread.
-class Calls
-{
-public:
-    using Call = std::tuple<uint, bool>;
-
-    gpio_callback_func recorder()
-    {
-        return [this](uint line, bool rising) {
-            const std::lock_guard lock(m_mutex);
-            m_calls.emplace_back(line, rising);
-        };
-    }
-
-    std::vector<Call> all() const
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_calls;
-    }
-
-    std::vector<uint> lines() const
-    {
-        std::vector<uint> result;
-        for (const auto &[line, rising] : all()) {
-            result.push_back(line);
-        }
-        return result;
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    std::vector<Call> m_calls;
-};
 
 inline std::vector<std::string> texts(const LogCapture &log, QtMsgType type)
 {

@@ -2,8 +2,6 @@
 
 #include <QThread>
 
-#include <semaphore>
-
 using brovik::Edge;
 using brovik::detail::GPIOWorker;
 using testing::Each;
@@ -12,26 +10,6 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 namespace {
-
-/// A callback that keeps the loop from its next turn until the test lets it go on.
-class Gate
-{
-public:
-    gpio_callback_func callback()
-    {
-        return [this](uint, bool) {
-            m_entered.release();
-            m_open.acquire();
-        };
-    }
-
-    void waitUntilEntered() { m_entered.acquire(); }
-    void open() { m_open.release(); }
-
-private:
-    std::binary_semaphore m_entered{0};
-    std::binary_semaphore m_open{0};
-};
 
 /// A worker whose lines are all queued before its loop starts.
 class GpioWorkerTest : public GpioTest
