@@ -27,6 +27,9 @@ class RotationCase(BoardCase):
         self.board.touch(x, y)
         self.board.wait_for_picture("the other look", lambda now: now.changed(before) > OTHER_SHARE)
         self.board.keep_picture("touched")
+        # The program remembers its look.
+        self.board.touch(x, y)
+        self.board.wait_for_picture("the look of before", lambda now: now.changed(expected) < SAME_SHARE)
 
 
 class UpsideDownTest(RotationCase):
