@@ -22,6 +22,8 @@ RESULTS = IMAGE / "results"
 PROGRAM, DISPLAY = "kubelor.service", "kubelor-display.service"
 #: The panel has more colours than the grey of an empty compositor, or a console.
 PANEL_COLOURS = 30
+#: Seconds of the board's clock after which what moves looks other than before.
+STILL_SECS = 0.3
 #: Where the automatic page has its button, and the look of the panel its own.
 START, THEME = (400, 280), (776, 155)
 
@@ -114,15 +116,20 @@ class Board(Machine):
     def touch(self, x: int, y: int, seconds: float = 0.2) -> None:
         """Lays a finger on the panel, and lifts it after so many seconds of the board's clock."""
         self.lay_finger(x, y)
-        end = self.uptime() + seconds
-        wait_for("the finger's time", lambda: self.uptime() >= end)
+        self.let_pass(seconds)
         self.lift_finger()
+
+    def let_pass(self, seconds: float) -> None:
+        """Waits until so many seconds have passed by the board's clock."""
+        end = self.uptime() + seconds
+        wait_for(f"{seconds} s of the board", lambda: self.uptime() >= end)
 
     def wait_until_still(self) -> Picture:
         """Waits until nothing moves on the panel any more."""
         last = [self.picture()]
 
         def stands() -> bool:
+            self.let_pass(STILL_SECS)
             last.append(self.picture())
             return last[-1].changed(last.pop(0)) == 0
 
