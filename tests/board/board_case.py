@@ -1,12 +1,14 @@
 """What the tests on the board are made of: a panel that is up, saved once, from which each test goes on."""
 
 import base64
+import fcntl
 import json
 import os
 import re
 import shutil
 import unittest
-from collections.abc import Callable
+from collections.abc import Callable, Iterator
+from contextlib import contextmanager
 from enum import Enum
 from pathlib import Path
 from typing import Any
@@ -20,6 +22,8 @@ RESULTS = IMAGE / "results"
 PROGRAM, DISPLAY = "kubelor.service", "kubelor-display.service"
 #: The panel has more colours than the grey of an empty compositor, or a console.
 PANEL_COLOURS = 30
+#: Seconds of the board's clock after which what moves looks other than before.
+STILL_SECS = 0.3
 #: Where the automatic page has its button, and the look of the panel its own.
 START, THEME = (400, 280), (776, 155)
 
@@ -112,15 +116,20 @@ class Board(Machine):
     def touch(self, x: int, y: int, seconds: float = 0.2) -> None:
         """Lays a finger on the panel, and lifts it after so many seconds of the board's clock."""
         self.lay_finger(x, y)
-        end = self.uptime() + seconds
-        wait_for("the finger's time", lambda: self.uptime() >= end)
+        self.let_pass(seconds)
         self.lift_finger()
+
+    def let_pass(self, seconds: float) -> None:
+        """Waits until so many seconds have passed by the board's clock."""
+        end = self.uptime() + seconds
+        wait_for(f"{seconds} s of the board", lambda: self.uptime() >= end)
 
     def wait_until_still(self) -> Picture:
         """Waits until nothing moves on the panel any more."""
         last = [self.picture()]
 
         def stands() -> bool:
+            self.let_pass(STILL_SECS)
             last.append(self.picture())
             return last[-1].changed(last.pop(0)) == 0
 
@@ -141,12 +150,21 @@ class Board(Machine):
         self.shell(f"base64 -d <{path}.base64 >{path}; rm {path}.base64")
 
 
+@contextmanager
+def alone(name: str) -> Iterator[None]:
+    """Keeps out the other tests that run at the same time, in processes of their own."""
+    with (RESULTS / f"{name}.lock").open("w", encoding="utf-8") as lock:
+        fcntl.flock(lock, fcntl.LOCK_EX)
+        yield
+
+
 def note(name: str, **figures: Any) -> None:
     """Keeps what was measured, for the table of the documentation."""
     path = RESULTS / "figures.json"
-    kept = json.loads(path.read_text("utf-8")) if path.exists() else {}
-    kept[name] = figures
-    path.write_text(json.dumps(kept, indent=2, sort_keys=True) + "\n", "utf-8")
+    with alone("figures"):
+        kept = json.loads(path.read_text("utf-8")) if path.exists() else {}
+        kept[name] = figures
+        path.write_text(json.dumps(kept, indent=2, sort_keys=True) + "\n", "utf-8")
     print(f"{name}: " + ", ".join(f"{key} {value}" for key, value in figures.items()), flush=True)
 
 
@@ -172,19 +190,25 @@ def note_start(name: str, board: Board) -> None:
 def saved_panel(drawing: Drawing) -> Path:
     """Where a board is saved whose panel is up; boots one if there is none."""
     folder = IMAGE / f"panel-{drawing.value}"
-    if not (folder / "saved").exists():
-        board = boot(folder, drawing)
-        try:
-            board.shell.wait()
-            board.wait_until_up()
-            board.keep_picture("panel")
-            note_start(f"boot, drawn by {drawing.name.lower()}", board)
-            (folder / "journal").write_text(board.journal("--boot"), "utf-8")
-            board.save()
-            (folder / "saved").touch()
-        finally:
-            board.close()
+    with alone(folder.name):
+        if not (folder / "saved").exists():
+            save_panel(folder, drawing)
     return folder
+
+
+def save_panel(folder: Path, drawing: Drawing) -> None:
+    """Boots a board, and saves it there when its panel is up."""
+    board = boot(folder, drawing)
+    try:
+        board.shell.wait()
+        board.wait_until_up()
+        board.keep_picture("panel")
+        note_start(f"boot, drawn by {drawing.name.lower()}", board)
+        (folder / "journal").write_text(board.journal("--boot"), "utf-8")
+        board.save()
+        (folder / "saved").touch()
+    finally:
+        board.close()
 
 
 class BoardCase(unittest.TestCase):

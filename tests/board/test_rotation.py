@@ -22,11 +22,18 @@ class RotationCase(BoardCase):
         self.board.shell(f"sed -i 's/^ROTATION=.*/ROTATION=\"{90 * quarters}\"/' {SETTINGS}")
         self.board.shell(f"systemctl restart {DISPLAY}")
         self.board.wait_until_up()
-        self.board.wait_for_picture("a turned panel", lambda now: now.changed(expected) < SAME_SHARE)
-        before = self.board.keep_picture("turned")
+        self.wait_for_panel(expected)
+        before = self.board.keep_picture(f"turned by {90 * quarters}")
         self.board.touch(x, y)
         self.board.wait_for_picture("the other look", lambda now: now.changed(before) > OTHER_SHARE)
-        self.board.keep_picture("touched")
+        self.board.keep_picture(f"touched, turned by {90 * quarters}")
+        # The program remembers its look.
+        self.board.touch(x, y)
+        self.wait_for_panel(expected)
+
+    def wait_for_panel(self, expected: Picture) -> None:
+        """Waits until the panel looks like this."""
+        self.board.wait_for_picture("a turned panel", lambda now: now.changed(expected) < SAME_SHARE)
 
 
 class UpsideDownTest(RotationCase):

@@ -11,9 +11,9 @@ from units import UNITS, run_script
 SCRIPT = UNITS / "kubelor-display-setup"
 TURNS = {
     "0": ("normal", "normal", (1, 0, 0, 0, 1, 0)),
-    "90": ("rotate-90", "right", (0, 1, 0, -1, 0, 1)),
+    "90": ("rotate-270", "right", (0, 1, 0, -1, 0, 1)),
     "180": ("rotate-180", "inverted", (-1, 0, 1, 0, -1, 1)),
-    "270": ("rotate-270", "left", (0, -1, 1, 1, 0, 0)),
+    "270": ("rotate-90", "left", (0, -1, 1, 1, 0, 0)),
 }
 
 
