@@ -9,6 +9,7 @@
 #include "brovik/shell/shell.h"
 #include "brovik/simulator/simulator.h"
 #include "brovik/wifi/wifi.h"
+#include "change_log.h"
 #include "log_capture.h"
 #include "signal_log.h"
 #include "simulated_chip.h"
@@ -69,17 +70,49 @@ std::unique_ptr<SignalLog> watch(const std::string &path, const std::vector<std:
     return names.empty() ? std::make_unique<SignalLog>(object) : std::make_unique<SignalLog>(object, names);
 }
 
-/// What QML reads; an enumerator as its number.
-py::object readAsQml(const std::string &path, const char *property)
+/// What QML reads; an enumerator as its number, a colour by its name.
+py::object asQml(const QVariant &value)
 {
-    const QVariant value = objectOf(path)->property(property);
     if (value.metaType().flags().testFlag(QMetaType::IsEnumeration)) {
         return py::int_(value.toInt());
     }
     if (value.metaType() == QMetaType::fromType<QList<QVariantMap>>()) {
         return castQt2Py(value.value<QList<QVariantMap>>());
     }
+    if (value.metaType() == QMetaType::fromType<QColor>()) {
+        return castQt2Py(value.value<QColor>());
+    }
     return castQt2Py(value);
+}
+
+py::object readAsQml(const std::string &path, const char *property)
+{
+    return asQml(objectOf(path)->property(property));
+}
+
+/// (property, number of the thread, value) of each change.
+py::list changesOf(const ChangeLog &log)
+{
+    py::list result;
+    for (const auto &[property, thread, value] : log.changes()) {
+        result.append(py::make_tuple(property, thread, asQml(value)));
+    }
+    return result;
+}
+
+/// ShownValues that Python may let go of on any thread.
+struct DeletedLater
+{
+    void operator()(ShownValues *values) const { values->deleteLater(); }
+};
+
+py::dict shownValues(const ShownValues &shown)
+{
+    py::dict result;
+    for (const auto &[property, value] : shown.values()) {
+        result[py::str(property)] = asQml(value);
+    }
+    return result;
 }
 
 /// Calls a method on the GUI thread, as a screen does.
@@ -168,6 +201,18 @@ PYBIND11_EMBEDDED_MODULE(_probe, module)
         .def_property_readonly("threads", threads)
         .def_property_readonly("names", &SignalLog::names)
         .def("clear", &SignalLog::clear);
+    py::class_<ChangeLog>(module, "ChangeLog")
+        .def(py::init([](const std::string &path, const std::vector<std::string> &properties) {
+            return std::make_unique<ChangeLog>(*objectOf(path), properties);
+        }))
+        .def("__len__", &ChangeLog::size)
+        .def_property_readonly("changes", changesOf)
+        .def("clear", &ChangeLog::clear);
+    py::class_<ShownValues, std::unique_ptr<ShownValues, DeletedLater>>(module, "ShownValues")
+        .def(py::init([](const std::string &path, const std::vector<std::string> &properties) {
+            return std::unique_ptr<ShownValues, DeletedLater>(new ShownValues(*objectOf(path), properties));
+        }))
+        .def_property_readonly("values", shownValues);
     py::class_<LogCapture>(module, "LogCapture")
         .def(py::init<>())
         .def_property_readonly("messages", logTexts)

@@ -137,6 +137,7 @@ DEFAULT_NAMES = [
     *ENUM_NAMES[ENUM_NAMES.index("threshold_p_blow") : ENUM_NAMES.index("POffsetSet")],
     *("p_offset", "lw_offset", "use_co2_after_saure"),
 ]
+ATTRIBUTES = BOUNDS + VALUES + SWITCHES + NAMES + OFFSETS
 INITIAL = {attribute.name: attribute.initial for attribute in VALUES + SWITCHES + NAMES + OFFSETS}
 DEFAULTS: dict[str, Any] = {name: INITIAL[name] for name in DEFAULT_NAMES}
 
@@ -149,12 +150,11 @@ class SettingsAttributesTest(unittest.TestCase):
 
     def test_initial_values(self) -> None:
         """Values and bounds start as documented, with their types."""
-        check_initial_values(self, self.values, BOUNDS + VALUES + SWITCHES + NAMES + OFFSETS)
+        check_initial_values(self, self.values, ATTRIBUTES)
 
     def test_writes(self) -> None:
         """Values and bounds can be written and notify once."""
-        for table in (BOUNDS, VALUES, SWITCHES, NAMES, OFFSETS):
-            check_writes(self, "Settings", self.values, table)
+        check_writes(self, "Settings", self.values, ATTRIBUTES)
 
     def test_defaults(self) -> None:
         """Each key but the names has its default, which cannot be written."""

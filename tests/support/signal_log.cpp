@@ -31,7 +31,7 @@ QVariant argument(const QMetaType &type, const void *value)
 SignalLog::SignalLog(QObject &object, const std::vector<std::string> &names)
 {
     for (const std::string &name : names) {
-        watch(object, signalNamed(*object.metaObject(), name));
+        take(object, signalNamed(*object.metaObject(), name), Qt::DirectConnection);
     }
 }
 
@@ -40,33 +40,21 @@ SignalLog::SignalLog(QObject &object)
     const QMetaObject &meta = *object.metaObject();
     for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
         if (meta.method(index).methodType() == QMetaMethod::Signal) {
-            watch(object, meta.method(index));
+            take(object, meta.method(index), Qt::DirectConnection);
         }
     }
 }
 
-void SignalLog::watch(QObject &object, const QMetaMethod &signal)
+void SignalLog::received(std::size_t index, void **arguments)
 {
-    const int slot = QObject::staticMetaObject.methodCount() + static_cast<int>(m_signals.size());
-    m_signals.push_back(signal);
-    QMetaObject::connect(&object, signal.methodIndex(), this, slot, Qt::DirectConnection);
-}
-
-int SignalLog::qt_metacall(QMetaObject::Call call, int id, void **arguments)
-{
-    const int slot = QObject::qt_metacall(call, id, arguments);
-    if (call != QMetaObject::InvokeMetaMethod || slot < 0) {
-        return slot;
-    }
-    const QMetaMethod &signal = m_signals.at(static_cast<std::size_t>(slot));
+    const QMetaMethod &signal = signalAt(index);
     QVariantList values;
-    for (int index = 0; index < signal.parameterCount(); ++index) {
-        values.append(argument(signal.parameterMetaType(index), arguments[index + 1]));
+    for (int place = 0; place < signal.parameterCount(); ++place) {
+        values.append(argument(signal.parameterMetaType(place), arguments[place + 1]));
     }
     const QMutexLocker lock(&m_mutex);
     const bool onGuiThread = QThread::currentThread() == QCoreApplication::instance()->thread();
     m_emissions.push_back({signal.name().toStdString(), onGuiThread, values});
-    return -1;
 }
 
 std::vector<SignalLog::Emission> SignalLog::emissions() const

@@ -1,15 +1,15 @@
 #pragma once
 
-#include <QMetaMethod>
+#include "signal_receiver.h"
+
 #include <QMutex>
-#include <QObject>
 #include <QVariantList>
 
 #include <string>
 #include <vector>
 
 /// Records every emission of some signals of an object, in order, on the thread that emits.
-class SignalLog : public QObject
+class SignalLog : public SignalReceiver
 {
 public:
     struct Emission
@@ -28,12 +28,9 @@ public:
     std::vector<std::string> names() const;
     void clear();
 
-    int qt_metacall(QMetaObject::Call call, int id, void **arguments) override;
-
 private:
-    void watch(QObject &object, const QMetaMethod &signal);
+    void received(std::size_t index, void **arguments) override;
 
-    std::vector<QMetaMethod> m_signals;
     mutable QMutex m_mutex;
     std::vector<Emission> m_emissions;
 };
