@@ -1,7 +1,6 @@
 #include "change_log.h"
 
 #include <QCoreApplication>
-#include <QMutexLocker>
 
 #include <stdexcept>
 
@@ -36,25 +35,25 @@ void ChangeLog::received(std::size_t index, void ** /*arguments*/)
 {
     const QMetaProperty &property = m_properties.at(index);
     const QVariant value = property.read(&m_object);
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_changes.push_back({property.name(), gettid(), value});
 }
 
 std::size_t ChangeLog::size() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_changes.size();
 }
 
 std::vector<ChangeLog::Change> ChangeLog::changes() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_changes;
 }
 
 void ChangeLog::clear()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_changes.clear();
 }
 
@@ -72,12 +71,12 @@ void ShownValues::received(std::size_t index, void ** /*arguments*/)
 {
     const QMetaProperty &property = m_properties.at(index);
     const QVariant value = property.read(&m_object);
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_values[property.name()] = value;
 }
 
 std::map<std::string, QVariant> ShownValues::values() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_values;
 }

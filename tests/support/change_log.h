@@ -3,10 +3,10 @@
 #include "signal_receiver.h"
 
 #include <QMetaProperty>
-#include <QMutex>
 #include <QVariant>
 
 #include <map>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -37,7 +37,7 @@ private:
 
     const QObject &m_object;
     std::vector<QMetaProperty> m_properties;
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     std::vector<Change> m_changes;
 };
 
@@ -56,6 +56,6 @@ private:
 
     const QObject &m_object;
     std::vector<QMetaProperty> m_properties;
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     std::map<std::string, QVariant> m_values;
 };

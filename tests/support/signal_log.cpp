@@ -47,7 +47,7 @@ SignalLog::SignalLog(QObject &object)
 
 void SignalLog::received(std::size_t index, void **arguments)
 {
-    const QMetaMethod &signal = signalAt(index);
+    const QMetaMethod signal = signalAt(index);
     QVariantList values;
     for (int place = 0; place < signal.parameterCount(); ++place) {
         values.append(argument(signal.parameterMetaType(place), arguments[place + 1]));

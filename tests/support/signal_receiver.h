@@ -3,6 +3,7 @@
 #include <QMetaMethod>
 #include <QObject>
 
+#include <mutex>
 #include <vector>
 
 /// Takes signals that are known only when the program runs.
@@ -19,8 +20,11 @@ protected:
     /// over. On the thread of who emits, several at once; of what is queued, on the receiver's own.
     virtual void received(std::size_t index, void **arguments) = 0;
 
-    const QMetaMethod &signalAt(std::size_t index) const { return m_signals.at(index); }
+    QMetaMethod signalAt(std::size_t index) const;
 
 private:
+    // Qt's way from the thread that makes a receiver to the one that it lives on is hidden from the thread
+    // sanitizer.
+    mutable std::mutex m_mutex;
     std::vector<QMetaMethod> m_signals;
 };
