@@ -86,7 +86,7 @@ class Build:
         """Builds and runs the tests of these folders once without a change. Raises TestsFail."""
         for stage in dict.fromkeys(stage for folder in folders for stage in stages_of(self._tree, folder)):
             begin = time.monotonic()
-            if not self._builds(stage):
+            if not self._builds(stage, keep=True):
                 raise TestsFail(f"{', '.join(stage.programs)}: the build fails without any change")
             built = time.monotonic()
             if not self._pass(stage, None):
@@ -141,9 +141,11 @@ class Build:
         target.parent.mkdir(parents=True, exist_ok=True)
         shutil.copy(source, target)
 
-    def _builds(self, stage: Stage) -> bool:
+    def _builds(self, stage: Stage, keep: bool = False) -> bool:
         targets = [word for program in stage.programs for word in ("--target", program)]
-        return self._run(["cmake", "--build", "--preset", PRESET, "--parallel", JOBS, *targets], "build")
+        return self._run(
+            ["cmake", "--build", "--preset", PRESET, "--parallel", JOBS, *targets], "build", keep=keep
+        )
 
     def _pass(self, stage: Stage, secs: float | None) -> bool:
         options = [
@@ -156,10 +158,10 @@ class Build:
         ]
         return self._run(["ctest", "--preset", PRESET, *options], "test", secs)
 
-    def _run(self, command: Sequence[str], name: str, secs: float | None = None) -> bool:
+    def _run(self, command: Sequence[str], name: str, secs: float | None = None, keep: bool = False) -> bool:
         """Whether the command succeeds in so many seconds. Leaves nothing running."""
-        # Compilers' results of changes are of no use to anybody.
-        environment = {**os.environ, "CCACHE_READONLY": "1"}
+        # What the compiler makes of a change is of no use to anybody, that of the tree comes back after each one.
+        environment = os.environ if keep else {**os.environ, "CCACHE_READONLY": "1"}
         with open(self.root / f"{name}.log", "wb") as log, subprocess.Popen(
             command,
             cwd=self.root,

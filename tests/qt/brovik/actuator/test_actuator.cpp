@@ -353,6 +353,12 @@ TEST_F(ActuatorTest, RowsAreAddedAtTheEnd)
     EXPECT_EQ(model.data(model.index(2), DOutModel::dOutRole).value<DOut *>(), actuator.mvKalt());
 }
 
+TEST_F(ActuatorTest, ARequestOnTheGuiThreadIsDoneAtOnce)
+{
+    model.requestSetDOuts({actuator.pumpe()});
+    EXPECT_EQ(model.rowCount(), 1);
+}
+
 TEST_F(ActuatorTest, AForeignRequestChangesTheRowsOnTheGuiThread)
 {
     const SignalLog log(model, {"rowsInserted"});

@@ -276,11 +276,11 @@ TEST_F(SensorTest, AnEqualResultDoesNotNotify)
     EXPECT_THAT(emitted.names(), IsEmpty());
 }
 
-TEST_F(SensorTest, APeriodOfNoTimeDoesNoHarm)
+TEST_F(SensorTest, APeriodOfNoTimeIsOneOfAMillisecond)
 {
     count(1);
     sensor.calcLw(0);
-    EXPECT_TRUE(std::isfinite(sensor.leitwert()));
+    EXPECT_EQ(sensor.leitwert(), 1.0); // as one of a millisecond: 1 kHz
 }
 
 // What the backend measures.
@@ -451,6 +451,8 @@ TEST_F(SensorTest, SimulatedConductivityOfTheAnalogueSensor)
     sensor.setLwType(Seli_SLI_03);
     sensor.requestValueChange(SensorLw, QJSValue(0.0));
     EXPECT_EQ(simulator.simAIn1(), 20);
+    sensor.requestValueChange(SensorLw, QJSValue(50.0));
+    EXPECT_EQ(simulator.simAIn1(), 60);
     sensor.requestValueChange(SensorLw, QJSValue(100.0));
     EXPECT_EQ(simulator.simAIn1(), 100);
     EXPECT_EQ(sensor.leitwert(), 100.0);
