@@ -5,6 +5,7 @@
 #include "shared/screen_engine.h"
 #include "src/command_line.h"
 #include "src/end_watch.h"
+#include "src/forked_children.h"
 #include "src/identity.h"
 #include "src/instance_guard.h"
 #include "src/message_handler.h"
@@ -161,6 +162,7 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
     readWindowSettings();
 
     QApplication application(argc, argv);
+    keepDisplayFromForks();
     const SplitArguments arguments = splitArguments(QCoreApplication::arguments(), paths.interpreter);
     CommandLine commandLine;
     commandLine.parse(arguments.qt);

@@ -1,6 +1,8 @@
 """What the window keeps from one run of the program to the next."""
 
+import os
 import re
+import signal
 import subprocess
 import tempfile
 import unittest
@@ -14,11 +16,35 @@ from support.panel import Panel
 from support.waiting import wait_for
 
 
+# As multiprocessing does it, when the operator starts a run.
+FORK = """
+import os
+import signal
+import controller
+
+def fork(enum, value=None):
+    del controller.answers["auto_value_from_cpp"]
+    child = os.fork()
+    if not child:
+        signal.pause()
+    print(f"child {child}\\n", end="")
+
+controller.answers["auto_value_from_cpp"] = fork
+"""
+
+
 def geometry(program: Panel) -> tuple[int, ...]:
     """Position and size of the window without its frame."""
     text = desktop.xdotool("getwindowgeometry", "--shell", program.window)
     values = dict(re.findall(r"(\w+)=(-?\d+)", text))
     return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+
+def windows_of(program: Panel) -> list[str]:
+    """The titles of its windows, in their order."""
+    listed = subprocess.run(["wmctrl", "-l", "-p"], capture_output=True, text=True, check=True).stdout
+    lines = [line.split(maxsplit=4) for line in listed.splitlines()]
+    return sorted(line[4] for line in lines if line[2] == str(program.process.pid))
 
 
 class WindowCase(unittest.TestCase):
@@ -113,6 +139,22 @@ class GeometryTest(WindowCase):
         self.wait_for_size(self.start(), 640, 800)
 
 
+class ForkedChildTest(WindowCase):
+    """A process of the backend that outlives the program."""
+
+    def test_kill(self) -> None:
+        """It does not keep the window, which would pass for a running program."""
+        program = self.start()
+        program.backend(FORK)
+        program.press_and_hold(START)
+        child = int(program.wait_for_log("child ").split()[-1])
+        self.addCleanup(os.kill, child, signal.SIGKILL)
+        self.assertEqual(windows_of(program), [panel.TITLE])
+        program.process.kill()
+        wait_for("the end of the window", lambda: not windows_of(program))
+        os.kill(child, 0)
+
+
 class ThemeTest(WindowCase):
     """Dark or light."""
 
@@ -177,16 +219,11 @@ class DamagedFileTest(WindowCase):
 class SimulatorTest(unittest.TestCase):
     """The simulator's window beside that of the demo machine."""
 
-    def _windows(self, program: Panel) -> list[str]:
-        listed = subprocess.run(["wmctrl", "-l", "-p"], capture_output=True, text=True, check=True).stdout
-        lines = [line.split(maxsplit=4) for line in listed.splitlines()]
-        return sorted(line[4] for line in lines if line[2] == str(program.process.pid))
-
     def test_closes_with_the_main_window(self) -> None:
         """It does not keep the program alive."""
         with panel.demo(1, BROVIK_DEMO_SIMULATOR="1") as program:
-            program.wait_for("both windows", lambda: len(self._windows(program)) == 2)
-            self.assertTrue(self._windows(program)[1].endswith("Simulator"))
+            program.wait_for("both windows", lambda: len(windows_of(program)) == 2)
+            self.assertTrue(windows_of(program)[1].endswith("Simulator"))
             self.assertEqual(program.close(), 0)
 
     def test_plays_the_machine(self) -> None:
@@ -221,7 +258,7 @@ class SimulatorTest(unittest.TestCase):
         """One window alone, and no button for another."""
         with panel.demo(1) as program:
             program.wait_until_shown(START)
-            self.assertEqual(len(self._windows(program)), 1)
+            self.assertEqual(len(windows_of(program)), 1)
             self.assertIsNone(program.find("Simulator"))
 
 

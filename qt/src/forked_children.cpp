@@ -1,0 +1,66 @@
+#include "src/forked_children.h"
+
+#include "shared/gui_thread.h"
+
+#include <QtGlobal>
+
+#include <fcntl.h>
+#include <filesystem>
+#include <optional>
+#include <pthread.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+struct Socket
+{
+    int descriptor;
+    ino_t inode;
+};
+
+/// Written before there is another thread, read within fork().
+std::vector<Socket> &displaySockets()
+{
+    static std::vector<Socket> sockets;
+    return sockets;
+}
+
+/// Of a socket that no other program is to have; what the parent has handed down is not among them.
+std::optional<Socket> ownSocket(int descriptor)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0 || !S_ISSOCK(status.st_mode) ||
+        (fcntl(descriptor, F_GETFD) & FD_CLOEXEC) == 0) {
+        return {};
+    }
+    return Socket{descriptor, status.st_ino};
+}
+
+/// Within the child, where nothing but calls of the system may be used.
+void closeDisplay()
+{
+    for (const Socket &socket : displaySockets()) {
+        // Its number may have become somebody else's.
+        const std::optional<Socket> now = ownSocket(socket.descriptor);
+        if (now && now->inode == socket.inode) {
+            ::close(socket.descriptor);
+        }
+    }
+}
+
+} // namespace
+
+void keepDisplayFromForks()
+{
+    Q_ASSERT(onGuiThread());
+    std::error_code error;
+    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
+        if (const auto socket = ownSocket(std::stoi(entry.path().filename()))) {
+            displaySockets().push_back(*socket);
+        }
+    }
+    pthread_atfork(nullptr, nullptr, closeDisplay);
+}
