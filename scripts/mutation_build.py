@@ -160,7 +160,7 @@ class Build:
 
     def _run(self, command: Sequence[str], name: str, secs: float | None = None, keep: bool = False) -> bool:
         """Whether the command succeeds in so many seconds. Leaves nothing running."""
-        # What the compiler makes of a change is of no use to anybody, that of the tree comes back after each one.
+        # What the compiler makes of a change is of no use to anybody; that of the tree comes back after each.
         environment = os.environ if keep else {**os.environ, "CCACHE_READONLY": "1"}
         with open(self.root / f"{name}.log", "wb") as log, subprocess.Popen(
             command,

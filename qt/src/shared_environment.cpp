@@ -161,12 +161,12 @@ template <typename Change> int changed(Change change)
 // Names, parameters and results are POSIX's.
 extern "C" {
 
-Q_DECL_EXPORT int setenv(const char *name, const char *value, int overwrite) noexcept
+Q_DECL_EXPORT int setenv(const char *name, const char *value, int replace) noexcept
 {
     if (!isName(name)) {
         return refuse(EINVAL);
     }
-    return changed([&] { Environment::instance().set(name, value, overwrite != 0); });
+    return changed([&] { Environment::instance().set(name, value, replace != 0); });
 }
 
 Q_DECL_EXPORT int unsetenv(const char *name) noexcept
@@ -177,14 +177,14 @@ Q_DECL_EXPORT int unsetenv(const char *name) noexcept
     return changed([&] { Environment::instance().remove(name); });
 }
 
-Q_DECL_EXPORT int putenv(char *entry) noexcept
+Q_DECL_EXPORT int putenv(char *string) noexcept
 {
-    const std::string_view text(entry);
+    const std::string_view text(string);
     const std::size_t separator = text.find('=');
     if (separator == std::string_view::npos) {
-        return unsetenv(entry);
+        return unsetenv(string);
     }
-    return changed([&] { Environment::instance().put(text.substr(0, separator), entry); });
+    return changed([&] { Environment::instance().put(text.substr(0, separator), string); });
 }
 
 Q_DECL_EXPORT int clearenv() noexcept
