@@ -10,13 +10,13 @@ import shutil
 import signal
 import subprocess
 import time
-from collections.abc import Iterator, Sequence
-from contextlib import contextmanager
+from collections.abc import Sequence
+from contextlib import AbstractContextManager
 from dataclasses import dataclass
 from pathlib import Path, PurePath
 from typing import Final
 
-from mutation_tests import TestsFail
+from mutation_tests import TestsFail, holding
 
 PRESET: Final = "mutation"
 #: The one folder that Python knows nothing of.
@@ -106,16 +106,9 @@ class Build:
                 return True
         return False
 
-    @contextmanager
-    def changed(self, file: Path, text: str) -> Iterator[None]:
+    def changed(self, file: Path, text: str) -> AbstractContextManager[None]:
         """Has this text in a file of the tree inside the block."""
-        copied = self.root / file.relative_to(self._tree)
-        original = copied.read_text("utf-8")
-        copied.write_text(text, "utf-8")
-        try:
-            yield
-        finally:
-            copied.write_text(original, "utf-8")
+        return holding(self.root / file.relative_to(self._tree), text)
 
     def _synchronise(self) -> None:
         listed = subprocess.run(

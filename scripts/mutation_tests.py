@@ -6,7 +6,7 @@ import subprocess
 import sys
 import tempfile
 from collections.abc import Iterable, Iterator
-from contextlib import contextmanager
+from contextlib import AbstractContextManager, contextmanager
 from dataclasses import dataclass
 from pathlib import Path
 from typing import Final
@@ -44,6 +44,17 @@ class TestModule:
     directory: Path
     loaded: frozenset[Path] = frozenset()
     secs: float = 0.0
+
+
+@contextmanager
+def holding(file: Path, text: str) -> Iterator[None]:
+    """Has this text in a file inside the block."""
+    original = file.read_text("utf-8")
+    file.write_text(text, "utf-8")
+    try:
+        yield
+    finally:
+        file.write_text(original, "utf-8")
 
 
 class Copy:
@@ -95,16 +106,9 @@ class Copy:
         inherited = os.environ.get("PYTHONPATH", "").split(os.pathsep)
         return {**os.environ, "PYTHONPATH": os.pathsep.join([*map(str, paths), *filter(None, inherited)])}
 
-    @contextmanager
-    def changed(self, file: Path, text: str) -> Iterator[None]:
+    def changed(self, file: Path, text: str) -> AbstractContextManager[None]:
         """Has this text in a file of the tree inside the block."""
-        copied = self.root / file.relative_to(self._tree)
-        original = copied.read_text("utf-8")
-        copied.write_text(text, "utf-8")
-        try:
-            yield
-        finally:
-            copied.write_text(original, "utf-8")
+        return holding(self.root / file.relative_to(self._tree), text)
 
 
 def _test_files(path: Path) -> list[Path]:
