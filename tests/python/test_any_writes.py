@@ -177,7 +177,7 @@ def programs() -> Iterator[Program]:
         yield Program(writers, random.randint(1, MOST_ROUNDS))
 
 
-class Watch:  # pylint: disable=too-few-public-methods
+class Watch:  # pylint: disable=too-few-public-methods  # what it has is read
     """What all objects tell, and what screens show of them."""
 
     def __init__(self) -> None:
@@ -192,7 +192,7 @@ class Watch:  # pylint: disable=too-few-public-methods
             log.clear()
 
 
-class Run:  # pylint: disable=too-few-public-methods
+class Run:  # pylint: disable=too-few-public-methods  # it does one thing
     """Three threads at work, and what the objects tell meanwhile."""
 
     def __init__(self, program: Program, logs: Mapping[str, Any]) -> None:

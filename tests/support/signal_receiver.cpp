@@ -7,6 +7,7 @@ int SignalReceiver::qt_metacall(QMetaObject::Call call, int id, void **arguments
         return slot;
     }
     {
+        // What take() has done is seen from here on.
         const std::lock_guard taken(m_mutex);
     }
     received(static_cast<std::size_t>(slot), arguments);

@@ -14,13 +14,14 @@ _POLL_SECS = 0.05
 def wait_for(what: str, condition: Callable[[], T | None], deadline: float = DEADLINE_SECS) -> T:
     """Asks until the answer is true, and gives that answer. AssertionError after `deadline` seconds."""
     end = time.monotonic() + deadline
-    asked = time.monotonic()
-    while not (result := condition()):
-        if time.monotonic() > end:
-            raise AssertionError(f"nothing after {deadline:g} s: {what}")
-        time.sleep(max(_POLL_SECS, time.monotonic() - asked))
+    while True:
         asked = time.monotonic()
-    return result
+        if result := condition():
+            return result
+        if asked > end:
+            raise AssertionError(f"nothing after {deadline:g} s: {what}")
+        # To ask is work for the program, too: it has at least as long to itself.
+        time.sleep(max(_POLL_SECS, time.monotonic() - asked))
 
 
 def hold(seconds: float) -> None:
