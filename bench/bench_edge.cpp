@@ -43,4 +43,5 @@ int main(int argc, char **argv)
     benchmark::RegisterBenchmark("count_edge/sensor", sensorEdge);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
+    return 0;
 }

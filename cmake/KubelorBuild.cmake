@@ -12,10 +12,11 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-# What ccache has to overlook to work with precompiled headers.
+# What ccache has to overlook to work with precompiled headers. What a source depends on it takes from the compiler, for
+# a preprocessor of its own reads all of them once more.
 find_program(KUBELOR_CCACHE ccache)
 if(KUBELOR_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${KUBELOR_CCACHE}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_DEPEND=1 "${KUBELOR_CCACHE}")
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     add_compile_options(-fpch-preprocess)
   else()

@@ -1,14 +1,10 @@
 #include "objects.h"
 
+#include "object_hooks.h"
+
 #include <atomic>
 
-// What Qt calls for each object that comes and goes; its private header names the places.
-extern Q_DECL_IMPORT quintptr qtHookData[];
-
 namespace {
-
-constexpr int addObjectHook = 3;
-constexpr int removeObjectHook = 4;
 
 std::atomic<int> objects = 0;
 
@@ -27,8 +23,7 @@ void removed(QObject * /*object*/)
 Objects::Objects(QObject *parent)
     : QObject(parent)
 {
-    qtHookData[addObjectHook] = reinterpret_cast<quintptr>(&added);
-    qtHookData[removeObjectHook] = reinterpret_cast<quintptr>(&removed);
+    watchObjects(&added, &removed);
 }
 
 int Objects::count() const

@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Runs whole-program tests on a desktop of their own: run.py <module> [unittest options].
 
-KUBELOR_DEMO in the environment is the program's path.
+KUBELOR_DEMO in the environment is the program's path, KUBELOR_SCREEN_READER that of the library that tells of
+its screens.
 """
 
 import sys

@@ -6,7 +6,7 @@ import unittest
 from contextlib import closing
 from pathlib import Path
 
-from support import accessible, desktop, panel
+from support import desktop, panel
 from support.accessible import Node
 from support.complaints import complaints
 from support.panel import Panel
@@ -41,7 +41,7 @@ class MaintenanceCase(unittest.TestCase):
         self.program.wait_for("the text", lambda: len(self._field_text()) == len(text))
 
     def _hidden_field(self) -> Node | None:
-        return accessible.find(self.program.process.pid, lambda node: node.role == HIDDEN_FIELD)
+        return next((node for node in self.program.nodes() if node.role == HIDDEN_FIELD), None)
 
     def _field_text(self) -> str:
         field = self._hidden_field()
@@ -84,10 +84,8 @@ class NetworkTest(MaintenanceCase):
         self.program.click(CONNECT)
 
     def _button(self, ssid: str) -> Node | None:
-        def belongs(node: Node) -> bool:
-            return (node.name, node.description) == (CONNECT, ssid)
-
-        return accessible.find(self.program.process.pid, belongs)
+        nodes = self.program.nodes()
+        return next((node for node in nodes if (node.name, node.description) == (CONNECT, ssid)), None)
 
     def test_passwords_are_never_logged(self) -> None:
         """A wrong one ends in a message, the right one in the file, and neither in the log."""

@@ -126,7 +126,7 @@ class Tour:  # pylint: disable=too-few-public-methods
 
     def _turn_switch(self, name: str, position: int, on: bool) -> None:
         def switch() -> Node | None:
-            found = self._program.find_all(name)
+            found = [node for node in self._program.nodes() if node.name.startswith(name)]
             return found[position] if len(found) > position else None
 
         desktop.click(*self._program.wait_for(f"switch {name!r}", switch).box.middle)

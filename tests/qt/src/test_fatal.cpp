@@ -1,4 +1,5 @@
 #include "backend_run.h"
+#include "repeats.h"
 #include "shared/log.h"
 #include "src/message_handler.h"
 
@@ -17,7 +18,7 @@
 
 namespace {
 
-constexpr int runs = 10;
+constexpr int runs = repeats(10);
 
 class FatalTest : public testing::Test
 {

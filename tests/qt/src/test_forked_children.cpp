@@ -57,7 +57,7 @@ public:
         m_process = fork();
         if (m_process == 0) {
             const char byte = 1;
-            if (write(ready[1], &byte, 1) == 1) {
+            if (::write(ready[1], &byte, 1) == 1) {
                 pause();
             }
             _exit(0);

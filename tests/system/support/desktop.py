@@ -14,10 +14,7 @@ _SCREEN = f"{_SIZE[0]}x{_SIZE[1]}x24"
 
 
 class Desktop:
-    """Xvfb, openbox and a D-Bus session, to which the environment of this process points.
-
-    Use as a context manager, and before the accessibility library is loaded: it looks for the session once.
-    """
+    """Xvfb, openbox and a D-Bus session, to which this process' environment points; a context manager."""
 
     def __init__(self) -> None:
         self.directory = Path(tempfile.mkdtemp(prefix="kubelor-desktop-"))
@@ -29,7 +26,6 @@ class Desktop:
             "XDG_CONFIG_HOME": str(self._folder("config")),
             "XDG_DATA_HOME": str(self._folder("data")),
             "XDG_RUNTIME_DIR": str(self._folder("runtime")),
-            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
             "QT_QPA_PLATFORM": "xcb",
             "QT_ENABLE_HIGHDPI_SCALING": "0",
             "QSG_RHI_BACKEND": "opengl",

@@ -31,8 +31,12 @@ class Panel:
 
     def __init__(self, backend: Path, *arguments: str, **environment: str) -> None:
         self.directory = Path(tempfile.mkdtemp(prefix="kubelor-panel-"))
+        self._screen = self.directory / "screen.sock"
         self._command = [os.environ["KUBELOR_DEMO"], *arguments]
+        preloaded = [os.environ["KUBELOR_SCREEN_READER"], *filter(None, [environment.pop("LD_PRELOAD", "")])]
         self._environment = os.environ | {
+            "LD_PRELOAD": ":".join(preloaded),
+            "KUBELOR_SCREEN": str(self._screen),
             # No question after a run because of a stick in this computer.
             "BROVIK_DEMO_STICK": "",
             "KUBELOR_DEMO_BACKEND": str(backend),
@@ -46,7 +50,6 @@ class Panel:
         self._reader = threading.Thread(target=self._read, daemon=True)
 
     def __enter__(self) -> "Panel":
-        accessible.connect()
         # It runs until __exit__().
         self._process = subprocess.Popen(  # pylint: disable=consider-using-with
             self._command,
@@ -108,11 +111,11 @@ class Panel:
 
     def find(self, name: str, role: str | None = None) -> Node | None:
         """What shows under that exact name, if anything does."""
-        return accessible.find(self.process.pid, lambda node: node.name == name and role in (None, node.role))
+        return next((node for node in self.nodes() if node.name == name and role in (None, node.role)), None)
 
-    def find_all(self, start: str) -> list[Node]:
-        """All that shows and has a name that begins so."""
-        return accessible.find_all(self.process.pid, lambda node: node.name.startswith(start))
+    def nodes(self) -> list[Node]:
+        """All that shows, in the order of the screen's tree."""
+        return accessible.read(self._screen)
 
     def wait_until_shown(self, name: str, role: str | None = None, deadline: float = DEADLINE_SECS) -> Node:
         """Waits until something shows under that exact name."""
@@ -137,7 +140,7 @@ class Panel:
 
     def names(self) -> list[str]:
         """All texts that show."""
-        return accessible.names(self.process.pid)
+        return [node.name for node in self.nodes()]
 
     def click(self, name: str, role: str | None = None) -> None:
         """Waits for what has that name, and clicks on its middle."""

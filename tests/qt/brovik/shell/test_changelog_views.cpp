@@ -1,6 +1,8 @@
 #include "brovik/shell/changelog_entry.h"
 #include "brovik/shell/shell.h"
+#include "object_hooks.h"
 #include "qml_binding.h"
+#include "repeats.h"
 
 #include <gtest/gtest.h>
 
@@ -10,30 +12,23 @@
 #include <QQuickView>
 #include <QTest>
 
-#include <private/qhooks_p.h>
-
 #include <mutex>
 #include <unordered_set>
 
 namespace {
 
 constexpr qsizetype entryCount = 300;
-constexpr int reloads = 50;
+constexpr int reloads = repeats(50);
 
 /// All objects that live, whoever owns them, while this does.
 class LivingObjects
 {
 public:
-    LivingObjects()
-    {
-        qtHookData[QHooks::AddQObject] = reinterpret_cast<quintptr>(&added);
-        qtHookData[QHooks::RemoveQObject] = reinterpret_cast<quintptr>(&removed);
-    }
+    LivingObjects() { watchObjects(&added, &removed); }
 
     ~LivingObjects()
     {
-        qtHookData[QHooks::AddQObject] = 0;
-        qtHookData[QHooks::RemoveQObject] = 0;
+        watchObjects(nullptr, nullptr);
         s_living.clear();
     }
 

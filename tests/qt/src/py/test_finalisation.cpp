@@ -1,5 +1,6 @@
 #include "backend_run.h"
 #include "brovik/gui/gui.h"
+#include "repeats.h"
 
 #include <gmock/gmock.h>
 
@@ -20,7 +21,7 @@ extern "C" [[gnu::visibility("default")]] const char *__asan_default_options()
 
 namespace {
 
-constexpr int runs = 20;
+constexpr int runs = repeats(20);
 
 /// A `poweroff` that says that it ran comes first on the path.
 class FakePoweroff

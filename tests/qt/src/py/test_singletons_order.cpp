@@ -11,6 +11,7 @@
 #include "brovik/shell/shell.h"
 #include "brovik/simulator/simulator.h"
 #include "brovik/wifi/wifi.h"
+#include "object_hooks.h"
 
 #include <gmock/gmock.h>
 
@@ -18,12 +19,7 @@
 #include <string>
 #include <vector>
 
-// What Qt calls for each object that comes; its private header names the place.
-extern Q_DECL_IMPORT quintptr qtHookData[];
-
 namespace {
-
-constexpr int addObjectHook = 3;
 
 std::vector<const QObject *> made;
 
@@ -46,9 +42,9 @@ std::vector<std::string> namesInOrder(std::vector<QObject *> objects)
 // They end in the reverse order, and each may rely on those before it.
 TEST(SingletonsOrder, EachIsMadeInItsTurn)
 {
-    qtHookData[addObjectHook] = reinterpret_cast<quintptr>(+[](QObject *object) { made.push_back(object); });
+    watchObjects([](QObject *object) { made.push_back(object); }, nullptr);
     createSingletons();
-    qtHookData[addObjectHook] = 0;
+    watchObjects(nullptr, nullptr);
     EXPECT_THAT(
         namesInOrder({&Wifi::instance(), &Simulator::instance(), &Shell::instance(), &Settings::instance(),
                       &Sensor::instance(), &Gui::instance(), &GPIO::instance(), &Config::instance(),

@@ -13,7 +13,7 @@ from brovik.gui import GuiEnum, PageEnum
 
 from controller.telling import tell, wait_for_page
 
-THREADS = 10_000
+THREADS = 2_000
 
 
 # What these classes have is called by Python itself.
