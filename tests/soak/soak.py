@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """A long life of the demo machine: soak.py <folder> <simulated hours> [seed].
 
-KUBELOR_DEMO is the program, KUBELOR_SCREEN_READER what tells of its screens, KUBELOR_STALL_METER what measures its GUI
-thread from inside.
+KUBELOR_DEMO is the program. From inside, KUBELOR_SCREEN_READER tells of its screens and KUBELOR_STALL_METER
+measures its GUI thread.
 """
 
 import os
