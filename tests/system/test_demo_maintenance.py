@@ -76,16 +76,20 @@ class NetworkTest(MaintenanceCase):
         """Scans, chooses a network and types the password."""
         self.program.wait_until_still()
         self.program.click(SCAN)
-        button = self.program.wait_for(f"the button of {ssid}", lambda: self._button(ssid))
+        self._wait_for_button(ssid)
+        # The list has its order once the scan is over.
         self.program.wait_until_still()
-        desktop.click(*button.box.middle)
+        desktop.click(*self._wait_for_button(ssid).box.middle)
         self.program.wait_until_shown(f"Passwort für: {ssid}")
         self.type_hidden(password)
         self.program.click(CONNECT)
 
-    def _button(self, ssid: str) -> Node | None:
-        nodes = self.program.nodes()
-        return next((node for node in nodes if (node.name, node.description) == (CONNECT, ssid)), None)
+    def _wait_for_button(self, ssid: str) -> Node:
+        def button() -> Node | None:
+            nodes = self.program.nodes()
+            return next((node for node in nodes if (node.name, node.description) == (CONNECT, ssid)), None)
+
+        return self.program.wait_for(f"the button of {ssid}", button)
 
     def test_passwords_are_never_logged(self) -> None:
         """A wrong one ends in a message, the right one in the file, and neither in the log."""

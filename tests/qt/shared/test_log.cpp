@@ -4,6 +4,7 @@
 
 #include <QMessageLogContext>
 
+#include <csignal>
 #include <cstdarg>
 #include <string>
 #include <vector>
@@ -54,6 +55,16 @@ TEST_F(LogTest, PrintfFunctionsLogAtTheirLevelInTheNativeCategoryWithoutALocatio
                                    FieldsAre(QtCriticalMsg, nativeLogCategory, nullptr, "d")));
     EXPECT_STREQ(nativeLogCategory, "default");
     EXPECT_STREQ(pythonLogCategory, "py");
+}
+
+TEST_F(LogTest, AFatalMessageIsFormattedBeforeTheProcessEnds)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto end = [] {
+        qInstallMessageHandler(nullptr); // to the standard error output
+        logFatal("%s %d %5.2f", "e", 5, 1.5);
+    };
+    EXPECT_EXIT(end(), testing::KilledBySignal(SIGABRT), "e 5  1.50");
 }
 
 TEST_F(LogTest, PercentSignsOfTheTextAreHarmless)

@@ -400,12 +400,59 @@ TEST_F(ActuatorTest, WhatIsAddedAfterAListStandsBehindIt)
         model.requestSetDOuts({actuator.mvHeiss()});
         model.requestAddDOut(actuator.heat1());
     });
+    const SignalLog rows(model, {"rowsInserted"});
     QCoreApplication::processEvents();
+    std::vector<int> places;
+    for (const SignalLog::Emission &emission : rows.emissions()) {
+        places.push_back(emission.values.at(1).toInt());
+    }
+    EXPECT_THAT(places, ElementsAre(0, 1, 0, 1));
     ASSERT_EQ(model.rowCount(), 2);
     EXPECT_EQ(model.data(model.index(0), DOutModel::dOutRole).value<DOut *>(), actuator.mvHeiss());
     EXPECT_EQ(model.data(model.index(1), DOutModel::dOutRole).value<DOut *>(), actuator.heat1());
     model.requestSetDOuts({actuator.mvKalt()});
     EXPECT_EQ(model.rowCount(), 1) << "on the thread of the model a request is a call";
+}
+
+TEST_F(ActuatorTest, AListThatOthersFollowWithoutEndMakesRowsOnceATurn)
+{
+    std::vector<DOut *> shown;
+    QObject context;
+    QObject::connect(&model, &DOutModel::rowsInserted, &context, [&](const QModelIndex &, int first) {
+        shown.push_back(model.data(model.index(first), DOutModel::dOutRole).value<DOut *>());
+    });
+    const auto send = [this](DOut *dout) {
+        onForeignThread([this, dout] { model.requestSetDOuts({dout}); });
+    };
+    const auto sendLater = [&](DOut *dout) {
+        QMetaObject::invokeMethod(
+            &context, [send, dout] { send(dout); }, Qt::QueuedConnection);
+    };
+    // Each of the later ones is sent once the list before it in the queue has been taken.
+    send(actuator.mvLaugeIn());
+    sendLater(actuator.mvKalt());
+    send(actuator.mvSaureIn());
+    sendLater(actuator.mvHeiss());
+    QCoreApplication::processEvents();
+    EXPECT_THAT(shown, ElementsAre(actuator.mvSaureIn(), actuator.mvHeiss()));
+}
+
+TEST_F(ActuatorTest, AListSetOnTheGuiThreadReplacesTheOneThatWaits)
+{
+    DOut *first = nullptr;
+    QObject context;
+    onForeignThread([this] { model.requestSetDOuts({actuator.mvLaugeIn()}); });
+    QMetaObject::invokeMethod(
+        &context,
+        [&] {
+            model.setDOuts({actuator.mvKalt()});
+            model.addDOut(actuator.heat1());
+            first = model.data(model.index(0), DOutModel::dOutRole).value<DOut *>();
+        },
+        Qt::QueuedConnection);
+    onForeignThread([this] { model.requestSetDOuts({actuator.mvHeiss()}); });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(first, actuator.mvKalt());
 }
 
 TEST_F(ActuatorTest, ADelegateFindsTheOutputByRoleAndAsModelData)
