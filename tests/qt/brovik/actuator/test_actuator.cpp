@@ -414,29 +414,6 @@ TEST_F(ActuatorTest, WhatIsAddedAfterAListStandsBehindIt)
     EXPECT_EQ(model.rowCount(), 1) << "on the thread of the model a request is a call";
 }
 
-TEST_F(ActuatorTest, AListThatOthersFollowWithoutEndMakesRowsOnceATurn)
-{
-    std::vector<DOut *> shown;
-    QObject context;
-    QObject::connect(&model, &DOutModel::rowsInserted, &context, [&](const QModelIndex &, int first) {
-        shown.push_back(model.data(model.index(first), DOutModel::dOutRole).value<DOut *>());
-    });
-    const auto send = [this](DOut *dout) {
-        onForeignThread([this, dout] { model.requestSetDOuts({dout}); });
-    };
-    const auto sendLater = [&](DOut *dout) {
-        QMetaObject::invokeMethod(
-            &context, [send, dout] { send(dout); }, Qt::QueuedConnection);
-    };
-    // Each of the later ones is sent once the list before it in the queue has been taken.
-    send(actuator.mvLaugeIn());
-    sendLater(actuator.mvKalt());
-    send(actuator.mvSaureIn());
-    sendLater(actuator.mvHeiss());
-    QCoreApplication::processEvents();
-    EXPECT_THAT(shown, ElementsAre(actuator.mvSaureIn(), actuator.mvHeiss()));
-}
-
 TEST_F(ActuatorTest, AListSetOnTheGuiThreadReplacesTheOneThatWaits)
 {
     DOut *first = nullptr;
