@@ -84,7 +84,7 @@ public:
         for (QWindow *const window : QGuiApplication::allWindows()) {
             watch(qobject_cast<QQuickWindow *>(window));
         }
-        return m_lastFrame.hasExpired(std::chrono::milliseconds(stillTime).count());
+        return m_lastFrame.hasExpired(stillTime.count());
     }
 
 private:
@@ -118,7 +118,6 @@ void answer(QLocalSocket &reader, Movement &movement, QDeadlineTimer lastTime)
         addShown(*root, all);
     }
     reader.write(QJsonDocument(all).toJson(QJsonDocument::Compact));
-    QObject::connect(&reader, &QLocalSocket::disconnected, &reader, &QObject::deleteLater);
     reader.disconnectFromServer();
 }
 
@@ -164,6 +163,8 @@ void startReader()
     auto *const movement = new Movement(server);
     QObject::connect(server, &QLocalServer::newConnection, server, [server, movement] {
         while (QLocalSocket *const reader = server->nextPendingConnection()) {
+            // Whoever asks may also give up before there is an answer.
+            QObject::connect(reader, &QLocalSocket::disconnected, reader, &QObject::deleteLater);
             answer(*reader, *movement, QDeadlineTimer(longestMove));
         }
     });
