@@ -28,7 +28,7 @@ function(kubelor_qml_module name)
     QML_FILES ${arg_QML}
     RESOURCES ${arg_IMAGES}
     ${cache_option})
-  kubelor_compiled_qml(${name}_module)
+  kubelor_compiled_together(${name}_module)
   # What Qt generates names the headers without a folder.
   target_include_directories(${name}_module PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${name}_module PUBLIC kubelor_shared Qt6::Qml Qt6::Quick ${arg_LINK})
@@ -51,28 +51,34 @@ function(kubelor_qml_singletons)
   set_source_files_properties(${ARGN} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
 endfunction()
 
-# Compiles what qmlcachegen writes, several files in one go: most of the time of each is that of the headers. Its
-# carelessness must not fail the build.
-function(kubelor_compiled_qml target)
+# Compiles the C++ of a module in one go, with what registers its types, and what qmlcachegen writes several files in one
+# go: most of the time of each is that of the headers.
+function(kubelor_compiled_together target)
   set(files_in_one 8)
   get_target_property(sources ${target} SOURCES)
-  list(FILTER sources INCLUDE REGEX "/qmlcache/.*_qml\\.cpp$")
-  set(prelude "")
-  foreach(warning IN ITEMS conversion float-conversion shadow)
-    string(APPEND prelude "#pragma GCC diagnostic ignored \"-W${warning}\"\n")
-  endforeach()
-  set_target_properties(${target} PROPERTIES
-    UNITY_BUILD ON
-    UNITY_BUILD_MODE GROUP
-    UNITY_BUILD_CODE_BEFORE_INCLUDE "${prelude}")
+  list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  kubelor_in_units(${target} 0)
+  set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
   set(count 0)
   foreach(source IN LISTS sources)
-    math(EXPR group "${count} / ${files_in_one}")
-    math(EXPR count "${count} + 1")
+    set(group cpp)
+    if(source MATCHES "/qmlcache/.*_qml\\.cpp$")
+      math(EXPR group "${count} / ${files_in_one}")
+      math(EXPR count "${count} + 1")
+      set(group qml_${group})
+      kubelor_careless(${target} ${group})
+    endif()
     set_source_files_properties(${source} TARGET_DIRECTORY ${target} PROPERTIES
       SKIP_UNITY_BUILD_INCLUSION OFF
-      UNITY_GROUP qml_${group})
+      UNITY_GROUP ${group})
   endforeach()
+endfunction()
+
+# The carelessness of what qmlcachegen writes must not fail the build.
+function(kubelor_careless target group)
+  set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}.dir/Unity/unity_${group}_cxx.cxx"
+    TARGET_DIRECTORY ${target} PROPERTIES
+    COMPILE_OPTIONS "-Wno-conversion;-Wno-float-conversion;-Wno-shadow")
 endfunction()
 
 # Where modules are looked for. By itself qmlcachegen finds Qt's own on the machine that it runs on, and leaves uncompiled

@@ -14,7 +14,7 @@ namespace {
 const QStringList settingsModules = {QStringLiteral("brovik.settings")};
 
 /// What a key starts with; without bounds if they are invalid.
-struct Key
+struct BoundedKey
 {
     std::string name;
     QVariant min;
@@ -24,9 +24,9 @@ struct Key
     std::string typeName() const { return initial.typeName(); }
 };
 
-const std::vector<Key> &keys()
+const std::vector<BoundedKey> &keys()
 {
-    static const std::vector<Key> table = {
+    static const std::vector<BoundedKey> table = {
         {"intenseFactor", 1.5, 10.0, 3.0},
         {"intenseCleaning", {}, {}, false},
         {"thresholdPBlow", 0.01, 0.2, 0.05},
@@ -125,7 +125,7 @@ const std::vector<std::string> &enumerators()
 }
 
 /// The fields of a key that notify, in order.
-std::vector<std::string> notifying(const Key &key)
+std::vector<std::string> notifying(const BoundedKey &key)
 {
     if (!key.min.isValid()) {
         return {key.name};
@@ -136,7 +136,7 @@ std::vector<std::string> notifying(const Key &key)
 std::vector<std::string> expectedProperties()
 {
     std::vector<std::string> result;
-    for (const Key &key : keys()) {
+    for (const BoundedKey &key : keys()) {
         for (const std::string &field : notifying(key)) {
             result.push_back(
                 key.typeName().append(" ").append(field).append(" -> ").append(field).append("Changed()"));
@@ -149,7 +149,7 @@ std::vector<std::string> expectedProperties()
 std::vector<std::string> expectedSignals()
 {
     std::vector<std::string> result;
-    for (const Key &key : keys()) {
+    for (const BoundedKey &key : keys()) {
         for (const std::string &field : notifying(key)) {
             result.push_back(field + "Changed()");
         }
@@ -176,7 +176,7 @@ protected:
     LogCapture capture;
 };
 
-class SettingsKeyTest : public testing::TestWithParam<Key>
+class SettingsKeyTest : public testing::TestWithParam<BoundedKey>
 {};
 
 } // namespace
@@ -204,7 +204,7 @@ TEST(SettingsDeclarations, EnumeratorsHaveTheirNumbers)
 
 TEST_P(SettingsKeyTest, StartsWithItsBoundsAndDefault)
 {
-    const Key &key = GetParam();
+    const BoundedKey &key = GetParam();
     const auto field = [&](const char *suffix) {
         return Settings::instance().property((key.name + suffix).c_str());
     };
