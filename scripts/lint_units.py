@@ -40,8 +40,8 @@ INCLUDED: Final = re.compile(r'^#include "(.*)"$', re.MULTILINE)
 #: For the compiler alone: its precompiled headers, warnings that the checkers do not know or that come
 #: from sources standing together, and the folders that Qt tells each test.
 FOREIGN: Final = re.compile(
-    r"-W(duplicated-cond|logical-op|invalid-pch|shadow|no-stringop-overflow|no-subobject-linkage)|-fpch-preprocess"
-    r"|-include=.*cmake_pch\.hxx|-DQT_TESTCASE_(BUILD|SOURCE)DIR=.*"
+    r"-W(duplicated-cond|logical-op|invalid-pch|shadow|no-stringop-overflow|no-subobject-linkage)"
+    r"|-fpch-preprocess|-include=.*cmake_pch\.hxx|-DQT_TESTCASE_(BUILD|SOURCE)DIR=.*"
 )
 #: A line of a checker that is one.
 COMPLAINT: Final = re.compile(r": (warning|error): ")
