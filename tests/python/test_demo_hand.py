@@ -1,6 +1,7 @@
 """Hand operation, inputs and the simulated hardware."""
 
 import unittest
+from functools import partial
 
 import demo_path  # pylint: disable=unused-import
 import _probe
@@ -197,6 +198,32 @@ class InputsTest(SteppedCase):
         self.backend.set_simulated(SimuEnum.Lw, 25.0)
         self.operation.advance(0.1)
         self.assertAlmostEqual(Sensor.raw_leitwert, 25.0, delta=0.1)
+
+    def test_moved_within_a_tick(self) -> None:
+        """After the exchange has looked for moves, and before the sliders are shown again."""
+        self.make()
+        for move in (
+            partial(self.backend.set_simulated, SimuEnum.AIn0, 36.0),
+            partial(Sensor.p_change_from_simulator, 1.0),
+        ):
+            with self.subTest(move):
+                self.simulated.plant.pressure = 0.0
+                self.operation.publish()
+                self.operation.advance(0.1)
+                move()
+                self.operation.publish()
+                self.assertEqual(Simulator.a_in_0, 36)
+                self.operation.advance(0.1)
+                self.assertAlmostEqual(Sensor.raw_druck, 1.0, delta=0.01)
+
+    def test_beyond_the_sliders(self) -> None:
+        """They stay at their end, which moves nothing."""
+        self.make()
+        self.simulated.plant.pressure = 7.0
+        self.operation.publish()
+        self.assertEqual(Simulator.a_in_0, Simulator.a_in_0_max)
+        self.operation.advance(0.1)
+        self.assertAlmostEqual(Sensor.raw_druck, 7.0, delta=0.01)
 
     def test_rates_of_the_simulator(self) -> None:
         """The leak test follows them."""

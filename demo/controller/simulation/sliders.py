@@ -52,9 +52,20 @@ class Sliders:
             plant.conductivity = max(0.0, SELI_SLI_03.value(found_at[1]))
 
     def show(self, plant: Plant) -> None:
-        """Keeps the analogue inputs, and the sliders, at what the sensors would give."""
+        """Keeps the analogue inputs, and the sliders, at what the sensors would give.
+
+        The window moves a slider at any moment: one that is not where it was left waits to be found.
+        """
         Sensor.ain1.value = PRESSURE_SCALES[Sensor.p_type].percent(plant.pressure)
         Sensor.ain2.value = SELI_SLI_03.percent(plant.conductivity)
-        Simulator.a_in_0 = round(Sensor.ain1.value)
-        Simulator.a_in_1 = round(Sensor.ain2.value)
-        self._left_at = (Simulator.a_in_0, Simulator.a_in_1)
+        pressure, conductivity = self._left_at
+        if Simulator.a_in_0 == pressure:
+            Simulator.a_in_0 = pressure = _position(Sensor.ain1.value)
+        if Simulator.a_in_1 == conductivity:
+            Simulator.a_in_1 = conductivity = _position(Sensor.ain2.value)
+        self._left_at = (pressure, conductivity)
+
+
+def _position(percent: float) -> int:
+    """The one that a slider can take."""
+    return max(Simulator.a_in_0_min, min(round(percent), Simulator.a_in_0_max))
