@@ -36,7 +36,10 @@ class Maintenance:
         radio = Radio(_access_points(), services.sleep, lambda: services.now)
         self._network = Network(radio, stored[NETWORK], writer, services)
         server = Server(Console(), services.sleep, lambda: self._network.online)
-        self._updates = Updates(read_source(FOLDER), server, stored[PACKAGES], writer, services, reserve)
+        source = read_source(FOLDER)
+        for problem in source.problems:
+            Logger.warning(f"Paketquelle: {problem}")
+        self._updates = Updates(source, server, stored[PACKAGES], writer, services, reserve)
 
     @property
     def installed(self) -> Mapping[str, str]:

@@ -1,12 +1,15 @@
 """The package source, the package manager, and changelogs."""
 
 import asyncio
+import errno
 import json
 import re
+import shutil
 import tempfile
 import unittest
 from pathlib import Path
 from typing import Any
+from unittest.mock import patch
 
 from controller.packages import testing
 from controller.packages.changelog import Entry, UnreadableChangelog, is_version, read, up_to
@@ -167,6 +170,13 @@ class SourceTest(FolderCase):
         """There are no packages then."""
         self.assertEqual(read_source(self.folder / "nicht-da"), Source({}, ()))
 
+    def test_folder_that_nobody_may_read(self) -> None:
+        """Is a problem, and no error that leaves the machine without its backend."""
+        with patch("os.listdir", side_effect=PermissionError(errno.EACCES, "verboten")):
+            source = read_source(self.folder)
+        self.assertEqual(source.packages, {})
+        self.assertRegex(source.problems[0], f"^{self.folder.name}: PermissionError: .*verboten$")
+
     def test_own_packages(self) -> None:
         """They show all urgencies, a fault, a package without updates and one without changelog."""
         source = read_source(FOLDER)
@@ -317,6 +327,18 @@ class UpgradeTest(ManagerCase):
         manager.restore({"brovik-waage": "0.4.1"})
         self.assertEqual(manager.installed, before | {"brovik-waage": "0.4.1"})
 
+    def test_lost_for_a_while(self) -> None:
+        """A package that cannot be read keeps its version for the day on which it can."""
+        self.package("a")
+        self.package("b")
+        manager = self.make(read_source(self.folder))
+        manager.restore({"a": "1.1"})
+        (self.folder / "a.json").rename(self.folder / "a.json.weg")
+        without = self.make(read_source(self.folder))
+        without.restore(manager.kept)
+        self.assertEqual(set(without.installed), {"b"})
+        self.assertEqual(without.kept["a"], "1.1")
+
 
 class ChangelogsTest(ManagerCase):
     """Where changelogs come from."""
@@ -379,6 +401,40 @@ class ChangelogsTest(ManagerCase):
         self.assertEqual(len(after - before), 1)
         self.changelogs.clear()
         self.assertFalse(any(path.exists() for path in after - before))
+
+    def test_download_that_breaks_off(self) -> None:
+        """Is told, and half a file never passes for the whole one."""
+
+        def half(file: Path, to: Path) -> None:
+            to.write_bytes(file.read_bytes()[:300])
+            raise OSError(errno.ENOSPC, "voll")
+
+        with patch("shutil.copyfile", half), self.assertRaisesRegex(PackageError, "nicht holen: .*voll"):
+            self.offered("brovik-bedienung")
+        self.assertEqual(self.offered("brovik-bedienung"), ["2.3.1", "2.3.0", "2.2.0"])
+
+    def test_no_room_for_a_cache(self) -> None:
+        """Is told."""
+        with patch("tempfile.mkdtemp", side_effect=OSError(errno.EROFS, "schreibgeschützt")):
+            self.assertRaisesRegex(PackageError, "schreibgeschützt", self.offered, "brovik-waage")
+
+    def test_cache_that_somebody_else_has_cleared(self) -> None:
+        """There is a new one, or nothing to clear."""
+        for _ in range(2):
+            before = set(Path(tempfile.gettempdir()).glob("kubelor-demo-*"))
+            self.offered("brovik-waage")
+            (folder,) = set(Path(tempfile.gettempdir()).glob("kubelor-demo-*")) - before
+            shutil.rmtree(folder)
+        self.changelogs.clear()
+
+    def test_cache_that_cannot_be_cleared(self) -> None:
+        """Is told, and the next time leaves no file behind."""
+        before = set(Path(tempfile.gettempdir()).glob("kubelor-demo-*"))
+        self.offered("brovik-waage")
+        with patch("shutil.rmtree", side_effect=OSError(errno.EIO, "Fehler")):
+            self.assertRaisesRegex(PackageError, "nicht leeren: .*Fehler", self.changelogs.clear)
+        self.changelogs.clear()
+        self.assertEqual(set(Path(tempfile.gettempdir()).glob("kubelor-demo-*")) - before, set())
 
     def test_none(self) -> None:
         """Packages without changelog, and no packages."""

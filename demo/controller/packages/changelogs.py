@@ -21,17 +21,20 @@ class Changelogs:
     def __init__(self, manager: PackageManager, server: Server) -> None:
         self._manager = manager
         self._server = server
-        self._cache: tempfile.TemporaryDirectory[str] | None = None
+        self._cache: Path | None = None
 
     async def offered(self, name: str) -> list[Entry]:
         """That of the version on offer, downloaded unless it has been before. Raises PackageError."""
         package, changelog = self._known(name)
-        cached = self._folder() / changelog.name
-        if not cached.exists():
-            await self._server.fetch(1, f"{name} Changelog", SIZE)
-            # Clearing may have taken the folder away meanwhile.
+        try:
             cached = self._folder() / changelog.name
-            shutil.copyfile(changelog, cached)
+            if not cached.exists():
+                await self._server.fetch(1, f"{name} Changelog", SIZE)
+                # Clearing may have taken the folder away meanwhile.
+                cached = self._folder() / changelog.name
+                _copy(changelog, cached)
+        except OSError as error:
+            raise PackageError(f"{name}: Das Changelog lässt sich nicht holen: {error}") from error
         return _entries(cached, self._manager.candidate(package))
 
     async def local(self, name: str) -> list[Entry]:
@@ -41,24 +44,34 @@ class Changelogs:
         return _entries(changelog, self._manager.installed[name])
 
     def clear(self) -> None:
-        """Leaves no file behind."""
-        if self._cache is not None:
-            self._cache.cleanup()
-            self._cache = None
+        """Leaves no file behind. Raises PackageError; the next time tries again."""
+        if self._cache is None:
+            return
+        try:
+            shutil.rmtree(self._cache)
+        except FileNotFoundError:
+            pass  # Somebody has been here before.
+        except OSError as error:
+            raise PackageError(f"Der Cache lässt sich nicht leeren: {error}") from error
+        self._cache = None
 
     def _folder(self) -> Path:
-        if self._cache is None:
-            # Outlives this function; `clear` takes it away.
-            self._cache = tempfile.TemporaryDirectory(  # pylint: disable=consider-using-with
-                prefix="kubelor-demo-"
-            )
-        return Path(self._cache.name)
+        if self._cache is None or not self._cache.exists():
+            self._cache = Path(tempfile.mkdtemp(prefix="kubelor-demo-"))
+        return self._cache
 
     def _known(self, name: str) -> tuple[Package, Path]:
         package = self._manager.packages.get(name)
         if package is None or package.changelog is None:
             raise PackageError(f"Zu {name} gibt es kein Changelog.")
         return package, package.changelog
+
+
+def _copy(file: Path, to: Path) -> None:
+    """All of it or nothing: half a file would pass for the whole one the next time."""
+    part = to.with_suffix(".part")
+    shutil.copyfile(file, part)
+    part.replace(to)
 
 
 def _entries(path: Path, version: str) -> list[Entry]:

@@ -37,9 +37,9 @@ class PackageManager:
     """Knows the versions of all packages. Belongs to one thread."""
 
     def __init__(self, source: Source, server: Server) -> None:
-        #: The installed version of each package.
-        self.installed = {name: package.delivered for name, package in source.packages.items()}
         self._source = source
+        #: The version of each package that has been upgraded, those included that the source has lost.
+        self._upgraded: dict[str, str] = {}
         self._server = server
         self._console = server.console
         self._components: Sequence[str] = (STABLE,)
@@ -51,11 +51,21 @@ class PackageManager:
         """All packages by name."""
         return self._source.packages
 
-    def restore(self, installed: Mapping[object, object]) -> None:
+    @property
+    def installed(self) -> dict[str, str]:
+        """The installed version of each package of the source."""
+        return {name: self._upgraded.get(name, p.delivered) for name, p in self.packages.items()}
+
+    @property
+    def kept(self) -> dict[str, str]:
+        """What `restore` takes. A package that cannot be read just now has not lost its version."""
+        return self._upgraded | self.installed
+
+    def restore(self, kept: Mapping[object, object]) -> None:
         """Takes over what was installed when the program ended."""
-        for name, version in installed.items():
-            if name in self.installed and isinstance(version, str) and is_version(version):
-                self.installed[str(name)] = version
+        for name, version in kept.items():
+            if isinstance(name, str) and isinstance(version, str) and is_version(version):
+                self._upgraded[name] = version
 
     def switch_testing(self, on: bool) -> None:
         """Takes the testing component in or out. The lists then have to be fetched anew."""
@@ -122,5 +132,5 @@ class PackageManager:
             self._console.err(f"dpkg: Fehler beim Bearbeiten des Paketes {name} (--configure):")
             self._console.err("»installiertes post-installation-Skript« gab den Fehlerwert 1 zurück")
             return False
-        self.installed[name] = update.new
+        self._upgraded[name] = update.new
         return True

@@ -1,6 +1,7 @@
 """The package source: a folder with a JSON file for each package, and its changelog beside it."""
 
 import json
+import os
 from collections.abc import Iterable, Mapping
 from dataclasses import dataclass
 from pathlib import Path
@@ -50,12 +51,23 @@ def read_source(folder: Path) -> Source:
     """Reads the folder. What makes no sense in it becomes a problem and leaves the rest alone."""
     packages: dict[str, Package] = {}
     problems: list[str] = []
-    for path in sorted(folder.glob("*.json")):
+    try:
+        # Not by a pattern: that passes over a folder which nobody may read.
+        names = sorted(name for name in os.listdir(folder) if name.endswith(".json"))
+    except FileNotFoundError:
+        return Source({}, ())
+    except OSError as error:
+        return Source({}, (_problem(folder, error),))
+    for path in map(folder.joinpath, names):
         try:
             packages[path.stem] = _package(path)
         except (OSError, ValueError, KeyError, TypeError) as error:
-            problems.append(f"{path.name}: {type(error).__name__}: {error}")
+            problems.append(_problem(path, error))
     return Source(packages, tuple(problems))
+
+
+def _problem(path: Path, error: Exception) -> str:
+    return f"{path.name}: {type(error).__name__}: {error}"
 
 
 def _package(path: Path) -> Package:

@@ -82,7 +82,10 @@ class Updates:
 
     def close(self) -> None:
         """Leaves no file behind. For the time after the services' thread."""
-        self._changelog_page.clear_cache()
+        try:
+            self._changelog_page.clear_cache()
+        except PackageError as error:
+            Logger.warning(f"{TITLE}: {error}")
 
     # What locks the screens.
 
@@ -129,14 +132,14 @@ class Updates:
 
     async def _upgrade_on_console(self) -> None:
         Gui.page = PageEnum.UpdatesShell
-        before = dict(self._manager.installed)
+        before = self._manager.installed
         JOURNAL.add(Kind.UPDATE, Event.BEGUN, TITLE, details=_versions(self._manager.updates()))
         try:
             await self._manager.upgrade()
         finally:
             JOURNAL.add(Kind.UPDATE, Event.ENDED, TITLE, details=self._changed_since(before))
             # Also what was installed before a failure.
-            self._store(INSTALLED_KEY, dict(self._manager.installed))
+            self._store(INSTALLED_KEY, self._manager.kept)
             self._show_installed()
             self._show_upgradables()
         notices.message(TITLE, UPGRADED, "success")

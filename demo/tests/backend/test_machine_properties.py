@@ -71,11 +71,12 @@ class ShakyHardware:  # pylint: disable=too-many-instance-attributes
         self.shown: dict[str, object] = {}
         self.broken = False
         self.switched_off = False
+        #: A run has begun, and nobody has seen that yet.
+        self.run_begun = False
         #: What was wrong with the outputs that were handed over.
         self.wrong: list[str] = []
         self._dry = False
-        # Neither starts and ends nor the simulator's window are anything special.
-        self.run_started = simulated.run_started
+        # Neither tests of baths and ends nor the simulator's window are anything special.
         self.bath_test_started = simulated.bath_test_started
         self.job_ended = simulated.job_ended
         self.tick_ended = simulated.tick_ended
@@ -105,6 +106,11 @@ class ShakyHardware:  # pylint: disable=too-many-instance-attributes
     def all_off(self) -> None:
         """Remembers."""
         self.switched_off = True
+
+    def run_started(self, resumed: bool) -> None:
+        """Remembers: who holds both push buttons down has a run that ends in the period of its start."""
+        self.run_begun = True
+        self._simulated.run_started(resumed)
 
 
 # pylint: disable-next=too-many-instance-attributes,too-many-public-methods  # one for each thing that may happen
@@ -370,7 +376,9 @@ class BackendMachine(RuleBasedStateMachine):
 
     def observe(self) -> None:
         """After whatever a job may have ended or begun in."""
-        if Auto.active and not self.was_active:
+        if self.hardware.run_begun:
+            self.hardware.run_begun = False
+            self.was_active = self.was_running = True
             self.progress = 0
             if self.interrupted:  # Somebody has begun anew.
                 self.close_interrupted()
@@ -423,6 +431,20 @@ class BackendMachine(RuleBasedStateMachine):
 
 BackendPropertiesTest = BackendMachine.TestCase
 BackendPropertiesTest.settings = trials(STEPS)
+
+
+class FoundTest(unittest.TestCase):
+    """What chance has found once."""
+
+    def test_both_buttons_at_once(self) -> None:
+        """The run ends in the period in which it has begun, and has its record."""
+        machine = BackendMachine()
+        self.addCleanup(machine.teardown)
+        machine.build(legacy=False, steam=False, level_switch=False, faults=frozenset(), quick=False)
+        machine.show(("start_pressed", True))
+        machine.show(("stop_pressed", True))
+        machine.wait(1)
+        self.assertEqual((machine.written_runs, Auto.active), (1, False))
 
 
 if __name__ == "__main__":
