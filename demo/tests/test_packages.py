@@ -405,8 +405,8 @@ class ChangelogsTest(ManagerCase):
     def test_download_that_breaks_off(self) -> None:
         """Is told, and half a file never passes for the whole one."""
 
-        def half(file: Path, to: Path) -> None:
-            to.write_bytes(file.read_bytes()[:300])
+        def half(file: Path, target: Path) -> None:
+            target.write_bytes(file.read_bytes()[:300])
             raise OSError(errno.ENOSPC, "voll")
 
         with patch("shutil.copyfile", half), self.assertRaisesRegex(PackageError, "nicht holen: .*voll"):

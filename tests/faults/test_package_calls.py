@@ -1,4 +1,4 @@
-"""Each call for the package source and for what has been downloaded fails once: it is told, and nothing is lost.
+"""Each call for the package source and for what was downloaded fails once: it is told, and nothing is lost.
 
 KUBELOR_FAULTS_EVERY says how many calls to go on to the next one; 1 takes all of them.
 """
@@ -85,9 +85,9 @@ class Visit:
 
     def work(self, enum: ShellActionEnum) -> None:
         """An action, up to the end of the work that it starts."""
-        before = self._shell.names.count("lockedChanged")
+        before = self._locks()
         self.act(enum, None)
-        self._until(lambda: self._shell.names.count("lockedChanged") == before + 2)
+        self._until(lambda: self._locks() == before + 2)
 
     def act(self, enum: ShellActionEnum, value: object) -> None:
         """What the screens send, taken up by the services."""
@@ -106,6 +106,10 @@ class Visit:
     def stop(self) -> None:
         """Ends the program."""
         self._backend.stop()
+
+    def _locks(self) -> int:
+        """How often the screens were locked or unlocked."""
+        return int(self._shell.names.count("lockedChanged"))
 
     @staticmethod
     def _until(condition: Callable[[], bool]) -> None:

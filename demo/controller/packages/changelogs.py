@@ -67,11 +67,11 @@ class Changelogs:
         return package, package.changelog
 
 
-def _copy(file: Path, to: Path) -> None:
+def _copy(file: Path, target: Path) -> None:
     """All of it or nothing: half a file would pass for the whole one the next time."""
-    part = to.with_suffix(".part")
+    part = target.with_suffix(".part")
     shutil.copyfile(file, part)
-    part.replace(to)
+    part.replace(target)
 
 
 def _entries(path: Path, version: str) -> list[Entry]:

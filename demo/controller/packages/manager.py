@@ -7,7 +7,7 @@ It stands where a real machine runs `apt-get`: there, each function here starts 
 
 from collections.abc import Mapping, Sequence
 from dataclasses import dataclass
-from typing import Final
+from typing import Any, Final
 
 from .changelog import is_version
 from .server import PackageError, Server
@@ -61,7 +61,7 @@ class PackageManager:
         """What `restore` takes. A package that cannot be read just now has not lost its version."""
         return self._upgraded | self.installed
 
-    def restore(self, kept: Mapping[object, object]) -> None:
+    def restore(self, kept: Mapping[Any, object]) -> None:
         """Takes over what was installed when the program ended."""
         for name, version in kept.items():
             if isinstance(name, str) and isinstance(version, str) and is_version(version):

@@ -26,7 +26,7 @@ ChartMetaData &ChartMetaData::operator=(const ChartMetaData &other)
 bool operator==(const ChartMetaData &left, const ChartMetaData &right)
 {
     bool areEqual = true;
-#define COMPARE_FIELD(type, name, ...) areEqual = areEqual && left.name() == right.name();
+#define COMPARE_FIELD(type, name, ...) areEqual = left.name() == right.name() && areEqual;
     CHART_META_DATA_PROPERTIES(COMPARE_FIELD)
 #undef COMPARE_FIELD
     return areEqual;

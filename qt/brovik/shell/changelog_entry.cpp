@@ -31,9 +31,12 @@ ChangelogEntry &ChangelogEntry::operator=(const ChangelogEntry &other)
 
 bool operator==(const ChangelogEntry &left, const ChangelogEntry &right)
 {
-    return left.name() == right.name() || left.date() == right.date() ||
-           left.distribution() == right.distribution() || left.version() == right.version() ||
-           left.urgencyStr() == right.urgencyStr();
+    const auto shared = [&](QString (ChangelogEntry::*field)() const) {
+        return (left.*field)() == (right.*field)();
+    };
+    return shared(&ChangelogEntry::name) || shared(&ChangelogEntry::date) ||
+           shared(&ChangelogEntry::distribution) || shared(&ChangelogEntry::version) ||
+           shared(&ChangelogEntry::urgencyStr);
 }
 
 QString ChangelogEntry::text() const

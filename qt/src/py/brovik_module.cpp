@@ -37,8 +37,9 @@ template <typename Log> void bindLogFunction(py::class_<Logger> &cls, const char
 {
     const auto logText = [log](const py::str &message, bool /*withTrace*/) {
         const QString text = castPy2Qt<QString>(message);
-        log(QMessageLogger(nullptr, 0, nullptr, pythonLogCategory),
-            text.isNull() ? "Konnte die Python-Nachricht nicht konvertieren" : qUtf8Printable(text));
+        const QByteArray line =
+            text.isNull() ? QByteArray("Konnte die Python-Nachricht nicht konvertieren") : text.toUtf8();
+        log(QMessageLogger(nullptr, 0, nullptr, pythonLogCategory), line.constData());
     };
     cls.def_static(name, logText, py::arg("msg"), pythonArgument<bool>("w_trace") = false);
 }

@@ -19,10 +19,13 @@ namespace py = pybind11;
 
 inline QString indexText(py::ssize_t index, qsizetype size)
 {
-    const QString text = QStringLiteral("Ungültiger Index %1. ").arg(index);
-    return size == 0
-               ? text + QStringLiteral("Die Liste ist leer.\n")
-               : text + QStringLiteral("Gültige Indices sind 0...%1 (-1...%2).\n").arg(size - 1).arg(-size);
+    if (size == 0) {
+        return QStringLiteral("Ungültiger Index %1. Die Liste ist leer.\n").arg(index);
+    }
+    return QStringLiteral("Ungültiger Index %1. Gültige Indices sind 0...%2 (-1...%3).\n")
+        .arg(index)
+        .arg(size - 1)
+        .arg(-size);
 }
 
 /// Position in the list of an index as Python gives it; a negative one counts from the end.
