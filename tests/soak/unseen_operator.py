@@ -9,7 +9,7 @@ from support import desktop
 from support.automatic import ABORT, START
 from support.controls import spin_box
 from support.look import TO_DARK, TO_LIGHT
-from support.panel import Panel
+from support.panel import HOLD_SECS, Panel
 
 #: An action that takes longer comes to nothing.
 PATIENCE_SECS: Final = 10.0
@@ -17,9 +17,8 @@ PATIENCE_SECS: Final = 10.0
 ANSWERS: Final = ("OK", "Ja", "Später", "Nein", "Abbrechen")
 THRESHOLD: Final = "Leitwert in mS/cm, ab dem das Medium als Wasser erkannt wird"
 BACK_TO_CHART: Final = "Zurück zum Chart"
-CHECK_START, CHECK_END, CHECK_ABORT = (
-    f"Überprüfung {what}" for what in ("starten", "abschließen", "abbrechen")
-)
+CHECK_START: Final = "Überprüfung starten"
+CHECK_ENDS: Final = ("Überprüfung abschließen", "Überprüfung abbrechen")
 
 
 # All it is asked for is the next action.
@@ -104,22 +103,30 @@ class Operator:  # pylint: disable=too-few-public-methods
 
     def _start_run(self) -> None:
         self._tab("Automatik")
+        self._end_bath_test()
         self._hold(START)
         self._wait(ABORT)
 
     def _test_bath(self) -> None:
         self._tab("Automatik")
+        self._end_bath_test()
         self._hold(CHECK_START)
-        if self._chance.random() < 0.5:
-            self._wait(CHECK_END)
-        # The machine says when the bath is as strong as it shall be, and one button becomes the other.
-        shown = self._program.wait_for(
-            "a button that ends the test",
-            lambda: next((name for name in (CHECK_END, CHECK_ABORT) if self._program.find(name)), None),
-            PATIENCE_SECS,
+        awaited = CHECK_ENDS[: self._chance.choice((1, 2))]
+        self._program.wait_for(
+            "the test", lambda: any(self._program.find(name) for name in awaited), PATIENCE_SECS
         )
-        self._hold(shown)
-        self._wait(CHECK_START)
+        self._end_bath_test()
+
+    def _end_bath_test(self) -> None:
+        """If one runs. When the bath is as strong as it shall be, one button becomes the other."""
+
+        def ended() -> bool:
+            found = next((node for name in CHECK_ENDS if (node := self._program.find(name))), None)
+            if found is not None:
+                desktop.press_and_hold(*found.box.middle, HOLD_SECS)
+            return found is None
+
+        self._program.wait_for("the end of the test", ended, PATIENCE_SECS)
 
     def _operate_by_hand(self) -> None:
         self._settings("Handbetrieb")

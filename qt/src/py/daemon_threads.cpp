@@ -29,8 +29,10 @@ void parkDaemonThreadsAtEnd()
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library's name is reserved
 extern "C" [[gnu::visibility("default")]] void pthread_exit(void *result)
 {
-    while (parking && _Py_IsFinalizing() != 0) {
-        pause();
+    if (parking && _Py_IsFinalizing() != 0) {
+        for (;;) {
+            pause(); // a signal ends it, and by then Python may have begun anew
+        }
     }
     using Exit = void (*)(void *);
     const auto next = reinterpret_cast<Exit>(dlsym(RTLD_NEXT, "pthread_exit"));
