@@ -2,54 +2,17 @@
 #include "src/service_socket.h"
 
 #include "log_capture.h"
+#include "service_manager.h"
 
 #include <gmock/gmock.h>
 
 #include <QTemporaryDir>
 
-#include <csignal>
-#include <cstddef>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 using std::chrono::milliseconds;
 
 namespace {
-
-/// The service manager's end.
-class Manager
-{
-public:
-    /// A path, or '@' and a name of the abstract space.
-    explicit Manager(const QByteArray &address)
-        : m_descriptor(::socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0))
-    {
-        sockaddr_un name{};
-        name.sun_family = AF_UNIX;
-        std::copy(address.cbegin(), address.cend(), std::begin(name.sun_path));
-        if (address.startsWith('@')) {
-            name.sun_path[0] = '\0';
-        }
-        const auto length =
-            static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + std::size_t(address.size()));
-        EXPECT_EQ(::bind(m_descriptor, reinterpret_cast<const sockaddr *>(&name), length), 0);
-    }
-
-    ~Manager() { ::close(m_descriptor); }
-
-    Q_DISABLE_COPY_MOVE(Manager)
-
-    QByteArray receive() const
-    {
-        char buffer[256];
-        const ssize_t size = ::recv(m_descriptor, buffer, sizeof buffer, 0);
-        return size < 0 ? QByteArray("(nothing)") : QByteArray(buffer, size);
-    }
-
-private:
-    int m_descriptor;
-};
 
 class ServiceSocketTest : public testing::Test
 {
@@ -79,7 +42,7 @@ protected:
 
 TEST_F(ServiceSocketTest, ReachesAPath)
 {
-    const Manager manager(m_path);
+    const ServiceManager manager(m_path);
     EXPECT_TRUE(ServiceSocket(m_path).send("READY=1\nSTATUS=x"));
     EXPECT_EQ(manager.receive(), "READY=1\nSTATUS=x");
 }
@@ -87,7 +50,7 @@ TEST_F(ServiceSocketTest, ReachesAPath)
 TEST_F(ServiceSocketTest, ReachesTheAbstractSpace)
 {
     const QByteArray address = '@' + m_path;
-    const Manager manager(address);
+    const ServiceManager manager(address);
     EXPECT_TRUE(ServiceSocket(address).send("WATCHDOG=1"));
     EXPECT_EQ(manager.receive(), "WATCHDOG=1");
 }
@@ -99,20 +62,20 @@ TEST_F(ServiceSocketTest, AManagerThatIsGoneAndOneInItsPlace)
     EXPECT_FALSE(socket.send("b"));
     EXPECT_EQ(m_log.texts(QtWarningMsg).size(), 1);
     {
-        const Manager manager(m_path);
+        const ServiceManager manager(m_path);
         EXPECT_TRUE(socket.send("c"));
     }
     EXPECT_FALSE(socket.send("d"));
     EXPECT_EQ(m_log.texts(QtWarningMsg).size(), 2);
     unlink(m_path.constData());
-    const Manager another(m_path);
+    const ServiceManager another(m_path);
     EXPECT_TRUE(socket.send("e"));
     EXPECT_EQ(another.receive(), "e");
 }
 
 TEST_F(ServiceSocketTest, AManagerThatReadsNothingIsNotWaitedFor)
 {
-    const Manager manager(m_path);
+    const ServiceManager manager(m_path);
     ServiceSocket socket(m_path);
     int taken = 0;
     while (socket.send("x")) {
