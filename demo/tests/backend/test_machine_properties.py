@@ -89,16 +89,16 @@ class ShakyHardware:  # pylint: disable=too-many-instance-attributes
         self.wrong += never_together(on)
         if job_running():
             self.wrong += pumps_in_vain(on)
-        if Output.HEAT_1 in on:
-            self._judge_heater()
-        # A wish or a level of this moment holds from the next exchange on.
-        readings = replace(self._simulated.exchange(dt, on), **self.shown)
         looked_at = self._level_switch and SettingsValues.test_lauge_level
+        if Output.HEAT_1 in on:
+            self._judge_heater(looked_at)
+        # A level, or a wish to look at it, holds from the next exchange on.
+        readings = replace(self._simulated.exchange(dt, on), **self.shown)
         self._dry = looked_at and not readings.level_reached
         return readings
 
-    def _judge_heater(self) -> None:
-        if self._dry:
+    def _judge_heater(self, looked_at: bool) -> None:
+        if self._dry and looked_at:
             self.wrong.append("the heater is on in a tank run dry")
         if not (Auto.active or Actuator.manual_heating_enabled):
             self.wrong.append("the heater is on though nobody wants it")
@@ -445,6 +445,18 @@ class FoundTest(unittest.TestCase):
         machine.show(("stop_pressed", True))
         machine.wait(1)
         self.assertEqual((machine.written_runs, Auto.active), (1, False))
+
+    def test_heater_in_a_tank_that_nobody_looks_at(self) -> None:
+        """It was dry in the last exchange, when somebody still did."""
+        machine = BackendMachine()
+        self.addCleanup(machine.teardown)
+        faults = frozenset({PlantFault.LEVEL})
+        machine.build(legacy=False, steam=False, level_switch=True, faults=faults, quick=False)
+        machine.wish("test_lauge_level", False)
+        machine.heat_by_hand()
+        machine.wait(1)
+        machine.outputs_are_safe()
+        self.assertIn(Output.HEAT_1, machine.on())
 
 
 if __name__ == "__main__":
