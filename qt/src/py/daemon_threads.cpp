@@ -2,7 +2,10 @@
 
 #include <Python.h>
 
+#include <algorithm>
 #include <atomic>
+#include <deque>
+#include <vector>
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -13,15 +16,51 @@
 // Python objects without the GIL. So such a thread stops where it stands, for good, and nothing of it is
 // unwound. Later versions of Python do the same by themselves.
 //
+// On its way there a thread looks into its state, and one that only begins writes into it: but Python has
+// freed it by then, and the memory may be somebody else's. So these states are never freed.
+//
 namespace {
 
+using States = std::vector<const void *>;
+
 std::atomic<bool> parking = false;
+std::atomic<const States *> kept = nullptr;
+/// Written before `kept` is.
+PyMemAllocatorEx allocatorOfPython;
+
+/// Any thread, also without the GIL.
+void freeUnlessKept(void *context, void *memory)
+{
+    const States *states = kept;
+    if (states == nullptr || std::find(states->begin(), states->end(), memory) == states->end()) {
+        allocatorOfPython.free(context, memory);
+    }
+}
 
 } // namespace
 
 void parkDaemonThreadsAtEnd()
 {
     parking = true;
+}
+
+void keepThreadStates()
+{
+    // Those of each end: another thread may be looking for something in the last ones.
+    static std::deque<States> ends;
+    States &states = ends.emplace_back();
+    PyThreadState *state = PyInterpreterState_ThreadHead(PyInterpreterState_Get());
+    for (; state != nullptr; state = PyThreadState_Next(state)) {
+        states.push_back(state);
+    }
+    PyMemAllocatorEx allocator;
+    PyMem_GetAllocator(PYMEM_DOMAIN_RAW, &allocator);
+    if (allocator.free != freeUnlessKept) {
+        allocatorOfPython = allocator;
+        allocator.free = freeUnlessKept;
+        PyMem_SetAllocator(PYMEM_DOMAIN_RAW, &allocator);
+    }
+    kept = &states;
 }
 
 // The definition in the executable comes before that of the C library, also for calls from Python's library.
