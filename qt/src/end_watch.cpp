@@ -132,12 +132,14 @@ private:
 
     [[noreturn]] void giveUp() const
     {
+        // GCOVR_EXCL_BR_START: what the process has come to goes with it
         logCritical("%s: Das Programm wartet noch immer auf %s und wird abgebrochen. Die Python-Threads:",
                     EndSignals::name(m_signal), qUtf8Printable(awaited()));
         // The threads run on while their stacks are read, so the reading may crash.
         std::signal(SIGSEGV, leave);
         PythonStacks::write();
         leave(m_signal);
+        // GCOVR_EXCL_BR_STOP
     }
 
     QTimer m_line{this};

@@ -42,6 +42,7 @@ std::optional<Socket> ownSocket(int descriptor)
 /// Within the child, where nothing but calls of the system may be used.
 void closeDisplay()
 {
+    // GCOVR_EXCL_BR_START: what a child comes to goes with it
     for (const Socket &socket : displaySockets()) {
         // Its number may have become somebody else's.
         const std::optional<Socket> now = ownSocket(socket.descriptor);
@@ -49,6 +50,7 @@ void closeDisplay()
             ::close(socket.descriptor);
         }
     }
+    // GCOVR_EXCL_BR_STOP
 }
 
 } // namespace

@@ -49,8 +49,10 @@ bool listedWindows(const QProcess &tool)
         logInfo("Das Programm 'wmctrl' ist anscheinend nicht installiert.");
         return false;
     case QProcess::Crashed:
+        // GCOVR_EXCL_BR_START: the exit status has told before
         warningStream() << "Das Programm 'wmctrl' ist gecrasht. Exit-Code:" << tool.exitCode();
         return false;
+        // GCOVR_EXCL_BR_STOP
     case QProcess::Timedout:
     case QProcess::ReadError:
     case QProcess::WriteError:

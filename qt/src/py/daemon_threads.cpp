@@ -24,14 +24,14 @@ namespace {
 using States = std::vector<const void *>;
 
 std::atomic<bool> parking = false;
-std::atomic<const States *> kept = nullptr;
-/// Written before `kept` is.
+std::atomic<const States *> keptStates = nullptr;
+/// Written before `keptStates` is.
 PyMemAllocatorEx allocatorOfPython;
 
 /// Any thread, also without the GIL.
 void freeUnlessKept(void *context, void *memory)
 {
-    const States *states = kept;
+    const States *states = keptStates;
     if (states == nullptr || std::find(states->begin(), states->end(), memory) == states->end()) {
         allocatorOfPython.free(context, memory);
     }
@@ -60,7 +60,7 @@ void keepThreadStates()
         allocator.free = freeUnlessKept;
         PyMem_SetAllocator(PYMEM_DOMAIN_RAW, &allocator);
     }
-    kept = &states;
+    keptStates = &states;
 }
 
 // The definition in the executable comes before that of the C library, also for calls from Python's library.
