@@ -27,7 +27,7 @@ ScreenTestCase {
     function prepare() {
         stack = createTemporaryObject(pageComponent, parent);
         page = stack.page;
-        waitForRendering(page);
+        draw(page);
     }
 
     function named(name) {

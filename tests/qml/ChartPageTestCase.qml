@@ -36,7 +36,7 @@ DialogTestCase {
         const stack = createTemporaryObject(stackComponent, template.contentItem);
         page = stack.page;
         stack.currentIndex = 1;
-        waitForRendering(page);
+        draw(page);
     }
 
     // Lines and axes are no items, so findChild() does not see them.

@@ -33,7 +33,7 @@ ScreenTestCase {
         stack = createTemporaryObject(stackComponent, parent);
         page = stack.page;
         stack.currentIndex = 1;
-        waitForRendering(page);
+        draw(page);
     }
 
     function part(name) {
@@ -73,7 +73,7 @@ ScreenTestCase {
 
     // Nothing is where it belongs before the first frame.
     function press(button) {
-        waitForRendering(page);
+        draw(page);
         mouseClick(button);
     }
 }

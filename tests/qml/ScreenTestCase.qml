@@ -36,6 +36,12 @@ TestCase {
         Backend.settle();
     }
 
+    // Until all of a window is as its next frame shows it. It is drawn for that, since there may be no need for one.
+    function draw(item) {
+        item.Window.window.update();
+        verify(waitForRendering(item), `No frame ${caller()}`);
+    }
+
     // All that was sent by now and not compared yet, as messages of singleton, enum and value.
     function compareSent(expected) {
         compare(readable(sent.take()), readable(expected), caller());

@@ -94,7 +94,7 @@ ScreenTestCase {
     function prepare() {
         Backend.run("config.Config.has_steam_valve, sensor.Sensor.lw_type = True, sensor.SensorLwEnum.Seli_SLI_03");
         pages = createTemporaryObject(pagesComponent, parent);
-        waitForRendering(pages);
+        draw(pages);
     }
 
     function rows(page, part) {

@@ -50,7 +50,7 @@ Item {
             window.width = data.w;
             window.height = data.h;
             Backend.run(`gui.Gui.apply_items_scale_to_default(${data.scale})`);
-            waitForRendering(window.contentItem);
+            draw(window.contentItem);
         }
 
         function labels(box) {
@@ -65,7 +65,7 @@ Item {
             resize(data);
             const names = data.names.map(name => JSON.stringify(name));
             Backend.run(`settings.SettingsValues.lw_saure_name, settings.SettingsValues.lw_lauge_name = ${names}\nauto.Auto.lw_saure_max = 123.45\nauto.Auto.lw_saure_active = auto.Auto.lw_sp_reached = True`);
-            waitForRendering(window.contentItem);
+            draw(window.contentItem);
             const boxes = ["saure", "lauge"].map(part);
             for (const box of boxes) {
                 for (const label of labels(box)) {
@@ -108,7 +108,7 @@ Item {
             const boxes = ["pressure", "conductivity"].map(part);
             const seen = [0, 9.99, 10, 99.99, 100, 999.99].map(value => {
                 Backend.run(`sensor.Sensor.set_lw_without_offset(${value})\nsensor.Sensor.set_p_without_offset(${value / 11})`);
-                waitForRendering(window.contentItem);
+                draw(window.contentItem);
                 boxes.forEach(box => verify(box.contentWidth <= box.width - box.leftPadding - box.rightPadding && !box.truncated, box.text));
                 return boxes.map(box => box.fontInfo.pixelSize);
             });
@@ -124,7 +124,7 @@ Item {
         function test_progress_text(data) {
             resize(data);
             Backend.run(`auto.Auto.progress_str = ${JSON.stringify(data.text)}`);
-            waitForRendering(window.contentItem);
+            draw(window.contentItem);
             const label = part("progressText");
             fuzzyCompare(label.height, label.contentHeight, 1);
             verify(label.contentWidth <= label.width, `${label.contentWidth} ${label.width}`);

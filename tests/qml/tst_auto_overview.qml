@@ -43,7 +43,7 @@ Item {
 
         function test_layout(data) {
             set("config.Config.has_steam_valve = True\ngui.Gui.status3 = 'Schritt 2'");
-            waitForRendering(page);
+            draw(page);
             const item = layoutPart(data);
             compare(item.Layout.topMargin, data.margin);
             if (data.wide) {
@@ -55,7 +55,7 @@ Item {
 
         function test_order() {
             set("config.Config.has_steam_valve = True\ngui.Gui.status3 = 'Schritt 2'");
-            waitForRendering(page);
+            draw(page);
             const items = test_layout_data().map(layoutPart);
             for (let i = 1; i < items.length; ++i) {
                 verify(items[i].y >= items[i - 1].y + items[i - 1].height, test_layout_data()[i].tag);
@@ -77,7 +77,7 @@ Item {
         function test_long_texts_wrap(data) {
             set("gui.Gui.status3 = 'Zwischen den Schritten ' * 10\nshell.Shell.upgrade_in_progress_or_finished = True");
             stack.width = 400;
-            waitForRendering(page);
+            draw(page);
             const label = named(data.tag);
             verify(label.lineCount > 1 && label.contentWidth <= label.width);
         }

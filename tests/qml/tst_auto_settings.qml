@@ -26,7 +26,7 @@ Item {
 
         function test_switches(data) {
             set("config.Config.has_steam_valve = True");
-            waitForRendering(page);
+            draw(page);
             const control = named(data.tag);
             compare(control.text, data.text);
             compare(control.checked, data.before);
@@ -37,7 +37,7 @@ Item {
             // Taken, on the backend's thread.
             answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${data.setting} = ${value ? "True" : "False"}`);
             mouseClick(control);
-            waitForRendering(page);
+            draw(page);
             compare(control.checked, !data.before);
             compareSent([[BrovikSettings, data.key, !data.before]]);
             // Changed elsewhere.
@@ -75,7 +75,7 @@ Item {
             const spinBox = named("prestress");
             answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.vorspannen_p = ${value}`);
             mouseClick(spinBox.up.indicator);
-            waitForRendering(page);
+            draw(page);
             compare(spinBox.realValue, 0.8);
             compare(BrovikSettings.vorspannenP, 0.8);
             compareSent([[BrovikSettings, BrovikSettings.VorspannenP, 0.8]]);
@@ -154,7 +154,7 @@ Item {
             // Taken.
             answer = (key, value) => Backend.runOnThread(`settings.SettingsValues.${data.setting} = ${value}`);
             mouseClick(spinBox.up.indicator);
-            waitForRendering(page);
+            draw(page);
             compare(spinBox.value, data.before + 1);
             compareSent([[BrovikSettings, data.key, data.before + 1]]);
             // Written by the backend: no message.

@@ -46,7 +46,7 @@ Item {
                 set("chart.Chart.current_name = '<b>Fass</b> & \"  4\"'");
                 compare(part("chartView").title, Texts.escaped("<b>Fass</b> & \"  4\""));
                 set("chart.Chart.current_name = 'x' * 1000");
-                waitForRendering(page);
+                draw(page);
                 verify(part("chartView").plotArea.width > page.width / 2);
             }
 
@@ -250,7 +250,7 @@ chart.Chart.step_names = ["Vorspülen mit Kaltwasser", "Sterilisieren mit Dampf"
                 part("optsSteps").showLine = true;
                 part("optsSteps").shortLabels = false;
                 set("chart.Chart.step_names = ['x' * 1000, 'y' * 1000]\nchart.Chart.actuator_names = ['z' * 1000]");
-                waitForRendering(page);
+                draw(page);
                 verify(part("chartView").plotArea.width > page.width / 4);
             }
 

@@ -315,7 +315,7 @@ chart.Chart.meta_data_list = entries`);
                 for (const index of [99, 50, 3, 0]) {
                     list.positionViewAtIndex(index, ListView.Beginning);
                     list.forceLayout();
-                    waitForRendering(list);
+                    draw(list);
                 }
                 Backend.runOnThread("chart.Chart.emit_meta_data_list_changed()");
                 tryCompare(list, "count", 2);

@@ -145,13 +145,13 @@ Item {
             function test_growing_numbers_do_not_move_the_chart() {
                 page.parent.parent.anchors.rightMargin = 800 - 710;
                 tryCompare(page, "width", 710);
-                waitForRendering(page);
+                draw(page);
                 const view = part("chartView");
                 compare(part("swShowAll").contentItem.lineCount, 1);
                 const height = view.height;
                 Backend.run("chart.Chart.p.add_point((86399.5, 1.0))");
                 tryVerify(() => part("swShowAll").contentItem.lineCount === 2);
-                waitForRendering(page);
+                draw(page);
                 compare(view.height, height);
             }
 

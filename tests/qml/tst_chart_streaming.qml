@@ -35,7 +35,7 @@ Item {
 
         function prepare() {
             page = createTemporaryObject(pageComponent, root);
-            waitForRendering(page);
+            draw(page);
         }
 
         // Points arrive as they do from the backend.
@@ -259,7 +259,7 @@ for line in (chart.Chart.p, chart.Chart.lw, chart.Chart.step, chart.Chart.l_in):
         line.add_point(point)
 chart.Chart.p.add_point((12.0, 1.0))`);
             tryVerify(() => view.axisTime.max === 12 || !isFinite(view.lastX), 5000);
-            waitForRendering(page);
+            draw(page);
             const numbers = [view.axisTime.min, view.axisTime.max, Chart.prevXMin, Chart.prevXMax, view.lineP.axisY.max];
             verify(numbers.every(isFinite), numbers);
         }

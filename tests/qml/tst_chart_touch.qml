@@ -74,7 +74,7 @@ Item {
         function send(touch) {
             touch.commit();
             view.update();
-            waitForRendering(view);
+            draw(view);
         }
 
         function test_properties() {

@@ -51,7 +51,7 @@ Item {
         }
 
         function press(name) {
-            waitForRendering(charts);
+            draw(charts);
             mouseClick(findChild(charts, name));
         }
 

@@ -80,7 +80,7 @@ Item {
 
         // Name and product, values beside their names, headings above their spin boxes.
         function test_layout() {
-            waitForRendering(box);
+            draw(box);
             const all = labels(box);
             for (const label of all.slice(0, 2)) {
                 compare([label.horizontalAlignment, label.width], [Text.AlignHCenter, label.parent.width]);

@@ -111,6 +111,19 @@ Item {
     }
 
     Component {
+        id: swipeView
+
+        MySwipeView {
+            width: 300
+            height: 200
+
+            Item {}
+
+            Item {}
+        }
+    }
+
+    Component {
         id: shadows
 
         Item {
@@ -363,6 +376,18 @@ Item {
         function test_flick_container_without_the_option() {
             const {top, bottom} = containerParts(make(plainFlickContainer));
             compare([top.active, bottom.active], [false, true]);
+        }
+
+        function test_swipe_view_has_a_new_size_at_once() {
+            const view = make(swipeView);
+            const list = view.contentItem as ListView;
+            tryVerify(() => list.highlightItem !== null);
+            const widths = [view.width];
+            list.highlightItem.widthChanged.connect(() => widths.push(list.highlightItem.width));
+            view.width = 1100;
+            tryCompare(list.highlightItem, "width", 1100);
+            compare(widths, [300, 1100]);
+            compare([view.interactive, view.clip], [false, true]);
         }
     }
 }

@@ -41,7 +41,7 @@ Item {
         function prepare() {
             Backend.run("actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)");
             page = createTemporaryObject(handComponent, root);
-            waitForRendering(page);
+            draw(page);
             toggled.clear();
         }
 

@@ -51,7 +51,7 @@ Item {
 
         function prepare() {
             pages = createTemporaryObject(pagesComponent, root);
-            waitForRendering(pages);
+            draw(pages);
             // A busy machine may take long between two lines of a test.
             setPatience(60000);
             open = [];

@@ -63,7 +63,7 @@ Item {
             function openLogin(name = "Halle", psk = "") {
                 Backend.runOnThread(`wifi.Wifi.set_login_data(${JSON.stringify(name)}, ${JSON.stringify(psk)})`);
                 tryCompare(stack, "currentIndex", 7);
-                waitForRendering(login);
+                draw(login);
             }
 
             function type(text) {
@@ -110,7 +110,7 @@ Item {
             function test_login() {
                 Backend.runOnThread("wifi.Wifi.set_scan_results({'Halle': {'quality': 50}, 'Lager': {}})");
                 tryCompare(page.wifiList, "length", 2);
-                waitForRendering(page);
+                draw(page);
                 mouseClick(page.wifiList[0].btn);
                 compareWishes([[Wifi.Login, "Halle"]]);
                 openLogin("Halle", "alt");

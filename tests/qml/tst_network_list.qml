@@ -219,7 +219,7 @@ wifi.Wifi.set_scan_results({name + 'er': {'quality': name}})`);
                 root.width = width;
                 showAddresses([{name: "wg0", ip4: address, type_: "wireguard", is_wg: true}, {}, {name: "wg1", ip4: address + width}]);
                 show(numbered(width / 10));
-                waitForRendering(page);
+                draw(page);
                 compare(page.wifiList[0].width, width);
                 const row = page.ipsList[2];
                 tryVerify(() => row.height >= findChild(row, "address").contentHeight);

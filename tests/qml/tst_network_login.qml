@@ -59,7 +59,7 @@ Item {
             page.init("Halle", "");
             connectSpy.clear();
             goBackSpy.clear();
-            waitForRendering(page);
+            draw(page);
         }
 
         function label() {
@@ -132,7 +132,7 @@ Item {
             page.init(data.name, "");
             compare(label().text, `Passwort für: ${data.name}`);
             compare(label().textFormat, Text.PlainText);
-            waitForRendering(page);
+            draw(page);
             verify(label().contentWidth <= page.width);
         }
 

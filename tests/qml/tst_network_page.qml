@@ -53,7 +53,7 @@ Item {
         // What stands in it, from left to right.
         function test_columns_of_a_line() {
             const line = createTemporaryQmlObject("import brovik.wifi; WifiLine { width: 500; is5GHz: true; quality: '5%' }", root);
-            waitForRendering(line);
+            draw(line);
             const [name, quality, band] = Items.below(line, item => item instanceof Label && item.parent !== line.btn);
             compare([name.text, quality.text, band.text], ["essid", "5%", "5GHz"]);
             compare([name.x, quality.width, band.width, line.btn.width, line.btn.height], [5, 40, 40, 100, 40]);
@@ -70,7 +70,7 @@ Item {
             show({Halle: {}});
             showAddresses([{name: "lo"}]);
             const parts = ["current", "scan", "addresses", "networks"].map(name => part(name));
-            waitForRendering(page);
+            draw(page);
             const tops = parts.map(item => item.mapToItem(page, 0, 0).y);
             compare(tops[0], 0);
             for (let i = 1; i < parts.length; ++i) {

@@ -49,7 +49,8 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
             // No text makes itself smaller to fit.
             window.width = 1600;
             window.height = 2000;
-            waitForRendering(window.contentItem);
+            window.update();
+            verify(waitForRendering(window.contentItem));
         }
 
         function init() {

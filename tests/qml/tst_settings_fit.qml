@@ -56,12 +56,12 @@ actuator.Actuator.mv_lauge_in.name = "Ventil " * 20`
             window.width = data.w;
             window.height = data.h;
             findChild(window.contentItem, "tabs").currentIndex = 2;
-            waitForRendering(window.contentItem);
+            draw(window.contentItem);
             const pages = findChild(window.contentItem, "settingsPages");
             pages.currentIndex = data.index;
             const page = pages.children[data.index];
             Backend.run(this[data.texts]);
-            waitForRendering(page);
+            draw(page);
             const labels = Items.below(page, item => item instanceof Label && item.visible);
             verify(labels.length > 0);
             for (const label of labels) {

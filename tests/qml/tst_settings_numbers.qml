@@ -29,7 +29,7 @@ Item {
         function shown(data) {
             if (data.key.endsWith("Legacy")) {
                 Backend.run("config.Config.machine_version = config.MachineVersion.Legacy");
-                waitForRendering(pages);
+                draw(pages);
             }
             const found = row(data.page, data.key, "spinBox");
             verify(found.visible);

@@ -78,7 +78,7 @@ Item {
 
         function make(component) {
             const page = createTemporaryObject(component, root);
-            waitForRendering(page);
+            draw(page);
             return page;
         }
 

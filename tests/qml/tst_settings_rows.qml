@@ -33,7 +33,7 @@ Item {
             Backend.settle();
             sent.clear();
             pages = createTemporaryObject(pagesComponent, root);
-            waitForRendering(pages);
+            draw(pages);
             Backend.settle();
             for (const [page, key, , precision] of numbers) {
                 // A setpoint is held up by its minimum.

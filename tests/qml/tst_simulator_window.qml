@@ -73,7 +73,7 @@ simulator.Simulator.enabled = True`);
             win = simulator.win;
             button = simulator.button;
             tryVerify(() => win.visible);
-            waitForRendering(win.contentItem);
+            draw(win.contentItem);
             requested.clear();
         }
 
@@ -119,7 +119,7 @@ simulator.Simulator.enabled = True`);
         function test_order_of_the_right_column() {
             Backend.run("config.Config.has_level_switch = False");
             const indicators = Items.below(win.contentItem, item => item.out !== undefined);
-            waitForRendering(win.contentItem);
+            draw(win.contentItem);
             verifyBelowEachOther([hint(), findChild(win.contentItem, "level"), ...indicators]);
             const inputs = findChild(win.contentItem, "inputs");
             verify(indicators[0].mapToItem(null, 0, 0).x >= inputs.mapToItem(null, inputs.width, 0).x);

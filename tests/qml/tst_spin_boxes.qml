@@ -251,7 +251,7 @@ Item {
             tryCompare(box.spinBox, "value", 3);
             box.modified.connect(value => box.value = value);
             mouseClick(box.spinBox.up.indicator);
-            waitForRendering(box);
+            draw(box);
             compare(box.spinBox.value, 4);
         }
 

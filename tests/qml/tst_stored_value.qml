@@ -123,7 +123,7 @@ Item {
             root.answer = value => data.run(`settings.SettingsValues.lw_saure_min = ${value}`);
             mouseClick(spinBox.up.indicator);
             compare(spinBox.value, 11);
-            waitForRendering(spinBox);
+            draw(spinBox);
             compare(valueChanged.count, 1);
             compare(spinBox.value, 11);
             Backend.run("settings.SettingsValues.lw_saure_min = 12");

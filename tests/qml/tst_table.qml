@@ -124,7 +124,7 @@ Item {
             table = createTemporaryObject(component, root);
             view = table.tableView;
             tryVerify(() => view.itemAtCell(0, view.rows - 1) !== null);
-            waitForRendering(view);
+            draw(view);
         }
 
         function texts(item) {

@@ -35,7 +35,7 @@ Item {
                 window.width = 710;
                 page = createTemporaryObject(flickComponent, window.contentItem);
                 list = findChild(page, "changelog");
-                waitForRendering(page);
+                draw(page);
             }
 
             // Publishes entries, each an object with the fields of one, from a thread of the backend.
@@ -201,7 +201,7 @@ shell.Shell.changelogs = vector`);
             function countObjects() {
                 gc();
                 Backend.settle();
-                waitForRendering(page, 100);
+                draw(page);
                 return Objects.count();
             }
 

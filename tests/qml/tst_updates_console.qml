@@ -60,7 +60,7 @@ Item {
                 window.height = 500;
                 page = createTemporaryObject(consoleComponent, window.contentItem);
                 output = part("output");
-                waitForRendering(page);
+                draw(page);
                 toasts.clear();
             }
 

@@ -39,7 +39,7 @@ Item {
                 window.height = 700;
                 Common.mainHeight = 700;
                 tab = createTemporaryObject(tabComponent, window.contentItem);
-                waitForRendering(tab);
+                draw(tab);
             }
 
             function part(name) {

@@ -88,7 +88,7 @@ Item {
             function publish(data, records) {
                 Backend.runOnThread(`shell.Shell.${data.list} = ${records}`);
                 tryCompare(page.table, "rows", Shell[data.list].length);
-                waitForRendering(page);
+                draw(page);
             }
 
             function texts(item) {

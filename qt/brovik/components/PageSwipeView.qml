@@ -1,10 +1,10 @@
 // The pages behind tabs within a page of a stack. They report themselves, see PageReporter.
 import QtQml
-import QtQuick.Controls
 
+import brovik.base
 import brovik.components
 
-SwipeView {
+MySwipeView {
     id: root
 
     // The stack in which the page of the tabs is current, null while it is not.
@@ -17,9 +17,6 @@ SwipeView {
         root.currentPage = pageEnum;
         privat.tell();
     }
-
-    clip: true
-    interactive: false
 
     QtObject {
         id: privat

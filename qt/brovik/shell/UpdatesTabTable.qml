@@ -1,12 +1,11 @@
 // A table of packages, and behind it the changelog of one of them.
 import QtQuick
-import QtQuick.Controls
 
 import brovik.base
 import brovik.gui
 import brovik.shell
 
-SwipeView {
+MySwipeView {
     id: root
 
     property alias headerModel: packages.headerModel
@@ -46,8 +45,6 @@ SwipeView {
         return Array.isArray(value) ? value.map(root.asText) : [];
     }
 
-    clip: true
-    interactive: false
     font.pointSize: Gui.fSizeXs * privat.fontScale
 
     MyTable {
