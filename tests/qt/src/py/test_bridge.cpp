@@ -3,16 +3,19 @@
 #include "log_capture.h"
 #include "shared/notification_brake.h"
 #include "src/py/interpr_worker.h"
+#include "src/py/python_stacks.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QQmlComponent>
 #include <QRegularExpression>
 
+#include <memory>
 #include <thread>
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
+using testing::SizeIs;
 
 TEST_F(BridgeTest, EveryFamilyReachesItsEntryFunctionInOrderOnTheInterpreterThread)
 {
@@ -188,4 +191,22 @@ TEST_F(BridgeTest, ConstantsAndUuid)
     const QRegularExpression uuid(QStringLiteral("^\\{[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}\\}$"));
     EXPECT_TRUE(uuid.match(run.bridge().createUuid()).hasMatch());
     EXPECT_NE(run.bridge().createUuid(), run.bridge().createUuid());
+}
+
+TEST_F(BridgeTest, AWorkerThatIsNotTheLatestSaysSoAtItsEnd)
+{
+    auto former = std::make_unique<PyWorker>(nullptr);
+    auto latest = std::make_unique<PyWorker>(nullptr);
+    const LogCapture log;
+    former.reset();
+    EXPECT_THAT(log.texts(QtCriticalMsg), ElementsAre(QStringLiteral("[~PyWorker()] _pyWorker != this")));
+    latest.reset();
+    EXPECT_THAT(log.texts(QtCriticalMsg), SizeIs(1));
+}
+
+TEST_F(BridgeTest, StacksOfAPythonThatNeverRanAreNotWritten)
+{
+    testing::internal::CaptureStderr();
+    PythonStacks::write();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }

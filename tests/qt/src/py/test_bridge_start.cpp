@@ -166,6 +166,17 @@ TEST_F(BridgeTest, InitFailingLeavesEveryEntryFunctionUnfound)
     EXPECT_THAT(log.texts(QtCriticalMsg), ElementsAreArray(expectedCriticals()));
 }
 
+TEST_F(BridgeTest, AValueOfTheHostIsInTheLineOfAMissingFunction)
+{
+    BackendRun run("import_fails");
+    run.waitForStart();
+    LogCapture log;
+    Q_EMIT gui._toPyQVar(Gui::DialogData, 7);
+    EXPECT_TRUE(
+        log.waitFor(QStringLiteral("Python-Funktion gui_value_from_cpp() nicht gefunden -  pyGuiValueQVar ( "
+                                   "Gui::DialogData , QVariant(int, 7) ).")));
+}
+
 TEST_F(BridgeTest, AnEntryThatIsNoFunctionEndsTheProcess)
 {
     const auto start = [] {

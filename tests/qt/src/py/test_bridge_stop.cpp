@@ -3,6 +3,7 @@
 
 #include <pybind11/embed.h>
 
+#include <atomic>
 #include <csignal>
 #include <thread>
 
@@ -19,6 +20,28 @@ template <typename Task> std::jthread onceStopping(const QThread &thread, Task t
         }
         task();
     });
+}
+
+/// A piece of memory of Python's, and whether it has let go of that.
+struct WatchedMemory
+{
+    const void *memory = nullptr;
+    std::atomic<bool> freed = false;
+    PyMemAllocatorEx allocator = {};
+};
+WatchedMemory watched;
+
+/// From now on; with the GIL, once.
+void watch(const void *memory)
+{
+    watched.memory = memory;
+    PyMem_GetAllocator(PYMEM_DOMAIN_RAW, &watched.allocator);
+    PyMemAllocatorEx watching = watched.allocator;
+    watching.free = [](void *context, void *freed) {
+        watched.freed = watched.freed || freed == watched.memory;
+        watched.allocator.free(context, freed);
+    };
+    PyMem_SetAllocator(PYMEM_DOMAIN_RAW, &watching);
 }
 
 } // namespace
@@ -82,4 +105,16 @@ TEST_F(BridgeTest, StopWaitsForABackendThreadAndRunsExitFunctions)
     EXPECT_THAT(run.tellings.texts().mid(before),
                 ElementsAre(QStringLiteral("other thread ends"), QStringLiteral("main atexit")));
     EXPECT_EQ(Py_IsInitialized(), 0);
+}
+
+TEST_F(BridgeTest, TheStateOfAThreadThatMayStillBeginOutlivesPython)
+{
+    {
+        BackendRun run("recording");
+        run.waitForStart();
+        const pybind11::gil_scoped_acquire gil;
+        watch(PyThreadState_New(PyInterpreterState_Get()));
+    }
+    EXPECT_NE(watched.memory, nullptr);
+    EXPECT_FALSE(watched.freed);
 }
