@@ -2,10 +2,8 @@
 
 #include <Python.h>
 
-#include <algorithm>
 #include <atomic>
-#include <deque>
-#include <vector>
+#include <memory>
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -21,18 +19,50 @@
 //
 namespace {
 
-using States = std::vector<const void *>;
-
 std::atomic<bool> parking = false;
-std::atomic<const States *> keptStates = nullptr;
-/// Written before `keptStates` is.
-PyMemAllocatorEx allocatorOfPython;
+
+/// The state of a thread that stays where it is, as this entry does: for good.
+struct Kept
+{
+    const void *state;
+    const Kept *next;
+};
+/// Without a lock, which a child that is forked just now would find taken.
+std::atomic<const Kept *> keptStates = nullptr;
 
 /// Any thread, also without the GIL.
-void freeUnlessKept(void *context, void *memory)
+void keep(const void *state)
 {
-    const States *states = keptStates;
-    if (states == nullptr || std::find(states->begin(), states->end(), memory) == states->end()) {
+    Kept *const entry = std::make_unique<Kept>(Kept{.state = state, .next = keptStates}).release();
+    while (!keptStates.compare_exchange_weak(entry->next, entry)) {
+    }
+}
+
+bool isKept(const void *memory)
+{
+    const Kept *entry = keptStates;
+    while (entry != nullptr && entry->state != memory) {
+        entry = entry->next;
+    }
+    return entry != nullptr;
+}
+
+/// Written once, before it is used.
+PyMemAllocatorEx allocatorOfPython;
+
+/// A thread may be started while the last exit functions run: those of whoever came before the host.
+void *allocateAndKeepState(void *context, size_t count, size_t size) noexcept
+{
+    void *const memory = allocatorOfPython.calloc(context, count, size);
+    if (memory != nullptr && count == 1 && size == sizeof(PyThreadState)) {
+        keep(memory);
+    }
+    return memory;
+}
+
+void freeUnlessKept(void *context, void *memory) noexcept
+{
+    if (!isKept(memory)) {
         allocatorOfPython.free(context, memory);
     }
 }
@@ -46,21 +76,18 @@ void parkDaemonThreadsAtEnd()
 
 void keepThreadStates()
 {
-    // Those of each end: another thread may be looking for something in the last ones.
-    static std::deque<States> ends;
-    States &states = ends.emplace_back();
     PyThreadState *state = PyInterpreterState_ThreadHead(PyInterpreterState_Get());
     for (; state != nullptr; state = PyThreadState_Next(state)) {
-        states.push_back(state);
+        keep(state);
     }
     PyMemAllocatorEx allocator;
     PyMem_GetAllocator(PYMEM_DOMAIN_RAW, &allocator);
     if (allocator.free != freeUnlessKept) {
         allocatorOfPython = allocator;
+        allocator.calloc = allocateAndKeepState;
         allocator.free = freeUnlessKept;
         PyMem_SetAllocator(PYMEM_DOMAIN_RAW, &allocator);
     }
-    keptStates = &states;
 }
 
 // The definition in the executable comes before that of the C library, also for calls from Python's library.

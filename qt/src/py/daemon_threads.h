@@ -4,6 +4,6 @@
 /// Python's end.
 void parkDaemonThreadsAtEnd();
 
-/// Whatever Python frees from now on, the states of the threads that there are stay where they are. As the
-/// last of the exit functions; interpreter thread, with the GIL.
+/// Whatever Python frees from now on, the states of threads stay where they are, those of threads that begin
+/// later, too. As an exit function; interpreter thread, with the GIL.
 void keepThreadStates();

@@ -311,7 +311,7 @@ void PyWorker::startInterpreter()
     config.install_signal_handlers = 1;
     py::initialize_interpreter(&config, static_cast<int>(arguments.size()), arguments.data(), true);
     PyDateTime_IMPORT;
-    // The first one is called last.
+    // The first one is called after all that the backend registers.
     guarded([] { py::module_::import("atexit").attr("register")(py::cpp_function(keepThreadStates)); });
     guarded([] { registerAtExit(endOfPython); });
     PythonStacks::arm();

@@ -3,6 +3,8 @@
 
 #include <pybind11/embed.h>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <csignal>
 #include <thread>
@@ -22,26 +24,45 @@ template <typename Task> std::jthread onceStopping(const QThread &thread, Task t
     });
 }
 
-/// A piece of memory of Python's, and whether it has let go of that.
-struct WatchedMemory
+/// Two pieces of memory of Python's, and whether it has let go of one.
+class WatchedMemory
 {
-    const void *memory = nullptr;
-    std::atomic<bool> freed = false;
-    PyMemAllocatorEx allocator = {};
-};
-WatchedMemory watched;
+public:
+    /// With the GIL.
+    static void add(const void *memory)
+    {
+        watched.at(count++) = memory;
+        if (count > 1) {
+            return;
+        }
+        PyMem_GetAllocator(PYMEM_DOMAIN_RAW, &python);
+        PyMemAllocatorEx watching = python;
+        watching.free = [](void *context, void *freed) {
+            anyFreed = anyFreed || (freed != nullptr &&
+                                    std::find(watched.begin(), watched.end(), freed) != watched.end());
+            python.free(context, freed);
+        };
+        PyMem_SetAllocator(PYMEM_DOMAIN_RAW, &watching);
+    }
 
-/// From now on; with the GIL, once.
-void watch(const void *memory)
+    static inline std::atomic<std::size_t> count = 0;
+    static inline std::atomic<bool> anyFreed = false;
+
+private:
+    static inline std::array<std::atomic<const void *>, 2> watched = {};
+    static inline PyMemAllocatorEx python = {};
+};
+
+/// That of a thread which has not begun.
+void makeThreadState()
 {
-    watched.memory = memory;
-    PyMem_GetAllocator(PYMEM_DOMAIN_RAW, &watched.allocator);
-    PyMemAllocatorEx watching = watched.allocator;
-    watching.free = [](void *context, void *freed) {
-        watched.freed = watched.freed || freed == watched.memory;
-        watched.allocator.free(context, freed);
-    };
-    PyMem_SetAllocator(PYMEM_DOMAIN_RAW, &watching);
+    WatchedMemory::add(PyThreadState_New(PyInterpreterState_Get()));
+}
+
+// NOLINTNEXTLINE(readability-identifier-naming): a name of Python's
+PYBIND11_EMBEDDED_MODULE(_thread_state, module)
+{
+    module.def("make", &makeThreadState);
 }
 
 } // namespace
@@ -107,14 +128,15 @@ TEST_F(BridgeTest, StopWaitsForABackendThreadAndRunsExitFunctions)
     EXPECT_EQ(Py_IsInitialized(), 0);
 }
 
-TEST_F(BridgeTest, TheStateOfAThreadThatMayStillBeginOutlivesPython)
+TEST_F(BridgeTest, StatesOfThreadsThatMayStillBeginOutlivePython)
 {
+    qputenv("PYTHONPATH", TEST_BACKEND_DIR "/../early");
     {
         BackendRun run("recording");
         run.waitForStart();
         const pybind11::gil_scoped_acquire gil;
-        watch(PyThreadState_New(PyInterpreterState_Get()));
+        makeThreadState();
     }
-    EXPECT_NE(watched.memory, nullptr);
-    EXPECT_FALSE(watched.freed);
+    EXPECT_EQ(WatchedMemory::count, 2U) << "one before and one after the exit functions of the host";
+    EXPECT_FALSE(WatchedMemory::anyFreed);
 }
