@@ -1,6 +1,8 @@
 """A report as lines of text, for a terminal."""
 
-from .content import Report, Table
+from collections.abc import Iterator, Sequence
+
+from .content import Cell, Report, Table, place_of_note
 from .text_tables import text_table
 from .wording import one_line
 
@@ -22,9 +24,17 @@ def report_text(report: Report) -> str:
 def _section(table: Table) -> str:
     head = [column.title for column in table.columns]
     figures = [column.figures for column in table.columns]
-    rows = [
-        [f"{cell.text} ({cell.small})" if cell.small else cell.text for cell in row] for row in table.rows
-    ]
+    rows = [line for row in table.rows for line in _lines(row)]
     note = f"{table.note}\n" if table.note else ""
     body = text_table(head, rows, figures) if rows else ""
     return f"{table.title}\n{'-' * len(table.title)}\n{body}{note}"
+
+
+def _lines(row: Sequence[Cell]) -> Iterator[list[str]]:
+    """A row, and below it its note if there is one alone."""
+    place = place_of_note(row)
+    if place is None:
+        yield [f"{cell.text} ({cell.small})" if cell.small else cell.text for cell in row]
+        return
+    yield [cell.text for cell in row]
+    yield [*[""] * place, row[place].small]

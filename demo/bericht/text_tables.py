@@ -14,9 +14,13 @@ _FIRST_COMBINING: Final = "\u0300"
 
 
 def text_table(head: Sequence[str], rows: Iterable[Sequence[str]], figures: Sequence[bool]) -> str:
-    """A table with its columns below each other; `figures` says which ones stand to the right."""
+    """A table with its columns below each other; `figures` says which ones stand to the right.
+
+    A row may end before the others: its last cell has all the room to the right.
+    """
     lines = [[one_line(cell) for cell in row] for row in (head, *rows)]
-    widths = [min(max(map(_width, column)), _WIDEST) for column in zip(*lines)]
+    whole = [line for line in lines if len(line) == len(head)]
+    widths = [min(max(map(_width, column)), _WIDEST) for column in zip(*whole)]
     return "".join(f"{_line(line, widths, figures)}\n" for line in lines)
 
 

@@ -1,7 +1,8 @@
-"""Registers an exit function before the host does, so that it runs after the host's: an environment may do so."""
+"""Registers an exit function before the host can, so that it runs after those of the host."""
 
 import atexit
 
-import _thread_state  # pylint: disable=import-error  # of the test that runs this
+# A module of the test that runs this.
+import _thread_state  # pylint: disable=import-error  # only there
 
 atexit.register(_thread_state.make)
