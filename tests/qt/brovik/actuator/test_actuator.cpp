@@ -1,5 +1,6 @@
 #include "brovik/actuator/actuator.h"
 #include "declared.h"
+#include "eventually.h"
 #include "qml_binding.h"
 #include "signal_log.h"
 
@@ -390,6 +391,23 @@ TEST_F(ActuatorTest, OfSeveralForeignListsOnlyTheNewestMakesRows)
     EXPECT_EQ(requests.emissions().size(), 101U);
     EXPECT_THAT(rows.names(), ElementsAre("rowsInserted"));
     EXPECT_EQ(model.data(model.index(0), DOutModel::dOutRole).value<DOut *>(), actuator.pumpe());
+}
+
+TEST_F(ActuatorTest, AListIsShownAtTheEndOfATurnHoweverManyFollow)
+{
+    QObject context;
+    onForeignThread([this] { model.requestSetDOuts({actuator.mvKalt()}); });
+    // Whenever a list has come, there is another one already.
+    QMetaObject::invokeMethod(
+        &context, [this] { onForeignThread([this] { model.requestSetDOuts({actuator.heat1()}); }); },
+        Qt::QueuedConnection);
+    onForeignThread([this] { model.requestSetDOuts({actuator.pumpe()}); });
+    std::vector<DOut *> shown;
+    QObject::connect(&model, &DOutModel::rowsInserted, &context, [&] {
+        shown.push_back(model.data(model.index(0), DOutModel::dOutRole).value<DOut *>());
+    });
+    EXPECT_TRUE(eventually([&] { return !shown.empty() && shown.back() == actuator.heat1(); }));
+    EXPECT_THAT(shown, ElementsAre(actuator.pumpe(), actuator.heat1()));
 }
 
 TEST_F(ActuatorTest, WhatIsAddedAfterAListStandsBehindIt)
