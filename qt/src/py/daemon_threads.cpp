@@ -20,6 +20,7 @@
 namespace {
 
 std::atomic<bool> parking = false;
+std::atomic<bool> keeping = false;
 
 /// The state of a thread that stays where it is, as this entry does: for good.
 struct Kept
@@ -47,14 +48,14 @@ bool isKept(const void *memory)
     return entry != nullptr;
 }
 
-/// Written once, before it is used.
+/// Written before there is a thread of Python's: whoever frees needs neither a lock nor the GIL.
 PyMemAllocatorEx allocatorOfPython;
 
 /// A thread may be started while the last exit functions run: those of whoever came before the host.
 void *allocateAndKeepState(void *context, size_t count, size_t size) noexcept
 {
     void *const memory = allocatorOfPython.calloc(context, count, size);
-    if (memory != nullptr && count == 1 && size == sizeof(PyThreadState)) {
+    if (keeping && memory != nullptr && count == 1 && size == sizeof(PyThreadState)) {
         keep(memory);
     }
     return memory;
@@ -67,19 +68,9 @@ void freeUnlessKept(void *context, void *memory) noexcept
     }
 }
 
-} // namespace
-
-void parkDaemonThreadsAtEnd()
+/// Beneath whatever else may watch Python's memory, tracemalloc for example, which takes itself out again.
+void standBetweenPythonAndItsMemory()
 {
-    parking = true;
-}
-
-void keepThreadStates()
-{
-    PyThreadState *state = PyInterpreterState_ThreadHead(PyInterpreterState_Get());
-    for (; state != nullptr; state = PyThreadState_Next(state)) {
-        keep(state);
-    }
     PyMemAllocatorEx allocator;
     PyMem_GetAllocator(PYMEM_DOMAIN_RAW, &allocator);
     if (allocator.free != freeUnlessKept) {
@@ -87,6 +78,27 @@ void keepThreadStates()
         allocator.calloc = allocateAndKeepState;
         allocator.free = freeUnlessKept;
         PyMem_SetAllocator(PYMEM_DOMAIN_RAW, &allocator);
+    }
+}
+
+} // namespace
+
+void parkDaemonThreadsAtEnd()
+{
+    parking = true;
+    // Chooses the allocators. What fails here fails again at the start, which tells it.
+    PyPreConfig config;
+    PyPreConfig_InitPythonConfig(&config);
+    Py_PreInitialize(&config);
+    standBetweenPythonAndItsMemory();
+}
+
+void keepThreadStates()
+{
+    keeping = true;
+    PyThreadState *state = PyInterpreterState_ThreadHead(PyInterpreterState_Get());
+    for (; state != nullptr; state = PyThreadState_Next(state)) {
+        keep(state);
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-/// From now on, a daemon thread that Python ends with itself stops where it stands. Any thread, before
-/// Python's end.
+/// From now on, a daemon thread that Python ends with itself stops where it stands. Preinitialises Python, by
+/// the environment. The thread that is to start Python, before it does.
 void parkDaemonThreadsAtEnd();
 
 /// Whatever Python frees from now on, the states of threads stay where they are, those of threads that begin

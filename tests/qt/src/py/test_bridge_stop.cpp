@@ -28,13 +28,9 @@ template <typename Task> std::jthread onceStopping(const QThread &thread, Task t
 class WatchedMemory
 {
 public:
-    /// With the GIL.
-    static void add(const void *memory)
+    /// Before Python starts, and beneath all that will handle its memory.
+    static void begin()
     {
-        watched.at(count++) = memory;
-        if (count > 1) {
-            return;
-        }
         PyMem_GetAllocator(PYMEM_DOMAIN_RAW, &python);
         PyMemAllocatorEx watching = python;
         watching.free = [](void *context, void *freed) {
@@ -43,6 +39,11 @@ public:
             python.free(context, freed);
         };
         PyMem_SetAllocator(PYMEM_DOMAIN_RAW, &watching);
+    }
+
+    static void add(const void *memory)
+    {
+        watched.at(count++) = memory;
     }
 
     static inline std::atomic<std::size_t> count = 0;
@@ -131,6 +132,7 @@ TEST_F(BridgeTest, StopWaitsForABackendThreadAndRunsExitFunctions)
 TEST_F(BridgeTest, StatesOfThreadsThatMayStillBeginOutlivePython)
 {
     qputenv("PYTHONPATH", TEST_BACKEND_DIR "/../early");
+    WatchedMemory::begin();
     {
         BackendRun run("recording");
         run.waitForStart();
