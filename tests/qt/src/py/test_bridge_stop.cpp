@@ -136,8 +136,6 @@ TEST_F(BridgeTest, StatesOfThreadsThatMayStillBeginOutlivePython)
     {
         BackendRun run("recording");
         run.waitForStart();
-        const pybind11::gil_scoped_acquire gil;
-        makeThreadState();
     }
     EXPECT_EQ(WatchedMemory::count, 2U) << "one before and one after the exit functions of the host";
     EXPECT_FALSE(WatchedMemory::anyFreed);
