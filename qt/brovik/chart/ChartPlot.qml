@@ -181,4 +181,10 @@ ChartView {
             return other.visible ? Math.max(privat.roomOfEach, 2 * privat.roomOfEach - other.wantedWidth) : privat.roomOfEach;
         }
     }
+
+    Component.onCompleted: {
+        for (const axis of [axisTime, axisP, axisLw, axisValves, axisSteps]) {
+            AxisLines.cutSteep(axis);
+        }
+    }
 }

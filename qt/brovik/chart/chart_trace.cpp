@@ -1,5 +1,6 @@
 #include "brovik/chart/chart_trace.h"
 
+#include "brovik/chart/raster.h"
 #include "brovik/chart/trace_schedule.h"
 #include "shared/gui_thread.h"
 
@@ -11,10 +12,6 @@ namespace {
 
 /// A line two pixels wide needs more than one column for each, or steep parts come out too thin.
 constexpr double columnsPerPixel = 2.0;
-
-/// Pixels. The raster engine hands the parts of a longer line to other threads, which takes far longer than
-/// to draw them.
-constexpr double longestRise = 24.0;
 
 /// NaN and infinity have no place on the axes.
 bool isDrawable(const QPointF &point)
@@ -265,6 +262,6 @@ ChartTrace::Points ChartTrace::picture(const QLineSeries &series) const
     // A point beyond the edge shows if it is nearer than the pen is wide.
     const double beyond = (m_time->max() - m_time->min()) / size.width() * series.pen().widthF();
     const int columns = qCeil((size.width() + 2 * series.pen().widthF()) * columnsPerPixel);
-    const double rise = (m_value->max() - m_value->min()) / size.height() * longestRise;
+    const double rise = (m_value->max() - m_value->min()) / size.height() * Raster::longestSteepLine;
     return withShortRises(m_points.seen(m_time->min() - beyond, m_time->max() + beyond, columns), rise);
 }

@@ -41,10 +41,7 @@ public:
         PyMem_SetAllocator(PYMEM_DOMAIN_RAW, &watching);
     }
 
-    static void add(const void *memory)
-    {
-        watched.at(count++) = memory;
-    }
+    static void add(const void *memory) { watched.at(count++) = memory; }
 
     static inline std::atomic<std::size_t> count = 0;
     static inline std::atomic<bool> anyFreed = false;
