@@ -51,22 +51,33 @@ class LyingBoard(Board):
     display = (1200, 800)
 
 
-class LyingTest(RotationCase):
+class LyingCase(RotationCase):
     """A display that is wider than high, mounted upright."""
 
     def begin(self) -> Board:
         saved_panel(self.drawing)
         return boot(RESULTS / self.id(), self.drawing, kind=LyingBoard)
 
-    def test_rotation(self) -> None:
-        """A quarter, to either side."""
+    def setUp(self) -> None:
+        super().setUp()
         self.board.shell.wait()
         self.board.wait_until_up()
+
+    def check_quarters(self) -> None:
+        """A quarter, to either side."""
         self.board.keep_picture("lying")
         self.board.plug_in_touch()
         for quarters in (1, 3):
             with self.subTest(quarters=quarters):
                 self.check_rotation(quarters)
+
+
+class LyingTest(LyingCase):
+    """The usual display."""
+
+    def test_rotation(self) -> None:
+        """A quarter, to either side."""
+        self.check_quarters()
 
 
 if __name__ == "__main__":

@@ -2,8 +2,9 @@
 
 import unittest
 
-from board_case import note_start
+from board_case import BoardCase, note_start
 from test_keyboard import KeyboardCase
+from test_rotation import LyingCase
 
 #: What a second instance of the program ends with, when it has raised the first.
 RAISED = 100
@@ -14,7 +15,7 @@ ON_DISPLAY = (
 )
 
 
-class X11Test(KeyboardCase):
+class X11Case(BoardCase):
     """A machine that was told to take the X server, and restarted."""
 
     def setUp(self) -> None:
@@ -25,6 +26,10 @@ class X11Test(KeyboardCase):
         self.board.shell("systemctl --no-block reboot")
         self.board.wait_until_restarted(before)
         self.board.wait_until_up()
+
+
+class X11Test(X11Case, KeyboardCase):
+    """An upright display."""
 
     def test_panel(self) -> None:
         """It comes up; a second instance of the program raises the first; a finger writes."""
@@ -47,6 +52,14 @@ class X11Test(KeyboardCase):
         self.assertEqual(code, RAISED)
         self.board.wait_for_picture("the panel again", lambda picture: picture.changed(before) < 0.01)
         self.board.keep_picture("raised")
+
+
+class LyingX11Test(X11Case, LyingCase):
+    """A display that is wider than high, mounted upright."""
+
+    def test_rotation(self) -> None:
+        """A quarter, to either side."""
+        self.check_quarters()
 
 
 if __name__ == "__main__":

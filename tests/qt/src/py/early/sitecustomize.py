@@ -1,4 +1,4 @@
-"""Makes states of threads: one at the start, and one in an exit function that runs after those of the host."""
+"""Makes states of threads: one at the start, one in an exit function that runs after those of the host."""
 
 import atexit
 
