@@ -54,9 +54,11 @@ class LyingBoard(Board):
 class LyingCase(RotationCase):
     """A display that is wider than high, mounted upright."""
 
+    kind: type[LyingBoard] = LyingBoard
+
     def begin(self) -> Board:
         saved_panel(self.drawing)
-        return boot(RESULTS / self.id(), self.drawing, kind=LyingBoard)
+        return boot(RESULTS / self.id(), self.drawing, kind=self.kind)
 
     def setUp(self) -> None:
         super().setUp()

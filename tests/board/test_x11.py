@@ -2,9 +2,10 @@
 
 import unittest
 
-from board_case import BoardCase, note_start
+from board_case import STILL_SECS, BoardCase, note_start
+from picture import Picture
 from test_keyboard import KeyboardCase
-from test_rotation import LyingCase
+from test_rotation import LyingBoard, LyingCase
 
 #: What a second instance of the program ends with, when it has raised the first.
 RAISED = 100
@@ -54,8 +55,24 @@ class X11Test(X11Case, KeyboardCase):
         self.board.keep_picture("raised")
 
 
+class UntoldBoard(LyingBoard):
+    """A board whose display is not told of what is drawn.
+
+    The X server's driver is silent when it draws turned. A display that reads the memory of the picture all
+    the time does not need to be told; the emulated one does.
+    """
+
+    def picture(self) -> Picture:
+        # Who gets the terminal back shows all anew.
+        self.shell("chvt 2; chvt 1")
+        self.let_pass(STILL_SECS)
+        return super().picture()
+
+
 class LyingX11Test(X11Case, LyingCase):
     """A display that is wider than high, mounted upright."""
+
+    kind = UntoldBoard
 
     def test_rotation(self) -> None:
         """A quarter, to either side."""

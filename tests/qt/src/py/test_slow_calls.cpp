@@ -1,6 +1,7 @@
 #include "src/py/slow_calls.h"
 
 #include "bridge_test.h"
+#include "eventually.h"
 #include "log_capture.h"
 
 #include <QSemaphore>
@@ -24,6 +25,7 @@ public:
     void wait(std::condition_variable &changed, std::unique_lock<std::mutex> &lock,
               Time /*until*/) const override
     {
+        ++m_waits;
         changed.wait(lock);
     }
 
@@ -33,7 +35,11 @@ public:
         SlowCalls::lookAgain();
     }
 
+    /// How often somebody has begun to wait for a time.
+    int waits() const { return m_waits; }
+
 private:
+    mutable std::atomic<int> m_waits = 0;
     std::atomic<Time::duration> m_time = Time::duration::zero();
 };
 
@@ -122,6 +128,18 @@ TEST_F(SlowCallsTest, CallsThatComeBackInTimeAreNoNews)
     leave(run);
     run.end();
     EXPECT_EQ(slow(), QStringList({level}));
+}
+
+TEST_F(SlowCallsTest, WatcherWithoutATimeToWakeUpAtIsWokenByTheNextCall)
+{
+    BackendRun run("slow_calls");
+    call(run);
+    leave(run);
+    clock.advance(1h);
+    const int before = clock.waits();
+    call(run);
+    EXPECT_TRUE(eventually([&] { return clock.waits() > before; }));
+    leave(run);
 }
 
 TEST_F(SlowCallsTest, NativeCodeThatKeepsTheGilIsToldWithoutStacks)
