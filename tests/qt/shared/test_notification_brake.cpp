@@ -209,6 +209,21 @@ TEST_F(NotificationBrakeTest, WhatAScreenHasTakenAndNotHandledCounts)
     });
 }
 
+TEST_F(NotificationBrakeTest, AnEmptyBacklogDoesNotCount)
+{
+    inEventLoop([] {
+        for (int i = 0; i <= brake().capacity(); ++i) {
+            const NotificationBacklog empty;
+        }
+        NotificationBacklog backlog;
+        backlog.set(brake().capacity() + 1);
+        const Writer writer(1, 1);
+        EXPECT_TRUE(writer.awaitHeld());
+        backlog.set(0);
+        writer.wait();
+    });
+}
+
 TEST_F(NotificationBrakeTest, AThreadWithAMutexIsHeldBackLater)
 {
     inEventLoop([this] {

@@ -239,6 +239,17 @@ TEST_F(ChartTest, NoComplaintWhileThereIsASeries)
     EXPECT_EQ(chart.p()->axis(), nullptr);
 }
 
+TEST_F(ChartTest, AnAxisThatIsGoneIsForgotten)
+{
+    QLineSeries series;
+    {
+        QValueAxis axis;
+        chart.p()->registerQmlLine(&series, &axis);
+    }
+    EXPECT_EQ(chart.p()->axis(), nullptr);
+    EXPECT_EQ(chart.p()->series(), &series);
+}
+
 TEST_F(ChartTest, AReaderGetsEachPointOnce)
 {
     const LogCapture log;
