@@ -73,6 +73,8 @@ class LyingX11Test(X11Case, LyingCase):
     """A display that is wider than high, mounted upright."""
 
     kind = UntoldBoard
+    # Text comes out a few pixels elsewhere. Turned the wrong way, four fifths would differ.
+    same_share = 0.15
 
     def test_rotation(self) -> None:
         """A quarter, to either side."""

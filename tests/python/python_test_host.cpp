@@ -24,7 +24,7 @@ bool runTests(const char *module)
     try {
         py::module_::import("sys").attr("path").attr("insert")(0, KUBELOR_PYTHON_TESTS);
         const py::object unittest = py::module_::import("unittest");
-        const py::object suite = unittest.attr("defaultTestLoader").attr("loadTestsFromName")(module);
+        const py::object suite = py::module_::import("order").attr("load")(module);
         const py::object result =
             unittest.attr("TextTestRunner")(py::arg("verbosity") = 2).attr("run")(suite);
         return result.attr("testsRun").cast<int>() > 0 && result.attr("wasSuccessful")().cast<bool>();

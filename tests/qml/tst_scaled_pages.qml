@@ -70,6 +70,22 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
             return findChild(window.contentItem, name);
         }
 
+        // What all that has text looks like once it is drawn.
+        function look() {
+            window.update();
+            verify(waitForRendering(window.contentItem));
+            return all(item => item.font !== undefined).map(item => [item.text, item.font.pointSize, item.visible, item.width, item.height].join()).join("\n");
+        }
+
+        function test_another_display_changes_no_screen() {
+            const before = look();
+            Backend.run("config.Config.display_type = config.DisplayType._7_WSSKU_14628");
+            const after = look();
+            Backend.run("config.Config.display_type = config.Config.display_type_default");
+            compare(after, before);
+            compare(Gui.fSizeS, 14);
+        }
+
         // All of a kind, on whichever page.
         function all(wanted) {
             const found = Items.below(window.contentItem, wanted);

@@ -423,6 +423,17 @@ simulator.Simulator.enabled = True`);
             verify(win.visible);
         }
 
+        function test_after_a_click_a_closed_window_stays_closed() {
+            mouseClick(button);
+            win.close();
+            tryVerify(() => !win.visible);
+            for (const enabled of ["False", "True"]) {
+                Backend.run(`simulator.Simulator.enabled = ${enabled}`);
+                verify(!win.visible);
+            }
+            verify(button.visible);
+        }
+
         function test_closed_window_is_opened_again() {
             win.close();
             tryVerify(() => !win.visible);

@@ -83,6 +83,7 @@ class ProgramTest(ProgramCase):
         for absent in ("argv", "title", "gui_value_from_cpp"):
             self.assertNotIn(absent, run.stdout)
         self.assertNotIn("wmctrl", run.stderr)
+        self.assertNotIn("nicht gefunden", run.stderr)
 
     def test_help_and_version(self) -> None:
         """Both print and end with 0 before an interpreter is started."""

@@ -66,6 +66,17 @@ TEST_F(Trace, HighestValueGrowsUntilTheDataIsReplaced)
     EXPECT_EQ(screen.trace().maxY(), 0.5);
 }
 
+TEST_F(Trace, AnotherKindTurnsThePointsIntoAnotherLine)
+{
+    screen.replace({{1, 2}, {3, 4}});
+    Screen::settle();
+    const QPointF corner(3, 2);
+    EXPECT_FALSE(screen.shown().contains(corner));
+    screen.trace().setKind(TraceKind::Step);
+    Screen::settle();
+    EXPECT_TRUE(screen.shown().contains(corner));
+}
+
 TEST_F(Trace, LastXFollowsTheLine)
 {
     EXPECT_EQ(screen.trace().lastX(), 0);

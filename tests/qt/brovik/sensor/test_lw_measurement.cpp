@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QTimer>
+
 using testing::ElementsAre;
 
 namespace {
@@ -121,11 +123,20 @@ TEST_F(LwMeasurement, StartedTwiceTheSecondRunOfEachPeriodFindsADefect)
     sensor.initLwTimer();
     sensor.setupLwEdgeDetect(line);
     ASSERT_TRUE(isArmed());
-    const SignalLog emitted(sensor);
+    SignalLog emitted(sensor);
     chip.pulse(line);
     EXPECT_TRUE(eventually([&] { return emitted.names().size() == 4; }));
     EXPECT_THAT(emitted.names(), ElementsAre("leitwertChanged", "lwSensorDefectiveChanged", "leitwertChanged",
                                              "lwSensorDefectiveChanged"));
     EXPECT_EQ(sensor.leitwert(), 0.0);
     EXPECT_TRUE(sensor.lwSensorDefective());
+    // Both runs belong to one period: no event is handled between them.
+    emitted.clear();
+    const gpio_callback_func count = sensor.edgeCounter();
+    for (int edge = 0; edge < 10; ++edge) {
+        count(line, false);
+    }
+    ASSERT_TRUE(QMetaObject::invokeMethod(sensor.findChild<QTimer *>(), "timeout"));
+    EXPECT_THAT(emitted.names(), ElementsAre("leitwertChanged", "lwSensorDefectiveChanged", "leitwertChanged",
+                                             "lwSensorDefectiveChanged"));
 }

@@ -60,8 +60,12 @@ TEST_F(BridgeTest, AfterAFailedStartEveryFamilyLogsItsLine)
 TEST_F(BridgeTest, NoBackendShowsModuleNotFoundAndDisablesTheControls)
 {
     const SignalLog exceptions(gui, {"exception"});
+    const LogCapture log;
     Bridge bridge({QStringLiteral(TEST_PYTHON)}, false, QStringLiteral("/nowhere"));
     Q_EMIT gui.toPy(Gui::Ready, QJSValue());
+    EXPECT_EQ(log.texts(QtCriticalMsg).filter(QStringLiteral("nicht gefunden")),
+              QStringList({QStringLiteral("Python-Funktion gui_value_from_cpp() nicht gefunden -  pyGuiValueQJs ( "
+                                          "Gui::Ready , \"undefined\" ).")}));
     ASSERT_EQ(exceptions.emissions().size(), 1U);
     const QVariantMap record = exceptions.emissions()[0].values[0].toMap();
     EXPECT_EQ(record.value(QStringLiteral("type")), QStringLiteral("ModuleNotFoundError"));

@@ -23,6 +23,7 @@ int allowed(WarningBudget &budget, WarningBudget::Clock::duration time)
 
 TEST(WarningBudget, AllowsSoManyAtOnce)
 {
+    EXPECT_EQ(WarningBudget::most, 10);
     WarningBudget budget(start);
     EXPECT_TRUE(budget.take(start));
     EXPECT_EQ(budget.left(), WarningBudget::most - 1);
