@@ -63,9 +63,10 @@ TEST_F(BridgeTest, NoBackendShowsModuleNotFoundAndDisablesTheControls)
     const LogCapture log;
     Bridge bridge({QStringLiteral(TEST_PYTHON)}, false, QStringLiteral("/nowhere"));
     Q_EMIT gui.toPy(Gui::Ready, QJSValue());
-    EXPECT_EQ(log.texts(QtCriticalMsg).filter(QStringLiteral("nicht gefunden")),
-              QStringList({QStringLiteral("Python-Funktion gui_value_from_cpp() nicht gefunden -  pyGuiValueQJs ( "
-                                          "Gui::Ready , \"undefined\" ).")}));
+    EXPECT_EQ(
+        log.texts(QtCriticalMsg).filter(QStringLiteral("nicht gefunden")),
+        QStringList({QStringLiteral("Python-Funktion gui_value_from_cpp() nicht gefunden -  pyGuiValueQJs ( "
+                                    "Gui::Ready , \"undefined\" ).")}));
     ASSERT_EQ(exceptions.emissions().size(), 1U);
     const QVariantMap record = exceptions.emissions()[0].values[0].toMap();
     EXPECT_EQ(record.value(QStringLiteral("type")), QStringLiteral("ModuleNotFoundError"));
