@@ -92,6 +92,17 @@ protected:
         loop.exec();
     }
 
+    /// Until the backlog is gone.
+    static void expectLargeBacklogToHoldBack()
+    {
+        NotificationBacklog backlog;
+        backlog.set(brake().capacity() + 1);
+        const Writer writer(1, 1);
+        EXPECT_TRUE(writer.awaitHeld());
+        backlog.set(0);
+        writer.wait();
+    }
+
     const int heldBefore = brake().timesHeld();
     int timesHeld() const { return brake().timesHeld() - heldBefore; }
 };
@@ -199,14 +210,7 @@ TEST_F(NotificationBrakeTest, AGuiThreadThatStandsStillIsWaitedForOnceAndThenFor
 
 TEST_F(NotificationBrakeTest, WhatAScreenHasTakenAndNotHandledCounts)
 {
-    inEventLoop([] {
-        NotificationBacklog backlog;
-        backlog.set(brake().capacity() + 1);
-        const Writer writer(1, 1);
-        EXPECT_TRUE(writer.awaitHeld());
-        backlog.set(0);
-        writer.wait();
-    });
+    inEventLoop([] { expectLargeBacklogToHoldBack(); });
 }
 
 TEST_F(NotificationBrakeTest, AnEmptyBacklogDoesNotCount)
@@ -215,12 +219,7 @@ TEST_F(NotificationBrakeTest, AnEmptyBacklogDoesNotCount)
         for (int i = 0; i <= brake().capacity(); ++i) {
             const NotificationBacklog empty;
         }
-        NotificationBacklog backlog;
-        backlog.set(brake().capacity() + 1);
-        const Writer writer(1, 1);
-        EXPECT_TRUE(writer.awaitHeld());
-        backlog.set(0);
-        writer.wait();
+        expectLargeBacklogToHoldBack();
     });
 }
 
