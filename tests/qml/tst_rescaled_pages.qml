@@ -66,7 +66,7 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
                 open();
                 for (const name in pages) {
                     show(name);
-                    verify(waitForRendering(window.contentItem));
+                    draw();
                     fresh[key(name, factor)] = heights();
                 }
                 close();
@@ -92,6 +92,12 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
             for (const view of Items.below(part("updates"), item => item instanceof ListView)) {
                 view.highlightMoveDuration = 0;
             }
+            draw();
+        }
+
+        // Also if nothing asks for a frame.
+        function draw() {
+            window.update();
             verify(waitForRendering(window.contentItem));
         }
 

@@ -49,8 +49,7 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
             // No text makes itself smaller to fit.
             window.width = 1600;
             window.height = 2000;
-            window.update();
-            verify(waitForRendering(window.contentItem));
+            draw();
         }
 
         function init() {
@@ -60,6 +59,12 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
 
         function cleanupTestCase() {
             window.destroy();
+        }
+
+        // Also if nothing asks for a frame.
+        function draw() {
+            window.update();
+            verify(waitForRendering(window.contentItem));
         }
 
         function scale(factor) {
@@ -72,8 +77,7 @@ actuator.Actuator.set_dout_model(actuator.Actuator.all_douts)`
 
         // What all that has text looks like once it is drawn.
         function look() {
-            window.update();
-            verify(waitForRendering(window.contentItem));
+            draw();
             return all(item => item.font !== undefined).map(item => [item.text, item.font.pointSize, item.visible, item.width, item.height].join()).join("\n");
         }
 
