@@ -139,7 +139,8 @@ class ForwardExceptionTest(unittest.TestCase):
         self.assertEqual(self.forwarded(ValueError())["text"], "")
         _traceback, (level, text) = self.log.messages
         self.assertEqual(level, LEVELS["warning"])
-        self.assertTrue(text.startswith("Konnte den Fehlertext nicht aus args[0] bekommen: "), text)
+        reason = "IndexError: tuple index out of range"
+        self.assertTrue(text.startswith(f"Konnte den Fehlertext nicht aus args[0] bekommen: {reason}"), text)
 
     def test_outside_an_except_block(self) -> None:
         """There is nothing to forward but a warning."""

@@ -116,6 +116,9 @@ TEST_F(GpioTest, PrefixAndOffsetMakeTheLabel)
     gpio.setConsumerPrefix("x_");
     arm(5);
     gpio.setConsumerPrefix("y_");
+    chip.pulse(5);
+    chip.pulse(5); // read a turn after the first
+    EXPECT_TRUE(eventually([&] { return calls.all().size() == 2; }));
     EXPECT_EQ(chip.request(5)->label, "x_5");
 }
 
