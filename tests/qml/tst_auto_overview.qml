@@ -138,6 +138,15 @@ Item {
             verify(!page.intenseCleaning);
         }
 
+        function test_plain_run_keeps_its_text_when_the_setting_is_turned_on() {
+            set("auto.Auto.active = True");
+            set("settings.SettingsValues.intense_cleaning = True");
+            verify(!page.intenseCleaning);
+            compare(named("start").text, "Automatikbetrieb abbrechen");
+            set("auto.Auto.active = False");
+            compare(named("start").text, "Intensivreinigung starten");
+        }
+
         // Which buttons are enabled: start, acid test, lye test.
         function test_locks_data() {
             return [

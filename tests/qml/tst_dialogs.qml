@@ -57,6 +57,16 @@ Item {
                 compare(Backend.takePrints(), ["Dialog ist bereits offen: 5", "message: !newId"]);
                 compareSent([]);
                 compare(Dialogs.getOpenDialogById(5)[0], first);
+                expectOnly("eins", "zwei");
+            }
+
+            // Nothing of what is refused shows, at once or later.
+            function expectOnly(shown, refused) {
+                for (let turn = 0; turn < 2; ++turn) {
+                    verify(findText(Dialogs.overlay, shown));
+                    verify(!findText(Dialogs.overlay, refused));
+                    Backend.settle();
+                }
             }
 
             function test_second_question_with_an_open_id_is_refused() {
@@ -66,6 +76,7 @@ Item {
                 compare(Dialogs.question("zwei", "x", {id: 5}), undefined);
                 compare(Backend.takePrints(), ["Dialog ist bereits offen: 5", "question: !newId"]);
                 compareSent([]);
+                expectOnly("eins", "zwei");
             }
 
             function test_category_colors_data() {

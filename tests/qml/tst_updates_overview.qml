@@ -253,7 +253,20 @@ Item {
                 mouseClick(tablePage.table.itemAtCell(column, 0).btn);
                 compare(tablePage.currentIndex, 1);
                 compareSentThrough(Shell, [[action, value]]);
+                const changelog = tablePage.itemAt(1);
+                tryVerify(() => changelog.mapToItem(tablePage, 0, 0).x === 0);
+                mouseClick(changelog.backBtn);
+                compare(tablePage.currentIndex, 0);
             }
+        }
+
+        function test_text_of_the_console_stays_usable_while_locked() {
+            Backend.runOnThread("shell.Shell.locked = True\nshell.Shell.append_stdout('eins')");
+            open(3);
+            const output = part("output");
+            tryVerify(() => output.length > 0);
+            output.selectAll();
+            ["select", "copy", "clear"].forEach(name => verify(part(name).enabled, name));
         }
     }
 }
