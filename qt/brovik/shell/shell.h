@@ -36,6 +36,10 @@
 class UrgencyColor
 {
 public:
+    explicit UrgencyColor(const QColor &color)
+        : m_color(color)
+    {}
+
     UrgencyColor &operator=(const QColor &color)
     {
         const InnerLocker lock(&m_mutex);
@@ -57,11 +61,11 @@ private:
 };
 
 /// As SHARED_PROPERTY, for an UrgencyColor.
-#define SHELL_COLOR(type, name, setter, ...)                                                                 \
+#define SHELL_COLOR(type, name, setter, pyName, initial, doc)                                                \
     SHARED_ACCESS(type, name, setter, m_##name.value(),                                                      \
                   change<type>(m_##name, value, SHARED_SIGNAL(name##Changed)))                               \
 private:                                                                                                     \
-    UrgencyColor m_##name;
+    UrgencyColor m_##name{initial};
 
 /// State of the update facility. Starts no process and knows no package: the backend does. Lives on the GUI
 /// thread; written from any Python thread under its mutex. The colours and the list of changelog entries have
