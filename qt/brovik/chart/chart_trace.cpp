@@ -1,8 +1,9 @@
 #include "brovik/chart/chart_trace.h"
 
-#include "brovik/chart/raster.h"
 #include "brovik/chart/trace_schedule.h"
 #include "shared/gui_thread.h"
+
+#include <QSignalBlocker>
 
 #include <algorithm>
 #include <cmath>
@@ -29,23 +30,30 @@ QValueAxis *axisOf(QLineSeries &series, Qt::Orientation orientation)
     return nullptr;
 }
 
-/// Lets `receiver` follow another object than before.
-template <typename Object, typename Signal, typename Receiver, typename Slot>
-void followInstead(QPointer<Object> &followed, Object *object, Signal signal, Receiver *receiver, Slot slot)
+/// Lets `receiver` follow another object than before. Whether there is one that it has not followed.
+template <typename Object, typename Receiver, typename Slot, typename... Signals>
+bool followInstead(QPointer<Object> &followed, Object *object, Receiver *receiver, Slot slot,
+                   Signals... signals_)
 {
     if (followed == object) {
-        return;
+        return false;
     }
     if (followed) {
-        QObject::disconnect(followed, signal, receiver, slot);
+        QObject::disconnect(followed, nullptr, receiver, nullptr);
     }
     followed = object;
     if (object != nullptr) {
-        QObject::connect(object, signal, receiver, slot);
+        (QObject::connect(object, signals_, receiver, slot), ...);
     }
+    return object != nullptr;
 }
 
 } // namespace
+
+ChartTrace::~ChartTrace()
+{
+    delete m_item;
+}
 
 void ChartTrace::setLine(ChartLine *line)
 {
@@ -105,31 +113,23 @@ void ChartTrace::start()
 void ChartTrace::followSeries()
 {
     Q_ASSERT(onGuiThread());
-    followInstead(m_series, m_line->series().value(), &QLineSeries::visibleChanged, this,
-                  &ChartTrace::requestForView);
+    if (followInstead(m_series, m_line->series().value(), this, &ChartTrace::requestForView,
+                      &QLineSeries::visibleChanged, &QLineSeries::penChanged)) {
+        m_series->setOpacity(0.0);
+    }
     requestForNews();
 }
 
+/// The signals of the axes come before the chart itself learns of the range.
 void ChartTrace::followAxes(QLineSeries &series)
 {
-    followAxis(m_time, axisOf(series, Qt::Horizontal));
-    followAxis(m_value, axisOf(series, Qt::Vertical));
-    followInstead(m_chart, series.chart(), &QChart::plotAreaChanged, this, &ChartTrace::requestForView);
-}
-
-/// These signals come before the chart itself learns of the range.
-void ChartTrace::followAxis(QPointer<QValueAxis> &followed, QValueAxis *axis)
-{
-    if (followed == axis) {
-        return;
-    }
-    if (followed) {
-        disconnect(followed, nullptr, this, nullptr);
-    }
-    followed = axis;
-    if (axis != nullptr) {
-        connect(axis, &QValueAxis::minChanged, this, &ChartTrace::viewMoves);
-        connect(axis, &QValueAxis::maxChanged, this, &ChartTrace::viewMoves);
+    followInstead(m_time, axisOf(series, Qt::Horizontal), this, &ChartTrace::viewMoves,
+                  &QValueAxis::minChanged, &QValueAxis::maxChanged);
+    followInstead(m_value, axisOf(series, Qt::Vertical), this, &ChartTrace::viewMoves,
+                  &QValueAxis::minChanged, &QValueAxis::maxChanged);
+    if (followInstead(m_chart, series.chart(), this, &ChartTrace::requestForView, &QChart::plotAreaChanged)) {
+        delete m_item;
+        m_item = new TraceItem(*m_chart);
     }
 }
 
@@ -143,11 +143,12 @@ void ChartTrace::requestForView()
     TraceSchedule::instance().requestForView(this);
 }
 
+/// The chart works out anew what a series has when the view moves.
 void ChartTrace::viewMoves()
 {
     Q_ASSERT(onGuiThread());
-    if (TraceSchedule::instance().isViewMoving() && m_series && m_series->count() > 0) {
-        m_series->replace(Points());
+    if (TraceSchedule::instance().isViewMoving() && m_series) {
+        fill({});
     }
     requestForView();
 }
@@ -241,16 +242,37 @@ void ChartTrace::draw()
         return;
     }
     followAxes(*m_series);
-    const Points points = picture(*m_series);
-    if (m_series->points() != points) {
-        m_series->replace(points);
+    fill(picture(*m_series));
+    if (m_item && m_time && m_value) {
+        paint();
     }
+}
+
+/// The chart would stroke the line for the mouse if it heard of its points.
+void ChartTrace::fill(const Points &points)
+{
+    if (m_series->points() != points) {
+        const QSignalBlocker unheard(m_series);
+        m_series->replace(points);
+        Q_EMIT drawn();
+    }
+}
+
+void ChartTrace::paint()
+{
+    const QRectF plot = m_chart->plotArea();
+    Points pixels = m_series->points();
+    for (QPointF &point : pixels) {
+        point = {(point.x() - m_time->min()) / (m_time->max() - m_time->min()) * plot.width(),
+                 (m_value->max() - point.y()) / (m_value->max() - m_value->min()) * plot.height()};
+    }
+    m_item->show(pixels, m_series->pen(), plot);
 }
 
 ChartTrace::Points ChartTrace::picture(const QLineSeries &series) const
 {
     if (!series.isVisible()) {
-        return {}; // the chart computes the path of a hidden series, too
+        return {};
     }
     if (!m_time || !m_value || !m_chart) {
         return m_points.all();
@@ -260,8 +282,8 @@ ChartTrace::Points ChartTrace::picture(const QLineSeries &series) const
         return {};
     }
     // A point beyond the edge shows if it is nearer than the pen is wide.
-    const double beyond = (m_time->max() - m_time->min()) / size.width() * series.pen().widthF();
-    const int columns = qCeil((size.width() + 2 * series.pen().widthF()) * columnsPerPixel);
-    const double rise = (m_value->max() - m_value->min()) / size.height() * Raster::longestSteepLine;
-    return withShortRises(m_points.seen(m_time->min() - beyond, m_time->max() + beyond, columns), rise);
+    const double penWidth = series.pen().widthF();
+    const double beyond = (m_time->max() - m_time->min()) / size.width() * penWidth;
+    const int columns = qCeil((size.width() + 2 * penWidth) * columnsPerPixel);
+    return m_points.seen(m_time->min() - beyond, m_time->max() + beyond, columns);
 }

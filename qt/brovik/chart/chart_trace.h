@@ -1,6 +1,7 @@
 #pragma once
 
 #include "brovik/chart/chart_line.h"
+#include "brovik/chart/trace_item.h"
 #include "brovik/chart/trace_points.h"
 
 #include <QChart>
@@ -14,11 +15,12 @@
 
 #include <optional>
 
-/// Draws one line of the chart into the series that the page registered for it. GUI thread.
+/// Draws one line of the chart in the place of the series that the page registered for it. GUI thread.
 ///
 /// The points stay here; the series gets what the visible part of the time axis shows, in one piece and at
 /// most once for all that happened in one turn of the event loop. So neither a point nor a move of the view
-/// costs more in a long recording than in a short one.
+/// costs more in a long recording than in a short one. The series only keeps these points and is transparent:
+/// the chart is not told of them, and `TraceItem` paints them with the pen of the series.
 class ChartTrace : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
@@ -35,6 +37,7 @@ public:
     static constexpr double endOfNothing = 1.0;
 
     using QObject::QObject;
+    ~ChartTrace() override;
 
     ChartLine *line() const { return m_line; }
     void setLine(ChartLine *line);
@@ -59,6 +62,8 @@ Q_SIGNALS:
     void lastXChanged();
     /// A measured line was drawn up to this x, 1.0 if it is empty. The page moves its view.
     void pointsDrawn(double xLast);
+    /// The series has other points.
+    void drawn();
 
 private:
     friend class TraceSchedule;
@@ -82,6 +87,8 @@ private:
     void publish();
     void draw();
     Points picture(const QLineSeries &series) const;
+    void fill(const Points &points);
+    void paint();
 
     QPointer<ChartLine> m_line;
     TraceKind m_kind = TraceKind::Measured;
@@ -99,4 +106,5 @@ private:
     QPointer<QValueAxis> m_time;
     QPointer<QValueAxis> m_value;
     QPointer<QChart> m_chart;
+    QPointer<TraceItem> m_item;
 };

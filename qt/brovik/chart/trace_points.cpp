@@ -296,18 +296,3 @@ QList<QPointF> TracePoints::reduced(qsizetype index, qsizetype end, Columns colu
     }
     return columns.result();
 }
-
-QList<QPointF> withShortRises(const QList<QPointF> &points, double rise)
-{
-    constexpr double mostPieces = 100.0;
-    QList<QPointF> result;
-    for (const QPointF &point : points) {
-        const QPointF from = result.isEmpty() ? point : result.constLast();
-        const double pieces = std::min(std::ceil(std::abs(point.y() - from.y()) / rise), mostPieces);
-        for (double piece = 1.0; piece < pieces; piece += 1.0) {
-            result.append(from + (point - from) * (piece / pieces));
-        }
-        result.append(point);
-    }
-    return result;
-}

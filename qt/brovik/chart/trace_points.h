@@ -58,6 +58,3 @@ private:
     QList<Block> m_blocks;        ///< All full ones.
     qsizetype m_orderedCount = 0; ///< So many points from the first have no smaller x than those before.
 };
-
-/// The same line with points added so that none of its pieces rises or falls by more than this.
-QList<QPointF> withShortRises(const QList<QPointF> &points, double rise);

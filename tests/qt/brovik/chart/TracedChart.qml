@@ -12,6 +12,7 @@ Row {
     property alias drawn: drawn
     property alias reference: reference
     property alias time: time
+    property alias value: value
 
     ChartView {
         width: 600
@@ -65,6 +66,7 @@ Row {
         ValueAxis {
             id: referenceValue
 
+            min: value.min
             max: value.max
         }
 

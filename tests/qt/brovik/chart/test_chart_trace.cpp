@@ -27,7 +27,7 @@ class Drawings
 public:
     explicit Drawings(Screen &screen)
     {
-        QObject::connect(&screen.series(), &QLineSeries::pointsReplaced, &m_context,
+        QObject::connect(&screen.trace(), &ChartTrace::drawn, &m_context,
                          [this, &screen] { m_count += screen.shown().isEmpty() ? 0 : 1; });
     }
 
@@ -160,7 +160,8 @@ TEST_F(Trace, DrawsTheLineOncePerTurn)
 {
     screen.replace(record(TraceKind::Measured, 100));
     Screen::settle();
-    const SignalLog others(screen.series(), {"pointAdded", "pointRemoved", "pointsRemoved"});
+    const SignalLog others(screen.series(),
+                           {"pointAdded", "pointRemoved", "pointsRemoved", "pointsReplaced"});
     const Drawings drawings(screen);
     for (int index = 100; index < 200; ++index) {
         screen.add({index * 0.5, 4});
@@ -183,7 +184,25 @@ TEST_F(Trace, DrawsTheLineOncePerTurn)
     screen.trace().redraw();
     Screen::settle();
     EXPECT_EQ(drawings.count(), 3) << "nothing has changed";
-    EXPECT_THAT(others.names(), IsEmpty());
+    EXPECT_THAT(others.names(), IsEmpty()) << "the chart would stroke the line";
+}
+
+TEST_F(Trace, FollowsTheColourOfTheSeries)
+{
+    screen.replace(record(TraceKind::Measured, 100));
+    screen.difference();
+    EXPECT_GT(screen.inked(), 100);
+    screen.series().setColor(Qt::red);
+    EXPECT_EQ(screen.difference(), 1.0) << "the reference is still green";
+    EXPECT_EQ(screen.inked(), 0);
+}
+
+TEST_F(Trace, IsPaintedInItsPlotAlone)
+{
+    screen.replace({{-100, -5}, {30, 20}, {100, -5}});
+    screen.value().setRange(1, 4);
+    EXPECT_EQ(screen.difference(), 0.0);
+    EXPECT_GT(screen.inked(), 100);
 }
 
 TEST_F(Trace, AMovedViewNeverDrawsTheOldPoints)

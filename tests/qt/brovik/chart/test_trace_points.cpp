@@ -210,15 +210,6 @@ TEST(TracePoints, WhatIsSeenIsBoundedByTheWidth)
     EXPECT_LE(trace.seen(1000, 1060, 700).size(), 123);
 }
 
-TEST(TracePoints, PiecesOfALineRiseAsAsked)
-{
-    EXPECT_THAT(withShortRises({{0, 0}, {1, 1}, {2, 5}, {2, -1}}, 2.0),
-                ElementsAre(QPointF(0, 0), QPointF(1, 1), QPointF(1.5, 3), QPointF(2, 5), QPointF(2, 3),
-                            QPointF(2, 1), QPointF(2, -1)));
-    EXPECT_THAT(withShortRises({}, 2.0), IsEmpty());
-    EXPECT_LE(withShortRises({{0, -1e300}, {1, 1e300}}, 1.0).size(), 200) << "whatever the numbers are";
-}
-
 TEST(TracePoints, AFarNeighbourIsPulledCloserAlongTheLine)
 {
     const TracePoints trace = measured({{0, 0}, {1, 1}, {10001, 10001}});

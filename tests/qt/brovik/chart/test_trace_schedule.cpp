@@ -36,7 +36,7 @@ public:
         const std::string text(name);
         QObject::connect(&trace, &ChartTrace::pointsDrawn, &trace,
                          [=, &log] { log.push_back(text + " takes"); });
-        QObject::connect(&series, &QLineSeries::pointsReplaced, &trace, [=, this, &log] {
+        QObject::connect(&trace, &ChartTrace::drawn, &trace, [=, this, &log] {
             if (series.points().isEmpty()) {
                 log.push_back(text + " empties");
             }

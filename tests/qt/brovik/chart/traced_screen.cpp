@@ -119,6 +119,11 @@ QValueAxis &TracedScreen::time()
     return *m_view.rootObject()->property("time").value<QValueAxis *>();
 }
 
+QValueAxis &TracedScreen::value()
+{
+    return *m_view.rootObject()->property("value").value<QValueAxis *>();
+}
+
 ChartLine::Points TracedScreen::shown()
 {
     return series().points();

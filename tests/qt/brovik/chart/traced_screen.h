@@ -27,6 +27,7 @@ public:
     ChartTrace &trace();
     QLineSeries &series();
     QValueAxis &time();
+    QValueAxis &value();
     ChartLine::Points shown();
 
     /// Share of the line's pixels that have no ink next to them on the other picture, be it the traced one or
