@@ -19,7 +19,7 @@ from typing import Final
 from mutation_tests import TestsFail, holding
 
 PRESET: Final = "mutation"
-#: The one folder that Python knows nothing of.
+#: The folder of the program itself, which Python knows nothing of but what lies below.
 HOST: Final = PurePath("qt/src")
 #: Of compilers and of tests at once.
 JOBS: Final = os.environ.get("CMAKE_BUILD_PARALLEL_LEVEL", str(os.cpu_count() or 1))
@@ -66,9 +66,9 @@ def stages_of(tree: Path, folder: PurePath) -> list[Stage]:
         )
     if folder.is_relative_to("qt/brovik") and folder.name in SCREENS:
         found.append(Stage(("qml_tests",), tuple(f"qml_tst_{name}" for name in SCREENS[folder.name])))
-    programs = tuple(sorted(path.stem for path in (tree / "tests" / folder).glob("test_program*.py")))
-    if programs:
-        found.append(Stage(("entry_host",), programs))
+    if folder.is_relative_to(HOST):
+        programs = sorted(path.stem for path in (tree / "tests" / HOST).glob("test_program*.py"))
+        found.append(Stage(("entry_host",), tuple(programs)))
     return found
 
 

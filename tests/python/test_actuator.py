@@ -203,7 +203,7 @@ class ActuatorTest(ActuatorCase):
         for wrong in (5, None, "MvHeiss", ACTUATOR.mv_heiss):
             with self.subTest(wrong):
                 ACTUATOR.unblock_all_except_of(set())
-                with self.assertRaises(RuntimeError):
+                with self.assertRaisesRegex(RuntimeError, f"^ActuatorEnum expected, got {type(wrong)}$"):
                     ACTUATOR.add_blocked([ActuatorEnum.MvKalt, wrong, ActuatorEnum.MvHeiss])
                 self.assertEqual(blocked(), {ActuatorEnum.MvKalt})
                 with self.assertRaises(RuntimeError):

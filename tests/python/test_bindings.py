@@ -1,5 +1,7 @@
 """What holds for all that the program shows to Python."""
 
+import ast
+import re
 import types
 import unittest
 from collections.abc import Iterator
@@ -52,6 +54,13 @@ def properties(cls: type) -> dict[str, property]:
     return {name: value for name, value in bound.items() if "static" not in type(value).__name__}
 
 
+def signatures(cls: type) -> Iterator[str]:
+    """What the class says of how its functions are called."""
+    for value in vars(cls).values():
+        doc = value.__doc__ if callable(value) else None
+        yield from re.findall(r"^(?:\d+\. )?(\w+\(.*\) -> .*)$", doc or "", re.MULTILINE)
+
+
 def singletons() -> Iterator[tuple[str, Any]]:
     """Each singleton with the probe's name for it."""
     for module, (name, _, path) in SINGLETONS.items():
@@ -93,6 +102,14 @@ class ClassTest(unittest.TestCase):
             for name, value in properties(cls).items():
                 with self.subTest(cls=cls.__qualname__, name=name):
                     self.assertTrue(value.__doc__)
+
+    def test_signatures(self) -> None:
+        """Python can read each signature, since editors and stubs are made of them."""
+        found = [text for cls in classes() for text in signatures(cls)]
+        self.assertGreater(len(found), 100)
+        for text in found:
+            with self.subTest(text):
+                ast.parse(f"def {re.sub('<[^>]*>', '...', text)}: ...")
 
     def test_no_second_object(self) -> None:
         """Python cannot make a second object of a singleton's class."""

@@ -169,6 +169,19 @@ TEST_F(NotificationBrakeTest, NobodyIsHeldBackWhileTheGuiThreadWaits)
     });
 }
 
+TEST_F(NotificationBrakeTest, WhoTellsTooMuchDuringACallOfTheBackendWaitsInEachTurn)
+{
+    inEventLoop([this] {
+        constexpr int turns = 50;
+        const GuiThreadWaits waits(GuiThreadWaits::CallOfBackend);
+        QElapsedTimer timer;
+        timer.start();
+        Writer(static_cast<int>(brake().capacity()) + turns, 1).wait();
+        EXPECT_GE(timer.elapsed(), (turns * NotificationBrake::longestWaitInTurn).count());
+        EXPECT_EQ(timesHeld(), 0) << "nor any longer";
+    });
+}
+
 TEST_F(NotificationBrakeTest, AnotherThreadThatWaitsIsNotTheGuiThread)
 {
     inEventLoop([] {

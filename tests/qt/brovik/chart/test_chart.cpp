@@ -276,6 +276,16 @@ TEST_F(ChartTest, AReaderGetsEachPointOnce)
     EXPECT_THAT(news.added, IsEmpty());
 }
 
+TEST(ChartLineTest, APointOfANewLineCameSingly)
+{
+    ChartLine line(QStringLiteral("test"), nullptr);
+    const LogCapture log;
+    line.addPoint({1, 1});
+    const ChartLine::News news = line.newsSince({});
+    EXPECT_THAT(news.whole, IsEmpty());
+    EXPECT_THAT(news.added, ElementsAre(QPointF(1, 1)));
+}
+
 TEST_F(ChartTest, RecordsAreValues)
 {
     const ChartMetaData one = savedChart(QStringLiteral("a"));
