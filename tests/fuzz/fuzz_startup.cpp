@@ -177,6 +177,7 @@ void checkWindowSettings(FuzzedDataProvider &data)
     require(!isAside || Gui::instance().darkThemeEnabled(), "the default holds without a file");
     require(isAside || QSettings().status() == QSettings::NoError, "a file that is kept can be read");
     QDir(root).removeRecursively();
+    qunsetenv("BROVIK_CONFIG_DIR"); // a file may export it, too
 }
 
 } // namespace

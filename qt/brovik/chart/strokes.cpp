@@ -5,32 +5,37 @@
 
 namespace {
 
-/// A piece of a line.
-struct Stroke
+/// A piece of a line, and the strokes after it that are left out.
+class Stroke
 {
-    double low() const { return std::min(from.y(), to.y()); }
-    double high() const { return std::max(from.y(), to.y()); }
+public:
+    Stroke(const QPointF &from, const QPointF &to, const QSizeF &ink)
+        : m_from(from)
+        , m_to(to)
+        , m_ink(ink)
+    {}
 
-    bool isRepeatedBy(const Stroke &next, const QSizeF &ink) const
+    bool isRepeatedBy(const QPointF &from, const QPointF &to) const
     {
-        const bool isLevel = high() - low() < ink.height();
-        return (isLevel ? goesOnTo(next) : isNear(next, ink.width())) &&
-               std::abs(next.low() - low()) < ink.height() && std::abs(next.high() - high()) < ink.height();
+        const auto [left, right] = std::minmax({m_from.x(), m_to.x(), from.x(), to.x()});
+        const auto [low, high] = std::minmax({from.y(), to.y()});
+        return right - left < m_ink.width() && std::abs(low - m_low) < m_ink.height() &&
+               std::abs(high - m_high) < m_ink.height();
     }
 
-    bool goesOnTo(const Stroke &next) const
+    /// Whether the way to a point is covered by the way from here.
+    bool reaches(const QPointF &point) const
     {
-        return from.x() <= to.x() && to.x() <= next.from.x() && next.from.x() <= next.to.x();
+        return std::abs(point.x() - m_to.x()) < 2 * m_ink.width() && point.y() > m_low - m_ink.height() &&
+               point.y() < m_high + m_ink.height();
     }
 
-    bool isNear(const Stroke &next, double reach) const
-    {
-        const auto [left, right] = std::minmax({from.x(), to.x(), next.from.x(), next.to.x()});
-        return right - left < reach;
-    }
-
-    QPointF from;
-    QPointF to;
+private:
+    QPointF m_from;
+    QPointF m_to;
+    QSizeF m_ink;
+    double m_low = std::min(m_from.y(), m_to.y());
+    double m_high = std::max(m_from.y(), m_to.y());
 };
 
 } // namespace
@@ -39,15 +44,22 @@ QList<QPointF> withoutRepeats(const QList<QPointF> &points, const QSizeF &ink)
 {
     QList<QPointF> result;
     result.reserve(points.size());
+    const QPointF *leftOut = nullptr;
     for (qsizetype index = 0; index < points.size(); ++index) {
-        // The last point stays, or the line would end too early.
-        const bool mayRepeat = result.size() > 1 && index + 2 < points.size();
-        if (mayRepeat && Stroke{result.end()[-2], result.constLast()}.isRepeatedBy(
-                             {points[index], points[index + 1]}, ink)) {
-            ++index;
-        } else {
-            result.append(points[index]);
+        const QPointF &point = points[index];
+        if (result.size() > 1) {
+            const Stroke stroke(result.end()[-2], result.constLast(), ink);
+            // The last point stays, or the line would end too early.
+            if (index + 2 < points.size() && stroke.isRepeatedBy(point, points[index + 1])) {
+                leftOut = &points[++index];
+                continue;
+            }
+            if (leftOut != nullptr && !stroke.reaches(point)) {
+                result.append(*leftOut);
+            }
         }
+        leftOut = nullptr;
+        result.append(point);
     }
     return result;
 }

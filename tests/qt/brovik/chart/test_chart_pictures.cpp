@@ -109,6 +109,22 @@ TEST_P(Picture, OfACrowdedRecord)
     }
 }
 
+TEST_P(Picture, OfLevelsOfAllLengths)
+{
+    Points levels;
+    for (int length = 1; length < 30; ++length) {
+        for (int point = 0; point < 2 * length; ++point) {
+            levels.append({static_cast<double>(levels.size()) * 0.5, point < length ? 1.0 : 4.0});
+        }
+    }
+    screen.replace(levels);
+    for (const Window &window : {Window{0, 60}, {0, 440}, {0, 2000}, {300, 305}}) {
+        screen.look(window.from, window.to);
+        EXPECT_EQ(screen.difference(), 0.0) << window.from << " to " << window.to;
+        EXPECT_NEAR(screen.inked(), screen.expectedInk(), 0.05 * screen.expectedInk());
+    }
+}
+
 TEST_P(Picture, OfTimesThatGoBackAndBelowZero)
 {
     for (const QPointF &point : Points{{10, 3}, {-5, 0}, {30, 4}, {20, 0}, {20, 2}, {-1, 5}, {50, 0}}) {

@@ -38,7 +38,7 @@ TEST_F(Repeats, AStrokeUpAndDownIsDrawnOnceForThePensWidth)
 TEST_F(Repeats, ADifferenceThatDoesNotShowIsNone)
 {
     EXPECT_THAT(rest({{0, 0}, {0, 9}, {1, 8.5}, {1, 0.5}, {5, 5}}),
-                ElementsAre(QPointF(0, 0), QPointF(0, 9), QPointF(5, 5)));
+                ElementsAre(QPointF(0, 0), QPointF(0, 9), QPointF(1, 0.5), QPointF(5, 5)));
 }
 
 TEST_F(Repeats, AStrokeOfOtherHeightsStays)
@@ -57,20 +57,28 @@ TEST_F(Repeats, DifferencesDoNotAddUp)
 TEST_F(Repeats, WithinAColumnALineMayGoBack)
 {
     EXPECT_THAT(rest({{0.5, 0}, {0, 9}, {1, 9}, {0.8, 0}, {5, 5}}),
-                ElementsAre(QPointF(0.5, 0), QPointF(0, 9), QPointF(5, 5)));
+                ElementsAre(QPointF(0.5, 0), QPointF(0, 9), QPointF(0.8, 0), QPointF(5, 5)));
     expectKept({{3, 0}, {3, 9}, {0, 9}, {0, 0}, {5, 5}});
 }
 
-TEST_F(Repeats, ALevelLineIsOneStrokeHoweverLong)
+TEST_F(Repeats, TheWayOnBeginsWhereTheLineWas)
 {
-    EXPECT_THAT(rest({{0, 5}, {10, 5}, {20, 5.5}, {30, 5}, {40, 4.5}, {50, 5}, {60, 5}, {70, 9}}),
-                ElementsAre(QPointF(0, 5), QPointF(10, 5), QPointF(60, 5), QPointF(70, 9)));
+    EXPECT_THAT(rest({{0, 0}, {0, 9}, {1, 9}, {1, 0}, {90, 0}}),
+                ElementsAre(QPointF(0, 0), QPointF(0, 9), QPointF(1, 0), QPointF(90, 0)))
+        << "far away";
+    EXPECT_THAT(rest({{0, 0}, {0, 9}, {1, 9}, {1, 0}, {2, -5}}),
+                ElementsAre(QPointF(0, 0), QPointF(0, 9), QPointF(1, 0), QPointF(2, -5)))
+        << "down from the lower end";
+    EXPECT_THAT(rest({{0, 0}, {0, 9}, {1, 9}, {1, 0}, {2, 20}}),
+                ElementsAre(QPointF(0, 0), QPointF(0, 9), QPointF(1, 0), QPointF(2, 20)))
+        << "up from the lower end";
 }
 
-TEST_F(Repeats, ALevelLineThatGoesBackStays)
+TEST_F(Repeats, OfALevelLineItsEndStays)
 {
-    expectKept({{0, 5}, {10, 5}, {-20, 5}, {-10, 5}, {0, 9}});
-    expectKept({{0, 5}, {10, 5}, {30, 5}, {20, 5}, {0, 9}});
+    EXPECT_THAT(rest({{0, 5}, {0.5, 5}, {1, 5}, {1.5, 5}, {1.5, 9}, {9, 9}}),
+                ElementsAre(QPointF(0, 5), QPointF(0.5, 5), QPointF(1.5, 5), QPointF(1.5, 9), QPointF(9, 9)));
+    expectKept({{0, 5}, {10, 5}, {20, 5}, {30, 5}, {30, 9}});
 }
 
 TEST_F(Repeats, TheLastPointStays)
