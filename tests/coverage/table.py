@@ -1,6 +1,6 @@
-"""Prints what the tests come to, by folder, and compares with the gates: table.py <results> <gates>.
+"""Prints what the tests come to, by folder, and compares with gates: table.py <results> <gates> <section>.
 
-The results are qt.json of gcovr and demo.json of coverage.
+The results are demo.json of coverage and, if C++ was measured as well, qt.json of gcovr.
 """
 
 import json
@@ -91,12 +91,14 @@ def row(name: str, count: Count) -> str:
 
 def main() -> int:
     """Gives the exit code."""
-    results, gates = map(Path, sys.argv[1:])
-    files = read_gcovr(results / "qt.json") | read_coverage(results / "demo.json")
+    results, gates = map(Path, sys.argv[1:3])
+    files = read_coverage(results / "demo.json")
+    if (results / "qt.json").exists():
+        files |= read_gcovr(results / "qt.json")
     print("| Folder | Lines | of | Branches | of |\n|---|---|---|---|---|")
     print("\n".join(row(f"`{name}`", count) for name, count in by_folder(files).items()))
     missed = 0
-    for top, least in tomllib.loads(gates.read_text("utf-8"))["branches"].items():
+    for top, least in tomllib.loads(gates.read_text("utf-8"))[sys.argv[3]].items():
         total = below(files, top)
         print(row(f"`{top}` together", total))
         if total.branch_share < least:
