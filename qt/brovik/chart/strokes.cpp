@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
 namespace {
 
@@ -47,16 +49,16 @@ QList<QPointF> withoutRepeats(const QList<QPointF> &points, const QSizeF &ink)
     const QPointF *leftOut = nullptr;
     for (qsizetype index = 0; index < points.size(); ++index) {
         const QPointF &point = points[index];
-        if (result.size() > 1) {
-            const Stroke stroke(result.end()[-2], result.constLast(), ink);
-            // The last point stays, or the line would end too early.
-            if (index + 2 < points.size() && stroke.isRepeatedBy(point, points[index + 1])) {
-                leftOut = &points[++index];
-                continue;
-            }
-            if (leftOut != nullptr && !stroke.reaches(point)) {
-                result.append(*leftOut);
-            }
+        const auto before = result.size() > 1 ? std::optional<Stroke>(std::in_place, result.end()[-2],
+                                                                      result.constLast(), ink)
+                                              : std::nullopt;
+        // The last point stays, or the line would end too early.
+        if (before && index + 2 < points.size() && before->isRepeatedBy(point, points[index + 1])) {
+            leftOut = &points[++index];
+            continue;
+        }
+        if (before && leftOut != nullptr && !before->reaches(point)) {
+            result.append(*leftOut);
         }
         leftOut = nullptr;
         result.append(point);
