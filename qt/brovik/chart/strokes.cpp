@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A piece of a line, and the strokes after it that are left out.
+/// A piece of a line that is drawn already.
 class Stroke
 {
 public:
