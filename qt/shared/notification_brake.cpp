@@ -67,8 +67,15 @@ void NotificationBrake::waitInTurn(std::unique_lock<std::mutex> &lock)
     }
     QElapsedTimer timer;
     timer.start();
-    m_moved.wait_for(lock, longestWaitInTurn, [this] { return m_stops == 0; });
+    m_moved.wait_for(lock, waitOfTurn(), [this] { return m_stops == 0; });
     m_patience -= std::chrono::nanoseconds(timer.nsecsElapsed());
+}
+
+/// The more waits already, the longer: each turn adds something, and a call has several turns before it.
+std::chrono::nanoseconds NotificationBrake::waitOfTurn() const
+{
+    const auto wait = std::chrono::nanoseconds(shortestWaitInTurn) * account() / farTooMuch;
+    return std::clamp<std::chrono::nanoseconds>(wait, shortestWaitInTurn, longestWaitInTurn);
 }
 
 /// What is told of while nobody waits for the GUI thread takes it no longer than it takes to tell.

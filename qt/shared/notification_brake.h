@@ -44,8 +44,10 @@ public:
     static constexpr std::chrono::milliseconds shortestWait{1};
     static constexpr std::chrono::milliseconds longestWaitForItsCost{100};
     static constexpr qint64 farTooMuch = 10'000;
-    /// In a turn with the GIL, and in all turns of one call.
-    static constexpr std::chrono::milliseconds longestWaitInTurn{1};
+    /// In a turn with the GIL, from an account of `farTooMuch` on in proportion to it; and in all turns of
+    /// one call.
+    static constexpr std::chrono::milliseconds shortestWaitInTurn{1};
+    static constexpr std::chrono::milliseconds longestWaitInTurn{10};
     static constexpr std::chrono::milliseconds allWaitsInTurns{1000};
 
     static NotificationBrake &instance();
@@ -80,6 +82,7 @@ private:
     bool holdsBack() const { return isFull() && m_stops == 0; }
     void waitForGuiThread(std::unique_lock<std::mutex> &lock);
     void waitInTurn(std::unique_lock<std::mutex> &lock);
+    std::chrono::nanoseconds waitOfTurn() const;
     void waitForItsCost(std::unique_lock<std::mutex> &lock, int cost);
     bool goesOnRegardless() const;
     void postMark();

@@ -177,8 +177,22 @@ TEST_F(NotificationBrakeTest, WhoTellsTooMuchDuringACallOfTheBackendWaitsInEachT
         QElapsedTimer timer;
         timer.start();
         Writer(static_cast<int>(brake().capacity()) + turns, 1).wait();
-        EXPECT_GE(timer.elapsed(), (turns * NotificationBrake::longestWaitInTurn).count());
+        EXPECT_GE(timer.elapsed(), (turns * NotificationBrake::shortestWaitInTurn).count());
         EXPECT_EQ(timesHeld(), 0) << "nor any longer";
+    });
+}
+
+TEST_F(NotificationBrakeTest, TheMoreWaitsDuringACallTheLongerATurnTakes)
+{
+    inEventLoop([] {
+        constexpr int turns = 10;
+        constexpr int most = NotificationBrake::longestWaitInTurn / NotificationBrake::shortestWaitInTurn;
+        const GuiThreadWaits waits(GuiThreadWaits::CallOfBackend);
+        Writer(1, most * NotificationBrake::farTooMuch).wait();
+        QElapsedTimer timer;
+        timer.start();
+        Writer(turns, 1).wait();
+        EXPECT_GE(timer.elapsed(), (turns * NotificationBrake::longestWaitInTurn).count());
     });
 }
 
