@@ -238,12 +238,11 @@ void ChartTrace::publish()
 
 void ChartTrace::draw()
 {
-    if (!m_series) {
-        return;
+    if (m_series) {
+        followAxes(*m_series);
+        fill(picture(*m_series));
     }
-    followAxes(*m_series);
-    fill(picture(*m_series));
-    if (m_item && m_time && m_value) {
+    if (m_item) {
         paint();
     }
 }
@@ -260,6 +259,10 @@ void ChartTrace::fill(const Points &points)
 
 void ChartTrace::paint()
 {
+    if (!m_series || !m_time || !m_value) {
+        m_item->show({}, {}, {});
+        return;
+    }
     const QRectF plot = m_chart->plotArea();
     Points pixels = m_series->points();
     for (QPointF &point : pixels) {

@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QChart>
 #include <QLineSeries>
 #include <QQmlEngine>
 #include <QThread>
@@ -195,6 +196,26 @@ TEST_F(Trace, FollowsTheColourOfTheSeries)
     screen.series().setColor(Qt::red);
     EXPECT_EQ(screen.difference(), 1.0) << "the reference is still green";
     EXPECT_EQ(screen.inked(), 0);
+}
+
+TEST_F(Trace, GoesWithItsSeriesAndComesBackWithAnother)
+{
+    screen.replace(record(TraceKind::Measured, 100));
+    screen.difference();
+    EXPECT_GT(screen.inked(), 100);
+    QChart &chart = *screen.series().chart();
+    const QPen pen = screen.series().pen();
+    delete &screen.series();
+    EXPECT_EQ(screen.difference(), 1.0) << "the reference is still there";
+    EXPECT_EQ(screen.inked(), 0);
+    auto *const another = new QLineSeries(&chart);
+    another->setPen(pen);
+    chart.addSeries(another);
+    another->attachAxis(&screen.time());
+    another->attachAxis(&screen.value());
+    screen.line.registerQmlLine(another, &screen.value());
+    EXPECT_EQ(screen.difference(), 0.0);
+    EXPECT_GT(screen.inked(), 100);
 }
 
 TEST_F(Trace, IsPaintedInItsPlotAlone)
