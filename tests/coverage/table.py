@@ -1,6 +1,6 @@
 """Prints what the tests come to, by folder, and compares with gates: table.py <results> <gates> <section>.
 
-The results are demo.json of coverage and, if C++ was measured as well, qt.json of gcovr.
+The results are demo.json of coverage, qt.json of gcovr and qt.llvm.json of llvm-cov, whichever were measured.
 """
 
 import json
@@ -48,6 +48,20 @@ def read_gcovr(file: Path) -> dict[str, Count]:
     }
 
 
+def read_llvm(file: Path) -> dict[str, Count]:
+    """By the file of the tree."""
+    tree = Path.cwd()
+    counts = {}
+    for found in json.loads(file.read_text("utf-8"))["data"][0]["files"]:
+        lines, branches = found["summary"]["lines"], found["summary"]["branches"]
+        path = Path(found["filename"])
+        if path.is_relative_to(tree / "qt"):
+            counts[str(path.relative_to(tree))] = Count(
+                lines["covered"], lines["count"], branches["covered"], branches["count"]
+            )
+    return counts
+
+
 def read_coverage(file: Path) -> dict[str, Count]:
     """By the file of the tree."""
     tree = Path.cwd()
@@ -62,6 +76,9 @@ def read_coverage(file: Path) -> dict[str, Count]:
             summary["num_branches"],
         )
     return counts
+
+
+READERS = {"demo.json": read_coverage, "qt.json": read_gcovr, "qt.llvm.json": read_llvm}
 
 
 def by_folder(files: dict[str, Count]) -> dict[str, Count]:
@@ -92,9 +109,10 @@ def row(name: str, count: Count) -> str:
 def main() -> int:
     """Gives the exit code."""
     results, gates = map(Path, sys.argv[1:3])
-    files = read_coverage(results / "demo.json")
-    if (results / "qt.json").exists():
-        files |= read_gcovr(results / "qt.json")
+    files: dict[str, Count] = {}
+    for name, read in READERS.items():
+        if (results / name).exists():
+            files |= read(results / name)
     print("| Folder | Lines | of | Branches | of |\n|---|---|---|---|---|")
     print("\n".join(row(f"`{name}`", count) for name, count in by_folder(files).items()))
     missed = 0

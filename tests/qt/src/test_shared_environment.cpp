@@ -89,7 +89,7 @@ TEST_F(SharedEnvironment, AnOldValueStaysReadable)
 TEST_F(SharedEnvironment, RefusesWhatIsNoName)
 {
     char **const before = environ;
-    for (const char *name : {"", "KUBELOR_A=B"}) {
+    for (const char *name : {"", "KUBELOR_REFUSED=B"}) {
         errno = 0;
         EXPECT_EQ(setenv(name, "1", 1), -1);
         EXPECT_EQ(errno, EINVAL);
@@ -98,7 +98,7 @@ TEST_F(SharedEnvironment, RefusesWhatIsNoName)
         EXPECT_EQ(errno, EINVAL);
     }
     EXPECT_EQ(environ, before);
-    EXPECT_TRUE(entriesOf("KUBELOR_A").empty());
+    EXPECT_TRUE(entriesOf("KUBELOR_REFUSED").empty());
 }
 
 TEST_F(SharedEnvironment, RemovesEachEntryOfAName)

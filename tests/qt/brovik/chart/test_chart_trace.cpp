@@ -12,6 +12,7 @@
 #include <QQmlEngine>
 #include <QThread>
 
+#include <limits>
 #include <memory>
 
 using testing::ElementsAre;
@@ -76,6 +77,44 @@ TEST_F(Trace, AnotherKindTurnsThePointsIntoAnotherLine)
     screen.trace().setKind(TraceKind::Step);
     Screen::settle();
     EXPECT_TRUE(screen.shown().contains(corner));
+}
+
+TEST_F(Trace, TakesAnotherLineInstead)
+{
+    screen.replace({{1, 2}, {3, 4}});
+    Screen::settle();
+    ChartLine other(QStringLiteral("other"), nullptr);
+    const LogCapture noSeriesYet;
+    other.addPoint({7, 1});
+    const SignalLog log(screen.trace(), {"lineChanged"});
+    screen.trace().setLine(&screen.line);
+    EXPECT_THAT(log.names(), IsEmpty());
+    other.registerQmlLine(&screen.series(), &screen.value());
+    screen.trace().setLine(&other);
+    screen.add({5, 6});
+    Screen::settle();
+    EXPECT_THAT(log.names(), ElementsAre("lineChanged"));
+    EXPECT_THAT(screen.shown(), ElementsAre(QPointF(7, 1)));
+    EXPECT_EQ(screen.trace().lastX(), 7);
+    screen.trace().setLine(&screen.line);
+}
+
+TEST_F(Trace, WhatIsNoNumberIsNotDrawn)
+{
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    constexpr double endless = std::numeric_limits<double>::infinity();
+    screen.line.setData({{none, 1}, {1, 2}, {2, none}});
+    Screen::settle();
+    EXPECT_THAT(screen.shown(), ElementsAre(QPointF(1, 2)));
+    const SignalLog log(screen.trace(), {"pointsDrawn"});
+    screen.line.addPoint({3, -endless});
+    screen.line.addPoint({endless, 3});
+    Screen::settle();
+    EXPECT_THAT(log.names(), IsEmpty());
+    screen.line.addPoint({4, 3});
+    Screen::settle();
+    EXPECT_THAT(screen.shown(), ElementsAre(QPointF(1, 2), QPointF(4, 3)));
+    EXPECT_EQ(screen.trace().maxY(), 3);
 }
 
 TEST_F(Trace, LastXFollowsTheLine)
@@ -279,6 +318,14 @@ TEST_F(Trace, DrawsAtOnceWhenAsked)
     EXPECT_THAT(screen.shown(), ElementsAre(QPointF(5, 3)));
     Screen::settle();
     EXPECT_THAT(screen.shown(), ElementsAre(QPointF(5, 3)));
+}
+
+TEST(LateTrace, HasNothingToDrawWithoutALine)
+{
+    ChartTrace trace;
+    const SignalLog log(trace);
+    trace.redraw();
+    EXPECT_THAT(log.names(), IsEmpty());
 }
 
 TEST(LateTrace, FindsTheLineAsAWholeList)

@@ -1,6 +1,7 @@
 #include "brovik/shell/console_writer.h"
 #include "brovik/shell/shell.h"
 #include "eventually.h"
+#include "signal_log.h"
 
 #include <gmock/gmock.h>
 
@@ -10,6 +11,7 @@
 #include <QQuickItem>
 #include <QQuickTextDocument>
 #include <QTextBlock>
+#include <QTextFragment>
 
 #include <memory>
 #include <set>
@@ -98,7 +100,11 @@ protected:
 
     void scrollTo(double y) { m_flick->setProperty("contentY", y); }
 
+    QObject *output() const { return writer().property("output").value<QObject *>(); }
     void forgetOutput() { writer().setOutput(nullptr); }
+
+    /// What the last line shows: its text and its colour.
+    QTextFragment end() const { return document().lastBlock().begin().fragment(); }
 
 private:
     QQmlEngine m_engine;
@@ -119,4 +125,51 @@ TEST_F(ConsoleWriterTest, WithoutAnOutputThereIsNothingToRedraw)
 {
     forgetOutput();
     EXPECT_THAT(redrawnBy([this] { writer().redraw(); }), IsEmpty());
+}
+
+TEST_F(ConsoleWriterTest, ErrorsAreRed)
+{
+    Q_EMIT Shell::instance().appendStderr(QStringLiteral("<b>Fehler</b>"));
+    ASSERT_TRUE(eventually([this] { return document().blockCount() == lineCount + 1; }));
+    EXPECT_EQ(end().text(), QStringLiteral("Fehler"));
+    EXPECT_EQ(end().charFormat().foreground().color(), QColor(Qt::red));
+}
+
+TEST_F(ConsoleWriterTest, WhatIsTooLongForALayoutIsPlainAndInPieces)
+{
+    constexpr int letters = 20'001;
+    const QString tags = QStringLiteral("<b>").repeated(letters / 3);
+    Q_EMIT Shell::instance().appendStdout(tags);
+    EXPECT_TRUE(eventually([this] { return document().blockCount() == lineCount + 21; }));
+    EXPECT_EQ(end().text(), QStringLiteral(">"));
+    EXPECT_EQ(end().charFormat().foreground().style(), Qt::NoBrush);
+    Q_EMIT Shell::instance().appendStderr(tags);
+    EXPECT_TRUE(eventually([this] { return document().blockCount() == lineCount + 42; }));
+    EXPECT_EQ(end().charFormat().foreground().color(), QColor(Qt::red));
+    EXPECT_EQ(document().toPlainText().count(QStringLiteral("<")), 2 * letters / 3);
+}
+
+TEST_F(ConsoleWriterTest, WhatWaitsIsClearedToo)
+{
+    Q_EMIT Shell::instance().appendStdout(QStringLiteral("vorher"));
+    writer().clear();
+    Q_EMIT Shell::instance().appendStdout(QStringLiteral("nachher"));
+    EXPECT_TRUE(eventually([this] { return !document().isEmpty(); }));
+    EXPECT_EQ(document().toPlainText(), QStringLiteral("nachher"));
+}
+
+TEST_F(ConsoleWriterTest, TheSameOutputAgainIsNoNews)
+{
+    const SignalLog log(writer(), {"outputChanged"});
+    QObject *const same = output();
+    writer().setOutput(same);
+    EXPECT_THAT(log.names(), IsEmpty());
+    writer().setOutput(nullptr);
+    Q_EMIT Shell::instance().appendStdout(QStringLiteral("ungesehen"));
+    writer().clear();
+    writer().setOutput(same);
+    EXPECT_THAT(log.names(), testing::ElementsAre("outputChanged", "outputChanged"));
+    Q_EMIT Shell::instance().appendStdout(QStringLiteral("gesehen"));
+    EXPECT_TRUE(eventually([this] { return document().blockCount() == lineCount + 1; }));
+    EXPECT_EQ(end().text(), QStringLiteral("gesehen"));
 }
