@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <mutex>
 #include <new>
+#include <pthread.h>
 #include <set>
 #include <string>
 #include <string_view>
@@ -31,6 +32,8 @@ public:
     void clear();
 
 private:
+    Environment();
+
     /// The entry of a variable, or the null behind the last one.
     static char **find(char **from, std::string_view name);
     static void replace(char **place, char *entry);
@@ -44,6 +47,13 @@ private:
     std::set<std::string, std::less<>> m_entries;
     std::vector<std::vector<char *>> m_tables;
 };
+
+/// Nobody writes while a process is forked: the child has no thread that would end that.
+Environment::Environment()
+{
+    pthread_atfork([] { instance().m_mutex.lock(); }, [] { instance().m_mutex.unlock(); },
+                   [] { instance().m_mutex.unlock(); });
+}
 
 Environment &Environment::instance()
 {

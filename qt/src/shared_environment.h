@@ -7,7 +7,7 @@
 /// walking through. The program therefore has the functions that write (setenv(), putenv(), unsetenv(),
 /// clearenv()) itself, for all that is loaded into the process: tables and values that somebody may have seen
 /// stay. A reader sees a variable's old value or the new one; while one variable is removed it may miss
-/// another.
+/// another. A process that is forked meanwhile may write as well.
 ///
 /// GUI thread, before other threads run.
 void shareEnvironment();

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <string>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -17,6 +18,9 @@
 using testing::StrEq;
 
 namespace {
+
+/// A process that waits for so long waits for ever.
+constexpr unsigned childSeconds = 5;
 
 /// All entries of a variable, as a child process would get them.
 std::vector<std::string> entriesOf(const std::string &name)
@@ -28,6 +32,19 @@ std::vector<std::string> entriesOf(const std::string &name)
         }
     }
     return entries;
+}
+
+/// Forks a process that sets a variable, and waits for its end.
+int statusOfWritingChild()
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(childSeconds);
+        _exit(setenv("KUBELOR_CHILD", "1", 1));
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    return status;
 }
 
 class SharedEnvironment : public testing::Test
@@ -161,4 +178,19 @@ TEST_F(SharedEnvironment, OneThreadReadsWhatAnotherWrites)
         EXPECT_THAT(std::getenv(("KUBELOR_" + std::to_string(variables - 1)).c_str()),
                     StrEq(std::to_string(variables - 1)));
     }
+}
+
+TEST_F(SharedEnvironment, AForkedProcessWritesAsWell)
+{
+    std::atomic<bool> goesOn = true;
+    std::thread writer([&goesOn] {
+        while (goesOn) {
+            setenv("KUBELOR_FORK", "1", 1);
+        }
+    });
+    for (int child = 0; child < repeats(200); ++child) {
+        EXPECT_EQ(statusOfWritingChild(), 0) << "of child " << child;
+    }
+    goesOn = false;
+    writer.join();
 }
