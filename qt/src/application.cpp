@@ -162,7 +162,7 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
     readWindowSettings();
 
     QApplication application(argc, argv);
-    keepDisplayFromForks();
+    setForksApart();
     const SplitArguments arguments = splitArguments(QCoreApplication::arguments(), paths.interpreter);
     CommandLine commandLine;
     commandLine.parse(arguments.qt);

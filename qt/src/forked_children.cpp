@@ -4,6 +4,8 @@
 
 #include <QtGlobal>
 
+#include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <optional>
@@ -39,7 +41,7 @@ std::optional<Socket> ownSocket(int descriptor)
     return Socket{descriptor, status.st_ino};
 }
 
-/// Within the child, where nothing but calls of the system may be used.
+/// Within the child, where nothing that another thread may have locked is used.
 void closeDisplay()
 {
     // GCOVR_EXCL_BR_START: what a child comes to goes with it
@@ -53,9 +55,23 @@ void closeDisplay()
     // GCOVR_EXCL_BR_STOP
 }
 
+void endAtOnce(int status, void * /*nothing*/)
+{
+    std::fflush(nullptr);
+    _exit(status);
+}
+
+/// Within the child.
+void becomeApart()
+{
+    closeDisplay();
+    // The handler that comes last is called first.
+    on_exit(endAtOnce, nullptr);
+}
+
 } // namespace
 
-void keepDisplayFromForks()
+void setForksApart()
 {
     Q_ASSERT(onGuiThread());
     std::error_code error;
@@ -64,5 +80,5 @@ void keepDisplayFromForks()
             displaySockets().push_back(*socket);
         }
     }
-    pthread_atfork(nullptr, nullptr, closeDisplay);
+    pthread_atfork(nullptr, nullptr, becomeApart);
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -84,7 +85,7 @@ private:
 TEST(ForkedChildren, HaveNoConnectionToTheDisplay)
 {
     Connection display;
-    keepDisplayFromForks();
+    setForksApart();
     const Child child;
     EXPECT_FALSE(display.isGone());
     display.closeOwn();
@@ -93,7 +94,7 @@ TEST(ForkedChildren, HaveNoConnectionToTheDisplay)
 
 TEST(ForkedChildren, KeepWhatComesLater)
 {
-    keepDisplayFromForks();
+    setForksApart();
     Connection later;
     const Child child;
     later.closeOwn();
@@ -103,7 +104,7 @@ TEST(ForkedChildren, KeepWhatComesLater)
 TEST(ForkedChildren, KeepWhatTheParentHasHandedDown)
 {
     Connection inherited(0);
-    keepDisplayFromForks();
+    setForksApart();
     const Child child;
     inherited.closeOwn();
     EXPECT_FALSE(inherited.isGone());
@@ -112,11 +113,34 @@ TEST(ForkedChildren, KeepWhatTheParentHasHandedDown)
 TEST(ForkedChildren, KeepWhatHasTakenTheNumberOfTheDisplay)
 {
     Connection display;
-    keepDisplayFromForks();
+    setForksApart();
     Connection later;
     ASSERT_EQ(dup3(later.own(), display.own(), O_CLOEXEC), display.own());
     const Child child;
     display.closeOwn();
     later.closeOwn();
     EXPECT_FALSE(later.isGone());
+}
+
+TEST(ForkedChildren, EndWithoutTheProgramsEnd)
+{
+    constexpr int result = 5;
+    constexpr unsigned longestSeconds = 10;
+    static const pid_t program = getpid();
+    // What waits for a thread, which only the program has.
+    std::atexit([] {
+        if (getpid() != program) {
+            pause();
+        }
+    });
+    setForksApart();
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(longestSeconds);
+        std::exit(result);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), result);
 }
