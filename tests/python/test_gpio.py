@@ -35,7 +35,7 @@ class PrefixTest(unittest.TestCase):
         for value in wrong:
             with self.subTest(value), self.assertRaises(TypeError):
                 setattr(gpio.GPIO, "consumer_prefix", value)
-        with self.assertRaises(UnicodeEncodeError):
+        with self.assertRaisesRegex(TypeError, "nicht in UTF-8"):
             gpio.GPIO.consumer_prefix = "\ud800"
         self.assertEqual(gpio.GPIO.consumer_prefix, "brovik_")
 
