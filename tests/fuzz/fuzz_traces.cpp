@@ -20,10 +20,6 @@ namespace {
 
 using Points = QList<QPointF>;
 
-// Enough for pictures that do not show each point: all of it is looked at point by point, column by column.
-constexpr int mostAtOnce = 4000;
-constexpr int mostColumns = 250;
-
 double consumeWithin(FuzzedDataProvider &data, double most)
 {
     const double number = consumeNumber(data);
@@ -41,7 +37,7 @@ Points consumePoints(FuzzedDataProvider &data, double from)
         }
         return points;
     }
-    const int count = data.ConsumeIntegralInRange(1, mostAtOnce);
+    const int count = data.ConsumeIntegralInRange(1, 4000);
     const double step = data.PickValueInArray({0.0, 0.01, 0.1, 0.5, 1.0, 7.0, -0.3});
     const int period = data.ConsumeIntegralInRange(1, 97);
     const double height = consumeWithin(data, 1e6);
@@ -197,7 +193,7 @@ bool isComparable(const Points &points, const View &view)
 
 View consumeView(FuzzedDataProvider &data)
 {
-    View view{.from = consumeNumber(data), .to = 0, .columns = data.ConsumeIntegralInRange(1, mostColumns)};
+    View view{.from = consumeNumber(data), .to = 0, .columns = data.ConsumeIntegralInRange(1, 1500)};
     view.to =
         data.ConsumeBool() ? consumeNumber(data) : view.from + data.ConsumeIntegralInRange(1, 20000) / 4.0;
     return view;
