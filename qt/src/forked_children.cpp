@@ -61,7 +61,8 @@ void endAtOnce(int status, void * /*nothing*/)
     _exit(status);
 }
 
-/// Within the child.
+/// Within the child. To register a handler takes a lock of the C library, which is held for no longer than
+/// that.
 void becomeApart()
 {
     closeDisplay();
