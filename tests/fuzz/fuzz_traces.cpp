@@ -20,6 +20,10 @@ namespace {
 
 using Points = QList<QPointF>;
 
+// Enough for pictures that do not show each point: all of it is looked at point by point, column by column.
+constexpr int mostAtOnce = 4000;
+constexpr int mostColumns = 250;
+
 double consumeWithin(FuzzedDataProvider &data, double most)
 {
     const double number = consumeNumber(data);
@@ -37,7 +41,7 @@ Points consumePoints(FuzzedDataProvider &data, double from)
         }
         return points;
     }
-    const int count = data.ConsumeIntegralInRange(1, 4000);
+    const int count = data.ConsumeIntegralInRange(1, mostAtOnce);
     const double step = data.PickValueInArray({0.0, 0.01, 0.1, 0.5, 1.0, 7.0, -0.3});
     const int period = data.ConsumeIntegralInRange(1, 97);
     const double height = consumeWithin(data, 1e6);
@@ -103,7 +107,13 @@ std::map<int, Range> extremes(const Points &points, const View &view)
     return result;
 }
 
-/// y of a piece of the line at x. It does not overflow where the ends do not.
+/// Whether a piece of the line has no width, or one that is nothing once it is halved.
+bool isUpright(const QPointF &from, const QPointF &to)
+{
+    return from.x() / 2 == to.x() / 2;
+}
+
+/// y of a piece of the line that is not upright at x. It does not overflow where the ends do not.
 double heightAt(const QPointF &from, const QPointF &to, double x)
 {
     const double share = (x / 2 - from.x() / 2) / (to.x() / 2 - from.x() / 2);
@@ -124,7 +134,7 @@ std::vector<Range> coverage(const Points &points, const View &view)
         }
         for (int column = view.columnOf(left); column <= view.columnOf(right); ++column) {
             Range &covered = result[static_cast<std::size_t>(column)];
-            if (from.x() == to.x()) {
+            if (isUpright(from, to)) {
                 covered.add(from.y());
                 covered.add(to.y());
             } else {
@@ -193,7 +203,7 @@ bool isComparable(const Points &points, const View &view)
 
 View consumeView(FuzzedDataProvider &data)
 {
-    View view{.from = consumeNumber(data), .to = 0, .columns = data.ConsumeIntegralInRange(1, 1500)};
+    View view{.from = consumeNumber(data), .to = 0, .columns = data.ConsumeIntegralInRange(1, mostColumns)};
     view.to =
         data.ConsumeBool() ? consumeNumber(data) : view.from + data.ConsumeIntegralInRange(1, 20000) / 4.0;
     return view;

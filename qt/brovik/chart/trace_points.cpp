@@ -153,10 +153,11 @@ bool hasColumns(double from, double to, int columns)
 void pullCloser(QPointF &end, const QPointF &next, double nearest, double farthest)
 {
     const double x = std::clamp(end.x(), nearest, farthest);
-    if (x != end.x() && next.x() != end.x()) {
-        // Halves, since the distance of two numbers may be too large for one. A line that goes back does not
-        // pass x.
-        const double share = (x / 2 - end.x() / 2) / (next.x() / 2 - end.x() / 2);
+    // Halves, since the distance of two numbers may be too large for one.
+    const double halfWay = next.x() / 2 - end.x() / 2;
+    if (x != end.x() && halfWay != 0.0) {
+        // A line that goes back does not pass x.
+        const double share = (x / 2 - end.x() / 2) / halfWay;
         end = {x, std::lerp(end.y(), next.y(), std::clamp(share, 0.0, 1.0))};
     }
 }

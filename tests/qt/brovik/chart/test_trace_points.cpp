@@ -235,6 +235,11 @@ TEST(TracePoints, AFarNeighbourStaysWhereTheLineIsUpright)
     const TracePoints trace = measured({{-100, 1}, {-100, 5}, {10, 2}, {3, 3}});
     EXPECT_THAT(trace.seen(0, 20, 100),
                 ElementsAre(QPointF(-100, 1), QPointF(-100, 5), QPointF(10, 2), QPointF(3, 3)));
+    // A width that is nothing once it is halved.
+    constexpr double least = std::numeric_limits<double>::denorm_min();
+    constexpr double width = 1e-308;
+    const TracePoints narrow = measured({{0, 1}, {least, 5}, {10, 2}, {3, 3}});
+    EXPECT_EQ(narrow.seen(width + least, 2 * width + least, 1).constFirst(), QPointF(0, 1));
 }
 
 TEST(TracePoints, ALineMayGoBack)
