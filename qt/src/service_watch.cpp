@@ -56,8 +56,10 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        // A window that nobody sees draws no more frames, also not that one which it has been asked for.
-        if (watched == m_window && event->type() == QEvent::Expose && !m_window->isExposed()) {
+        // A window that nobody sees draws no more frames, also not that one which it has been asked for. What
+        // is watched may be at its end, and then it is no more than a QWindow.
+        const auto *window = qobject_cast<QWindow *>(watched);
+        if (window != nullptr && event->type() == QEvent::Expose && !window->isExposed()) {
             answerFrame();
         }
         return QObject::eventFilter(watched, event);

@@ -48,17 +48,36 @@ def read_gcovr(file: Path) -> dict[str, Count]:
     }
 
 
+def marked_lines(source: Path) -> set[int]:
+    """Those whose branches no test can come to; llvm-cov does not know the marks."""
+    marked: set[int] = set()
+    inside = False
+    for number, line in enumerate(source.read_text("utf-8").splitlines(), start=1):
+        inside = (inside or "GCOVR_EXCL_BR_START" in line) and "GCOVR_EXCL_BR_STOP" not in line
+        if inside or "GCOVR_EXCL_BR_LINE" in line:
+            marked.add(number)
+    return marked
+
+
 def read_llvm(file: Path) -> dict[str, Count]:
     """By the file of the tree."""
     tree = Path.cwd()
     counts = {}
     for found in json.loads(file.read_text("utf-8"))["data"][0]["files"]:
-        lines, branches = found["summary"]["lines"], found["summary"]["branches"]
         path = Path(found["filename"])
-        if path.is_relative_to(tree / "qt"):
-            counts[str(path.relative_to(tree))] = Count(
-                lines["covered"], lines["count"], branches["covered"], branches["count"]
-            )
+        if not path.is_relative_to(tree / "qt"):
+            continue
+        lines, marked = found["summary"]["lines"], marked_lines(path)
+        # A branch is [line, column, end's line, end's column, times taken, times not taken, ...]. Those of a
+        # template come once for each instance.
+        ways: defaultdict[tuple[int, ...], bool] = defaultdict(bool)
+        for branch in found["branches"]:
+            if branch[0] not in marked:
+                for way, times in enumerate(branch[4:6]):
+                    ways[*branch[:4], way] |= times > 0
+        counts[str(path.relative_to(tree))] = Count(
+            lines["covered"], lines["count"], sum(ways.values()), len(ways)
+        )
     return counts
 
 

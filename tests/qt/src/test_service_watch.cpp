@@ -1,0 +1,230 @@
+#include "src/service_watch.h"
+
+#include "backend_run.h"
+#include "brovik/auto/auto.h"
+#include "brovik/gui/gui.h"
+#include "eventually.h"
+#include "log_capture.h"
+#include "service_manager.h"
+
+#include <gmock/gmock.h>
+
+#include <QQuickWindow>
+#include <QTemporaryDir>
+
+#include <filesystem>
+#include <future>
+#include <iterator>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// The program's own parts, asked by a service manager that is the test. A process of its own each.
+class ServiceWatchTest : public testing::Test
+{
+protected:
+    ServiceWatchTest() { Gui::instance().deliverPending(); }
+
+    /// Receives up to this message; events are handled meanwhile.
+    bool receives(const QByteArray &message)
+    {
+        return eventually([&] { return m_manager.receive() == message; });
+    }
+    /// As what has been told before would have come by now.
+    bool isFedOn() { return receives("WATCHDOG=1") && receives("WATCHDOG=1") && receives("WATCHDOG=1"); }
+
+    /// A window that has been drawn, and a backend that has answered.
+    void becomeReady(ServiceWatch &service, QQuickWindow &window)
+    {
+        service.watchWindow(&window);
+        window.show();
+        answerReady();
+        ASSERT_TRUE(receives("READY=1"));
+    }
+    static void answerReady() { Q_EMIT Gui::instance().toPy(Gui::Ready, QJSValue()); }
+
+    ServiceEnvironment environment(std::chrono::milliseconds watchdog = 0ms) const
+    {
+        return {.notifySocket = m_path, .watchdog = watchdog};
+    }
+
+    const QTemporaryDir m_folder;
+    const QByteArray m_path = m_folder.filePath(QStringLiteral("notify")).toLocal8Bit();
+    const ServiceManager m_manager{m_path};
+    LogCapture m_log;
+};
+
+/// Keeps the interpreter thread from its work.
+class Hold
+{
+public:
+    explicit Hold(Bridge &bridge)
+    {
+        bridge.post([this] { m_end.get_future().wait(); });
+    }
+    void end() { m_end.set_value(); }
+
+private:
+    std::promise<void> m_end;
+};
+
+std::ptrdiff_t threadCount()
+{
+    return std::distance(std::filesystem::directory_iterator("/proc/self/task"),
+                         std::filesystem::directory_iterator());
+}
+
+} // namespace
+
+TEST_F(ServiceWatchTest, WithoutAManagerThereIsNothing)
+{
+    BackendRun run("recording");
+    run.waitForStart();
+    QQuickWindow window;
+    const std::ptrdiff_t before = threadCount();
+    {
+        ServiceWatch service({});
+        service.watchBackend(run.bridge());
+        service.watchWindow(&window);
+        EXPECT_EQ(threadCount(), before);
+        Gui::instance().setStatus(QStringLiteral("Unbeachtet"));
+        service.excuse();
+        service.pythonEnded();
+        service.end();
+    }
+    EXPECT_EQ(m_manager.receive(), "(nothing)");
+}
+
+TEST_F(ServiceWatchTest, IsReadyWhenAFrameIsThereAndTheBackendHasAnswered)
+{
+    ServiceWatch service(environment());
+    BackendRun run("recording");
+    service.watchBackend(run.bridge());
+    run.waitForStart();
+    QQuickWindow window;
+    service.watchWindow(&window);
+    window.show();
+    Gui::instance().setStatus(QStringLiteral("Bild da"));
+    EXPECT_TRUE(receives("STATUS=Bild da"));
+    Q_EMIT Gui::instance().toPy(Gui::DeleteWarnings, QJSValue()); // no answer to Ready
+    answerReady();
+    EXPECT_TRUE(receives("READY=1"));
+    answerReady();
+    service.end();
+    EXPECT_TRUE(eventually([&] {
+        const QByteArray message = m_manager.receive();
+        EXPECT_NE(message, "READY=1") << "it is told once";
+        return message == "STOPPING=1";
+    }));
+}
+
+TEST_F(ServiceWatchTest, ABackendThatHasNotStartedIsNotReady)
+{
+    {
+        ServiceWatch service(environment());
+        BackendRun run("init_fails");
+        service.watchBackend(run.bridge());
+        run.waitForStart();
+        QQuickWindow window;
+        service.watchWindow(&window);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        answerReady();
+        service.end();
+    }
+    QByteArray message;
+    do {
+        message = m_manager.receive();
+        EXPECT_NE(message, "READY=1");
+    } while (message != "STOPPING=1" && message != "(nothing)");
+    EXPECT_EQ(message, "STOPPING=1") << "what was told before the end of the thread is told";
+}
+
+TEST_F(ServiceWatchTest, TheStatusIsThatOfTheSingletonsFromAnyThread)
+{
+    Gui::instance().setStatus(QStringLiteral("Anfang"));
+    const ServiceWatch service(environment());
+    EXPECT_TRUE(receives("STATUS=Anfang"));
+    std::async(std::launch::async, [] {
+        Auto::instance().setActive(true);
+        Gui::instance().setStatus(QStringLiteral("Schritt 4"));
+    }).get();
+    EXPECT_TRUE(receives("STATUS=Automatik läuft, Schritt 4"));
+}
+
+TEST_F(ServiceWatchTest, IsFedWhileAllPartsAnswer)
+{
+    ServiceWatch service(environment(500ms));
+    BackendRun run("recording");
+    service.watchBackend(run.bridge());
+    run.waitForStart();
+    auto window = std::make_unique<QQuickWindow>();
+    becomeReady(service, *window);
+    EXPECT_TRUE(isFedOn()) << "a window that is seen";
+    window->hide();
+    EXPECT_TRUE(isFedOn()) << "one that nobody sees";
+    window.reset();
+    EXPECT_TRUE(isFedOn()) << "none";
+    service.excuse();
+    run.bridge().stopPython();
+    service.pythonEnded();
+    EXPECT_TRUE(isFedOn()) << "without Python";
+}
+
+TEST_F(ServiceWatchTest, AWindowThatHidesOwesNoFrame)
+{
+    ServiceWatch service(environment(500ms));
+    BackendRun run("recording");
+    service.watchBackend(run.bridge());
+    run.waitForStart();
+    QQuickWindow window;
+    becomeReady(service, window);
+    // Hidden right after it has been asked: the frame does not come any more.
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, &QQuickWindow::hide,
+                     Qt::QueuedConnection);
+    for (int hidden = 0; hidden < 5; ++hidden) {
+        window.show();
+        EXPECT_TRUE(isFedOn());
+        EXPECT_FALSE(window.isVisible());
+    }
+}
+
+TEST_F(ServiceWatchTest, WithoutScreensOrBackendNobodyIsReady)
+{
+    ServiceWatch service(environment(100ms));
+    service.watchWindow(nullptr);
+    service.end();
+    EXPECT_TRUE(receives("STOPPING=1"));
+}
+
+TEST_F(ServiceWatchTest, AnInterpreterThatHangsIsNamed)
+{
+    ServiceWatch service(environment(1s));
+    BackendRun run("recording");
+    service.watchBackend(run.bridge());
+    run.waitForStart();
+    QQuickWindow window;
+    becomeReady(service, window);
+    Hold hold(run.bridge());
+    const auto isTold = [this](QtMsgType level, const char *text) {
+        return eventually([&] { return !m_log.texts(level).filter(QString::fromUtf8(text)).isEmpty(); });
+    };
+    EXPECT_TRUE(isTold(QtCriticalMsg, "Seit 750 ms steht der Interpreter-Thread."));
+    hold.end();
+    EXPECT_TRUE(isTold(QtWarningMsg, "Es antworten wieder alle."));
+    EXPECT_TRUE(isFedOn());
+}
+
+TEST_F(ServiceWatchTest, AGuiThreadThatStandsIsNamed)
+{
+    ServiceWatch service(environment(1s));
+    BackendRun run("recording");
+    service.watchBackend(run.bridge());
+    run.waitForStart();
+    QQuickWindow window;
+    becomeReady(service, window);
+    EXPECT_TRUE(m_log.waitFor(QStringLiteral("Seit 750 ms steht der GUI-Thread."))); // standing itself
+    EXPECT_TRUE(isFedOn());
+    EXPECT_TRUE(m_log.waitFor(QStringLiteral("Es antworten wieder alle.")));
+}
