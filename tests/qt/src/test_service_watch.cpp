@@ -12,9 +12,11 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 
+#include <atomic>
 #include <filesystem>
 #include <future>
 #include <iterator>
+#include <memory>
 
 using namespace std::chrono_literals;
 
@@ -69,6 +71,27 @@ private:
     std::promise<void> m_end;
 };
 
+/// Frames that a window shows from now on.
+class FrameCount
+{
+public:
+    explicit FrameCount(QQuickWindow &window)
+    {
+        QObject::connect(
+            &window, &QQuickWindow::frameSwapped, &window, [count = m_count] { ++*count; },
+            Qt::DirectConnection);
+    }
+
+    bool reach(int count) const
+    {
+        return eventually([&] { return *m_count >= count; });
+    }
+
+private:
+    /// The thread that draws counts, perhaps for longer than this lives.
+    const std::shared_ptr<std::atomic<int>> m_count = std::make_shared<std::atomic<int>>(0);
+};
+
 std::ptrdiff_t threadCount()
 {
     return std::distance(std::filesystem::directory_iterator("/proc/self/task"),
@@ -103,8 +126,10 @@ TEST_F(ServiceWatchTest, IsReadyWhenAFrameIsThereAndTheBackendHasAnswered)
     service.watchBackend(run.bridge());
     run.waitForStart();
     QQuickWindow window;
-    service.watchWindow(&window);
+    const FrameCount frames(window);
     window.show();
+    ASSERT_TRUE(frames.reach(1));
+    service.watchWindow(&window); // which has nothing to draw any more
     Gui::instance().setStatus(QStringLiteral("Bild da"));
     EXPECT_TRUE(receives("STATUS=Bild da"));
     Q_EMIT Gui::instance().toPy(Gui::DeleteWarnings, QJSValue()); // no answer to Ready
@@ -161,7 +186,9 @@ TEST_F(ServiceWatchTest, IsFedWhileAllPartsAnswer)
     run.waitForStart();
     auto window = std::make_unique<QQuickWindow>();
     becomeReady(service, *window);
+    const FrameCount frames(*window);
     EXPECT_TRUE(isFedOn()) << "a window that is seen";
+    EXPECT_TRUE(frames.reach(5)) << "which draws for nothing else";
     window->hide();
     EXPECT_TRUE(isFedOn()) << "one that nobody sees";
     window.reset();

@@ -4,6 +4,7 @@
 
 #include <QThread>
 
+#include <cstdlib>
 #include <stdexcept>
 
 using brovik::Edge;
@@ -268,4 +269,14 @@ TEST_F(GpioTest, AnotherChipThatCannotBeOpenedLeavesTheOpenOne)
 TEST_F(GpioTest, LinesThatDoNotExistCannotBeReleased)
 {
     EXPECT_THROW(gpio.release(99), std::exception);
+}
+
+TEST_F(GpioTest, TheEndOfTheProcessEndsTheThread)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto exitArmed = [this] {
+        arm(5);
+        std::exit(EXIT_SUCCESS);
+    };
+    EXPECT_EXIT(exitArmed(), testing::ExitedWithCode(EXIT_SUCCESS), "");
 }

@@ -1,5 +1,6 @@
 #include "bridge_test.h"
 #include "log_capture.h"
+#include "src/py/backend_activity.h"
 
 #include <pybind11/embed.h>
 
@@ -27,6 +28,7 @@ TEST_F(BridgeTest, ToPyBeforeTheInterpreterIsUpBlocksUntilTheStartHasEnded)
 {
     BackendRun run("slow_start");
     ASSERT_TRUE(run.tellings.waitFor(QStringLiteral("main import begins")));
+    EXPECT_EQ(BackendActivity::text().toStdString(), "den Import des Backends");
     gui.changePage(Gui::PageChart);
     act("brovik.gui", "Gui.toPy(Gui.Ready, null)");
     EXPECT_THAT(run.tellings.texts(),
