@@ -3,6 +3,7 @@
 The test's command line: <entry host> <folder of the backend> <python>.
 """
 
+import os
 import signal
 import subprocess
 import sys
@@ -13,6 +14,8 @@ from typing import IO, Self
 
 HOST, BACKEND, PYTHON = sys.argv.pop(1), sys.argv.pop(1), sys.argv.pop(1)
 PATIENCE = 100
+# What a sanitizer's run is told.
+SANITIZER = ("ASAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE")
 READY = "gui_value_from_cpp GuiEnum.Ready None"
 
 
@@ -86,7 +89,7 @@ class ProgramCase(unittest.TestCase):
 
     def variables(self, backend: str, **environment: str) -> dict[str, str]:
         """The environment of a run."""
-        return {
+        return {name: os.environ[name] for name in SANITIZER if name in os.environ} | {
             "HOME": str(self.folder),
             "XDG_CONFIG_HOME": str(self.folder / "config"),
             "PATH": f"{self.folder}/bin:/usr/bin:/bin",
@@ -98,7 +101,8 @@ class ProgramCase(unittest.TestCase):
             "TEST_PYTHON": PYTHON,
             "TEST_ENVIRONMENT": str(self.folder / "environment"),
             "TEST_SOCKET": str(self.folder / "raise.sock"),
-        } | environment
+            **environment,
+        }
 
     def run_program(
         self, *arguments: str, backend: str = "ending", **environment: str
