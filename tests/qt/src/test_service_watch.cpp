@@ -14,9 +14,11 @@
 
 #include <atomic>
 #include <filesystem>
+#include <functional>
 #include <future>
 #include <iterator>
 #include <memory>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -43,6 +45,11 @@ protected:
         window.show();
         answerReady();
         ASSERT_TRUE(receives("READY=1"));
+    }
+    /// Handles events until a line with this text has been logged.
+    bool isTold(QtMsgType level, const char *text) const
+    {
+        return eventually([&] { return !m_log.texts(level).filter(QString::fromUtf8(text)).isEmpty(); });
     }
     static void answerReady() { Q_EMIT Gui::instance().toPy(Gui::Ready, QJSValue()); }
 
@@ -90,6 +97,38 @@ public:
 private:
     /// The thread that draws counts, perhaps for longer than this lives.
     const std::shared_ptr<std::atomic<int>> m_count = std::make_shared<std::atomic<int>>(0);
+};
+
+/// Keeps a window from drawing while it rests.
+class Painter : public QObject
+{
+public:
+    explicit Painter(QQuickWindow &window)
+        : m_window(window)
+    {
+        window.installEventFilter(this);
+    }
+
+    /// From now on; instead of each frame this happens.
+    void rest(std::function<void()> instead) { m_instead = std::move(instead); }
+    void goOn()
+    {
+        m_instead = {};
+        m_window.update();
+    }
+
+    bool eventFilter(QObject * /*window*/, QEvent *event) override
+    {
+        const bool rests = m_instead && event->type() == QEvent::UpdateRequest;
+        if (rests) {
+            m_instead();
+        }
+        return rests;
+    }
+
+private:
+    QQuickWindow &m_window;
+    std::function<void()> m_instead;
 };
 
 std::ptrdiff_t threadCount()
@@ -207,14 +246,30 @@ TEST_F(ServiceWatchTest, AWindowThatHidesOwesNoFrame)
     run.waitForStart();
     QQuickWindow window;
     becomeReady(service, window);
-    // Hidden right after it has been asked: the frame does not come any more.
-    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, &QQuickWindow::hide,
-                     Qt::QueuedConnection);
-    for (int hidden = 0; hidden < 5; ++hidden) {
+    Painter painter(window);
+    painter.rest([&window] { window.hide(); });
+    for (int hidden = 0; hidden < 3; ++hidden) {
         window.show();
+        EXPECT_TRUE(eventually([&window] { return !window.isVisible(); }));
         EXPECT_TRUE(isFedOn());
-        EXPECT_FALSE(window.isVisible());
     }
+}
+
+TEST_F(ServiceWatchTest, AWindowThatDoesNotDrawIsNamed)
+{
+    ServiceWatch service(environment(1s));
+    BackendRun run("recording");
+    service.watchBackend(run.bridge());
+    run.waitForStart();
+    QQuickWindow window;
+    becomeReady(service, window);
+    Painter painter(window);
+    // Whatever else comes to the window is no frame.
+    painter.rest([&window] { QCoreApplication::postEvent(&window, new QEvent(QEvent::User)); });
+    EXPECT_TRUE(isTold(QtCriticalMsg, "Seit 750 ms steht das Zeichnen."));
+    painter.goOn();
+    EXPECT_TRUE(isTold(QtWarningMsg, "Es antworten wieder alle."));
+    EXPECT_TRUE(isFedOn());
 }
 
 TEST_F(ServiceWatchTest, WithoutScreensOrBackendNobodyIsReady)
@@ -234,9 +289,6 @@ TEST_F(ServiceWatchTest, AnInterpreterThatHangsIsNamed)
     QQuickWindow window;
     becomeReady(service, window);
     Hold hold(run.bridge());
-    const auto isTold = [this](QtMsgType level, const char *text) {
-        return eventually([&] { return !m_log.texts(level).filter(QString::fromUtf8(text)).isEmpty(); });
-    };
     EXPECT_TRUE(isTold(QtCriticalMsg, "Seit 750 ms steht der Interpreter-Thread."));
     hold.end();
     EXPECT_TRUE(isTold(QtWarningMsg, "Es antworten wieder alle."));
