@@ -33,8 +33,8 @@ ChartView {
         right: Common.spacing
         bottom: Common.spacing
     }
-    // The chart takes its title for rich text.
-    title: Texts.escaped(Chart.currentName)
+    // The chart takes its title for rich text, and lays it out again and again to find what fits.
+    title: Texts.escaped(Texts.shortened(Chart.currentName))
     titleColor: ChartColors.labelColor
 
     ChartValueAxis {

@@ -35,6 +35,7 @@ TEXTS: Final = (
     "Fass 7",
     "<b>fett</b><img src='x'>",
     "x" * 500,
+    "Wort " * 20000,
     "\u202egespiegelt",
     "\0",
     "\ud800",
