@@ -125,6 +125,17 @@ simulator.Simulator.enabled = True`);
             verify(indicators[0].mapToItem(null, 0, 0).x >= inputs.mapToItem(null, inputs.width, 0).x);
         }
 
+        function test_of_a_long_name_the_beginning_is_shown() {
+            const indicator = Items.below(win.contentItem, item => item.out === Actuator.mvKalt)[0];
+            const label = Items.below(indicator, item => item instanceof Label)[0];
+            const name = Actuator.mvKalt.name;
+            compare(label.text, name);
+            Backend.run("actuator.Actuator.mv_kalt.name = 'Wort ' * 20000");
+            const beginning = "Wort ".repeat(40) + "…";
+            compare(label.text, beginning);
+            Backend.run(`actuator.Actuator.mv_kalt.name = '${name}'`);
+        }
+
         function test_scale() {
             const inputs = findChild(win.contentItem, "inputs");
             compare(inputs.transformOrigin, Item.TopLeft);

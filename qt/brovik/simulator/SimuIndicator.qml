@@ -23,6 +23,7 @@ Row {
 
     Label {
         textFormat: Text.PlainText
-        text: Texts.plain(root.out.name)
+        // The window is as wide as what it shows.
+        text: Texts.shortened(root.out.name)
     }
 }
