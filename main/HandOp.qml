@@ -40,7 +40,7 @@ BrovikFlickable {
         Layout.alignment: Qt.AlignHCenter
         Layout.preferredHeight: Gui.controlHeight
         enabled: !Auto_.active
-        font.pointSize: Gui.fSizeM
+        font.pointSize: Texts.drawableSize(Gui.fSizeM)
         text: "Heizungs-Handbetrieb"
 
         MyStoredValue {

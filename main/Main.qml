@@ -104,7 +104,7 @@ BaseTemplate {
                 objectName: "tabs"
 
                 Layout.fillWidth: true
-                font.pointSize: Gui.fSizeM
+                font.pointSize: Texts.drawableSize(Gui.fSizeM)
 
                 TabButton {
                     text: "Automatik"
@@ -212,14 +212,14 @@ BaseTemplate {
     TextMetrics {
         id: widestPressure
 
-        font.pointSize: Gui.fSizeS
+        font.pointSize: Texts.drawableSize(Gui.fSizeS)
         text: "00.00 bar"
     }
 
     TextMetrics {
         id: widestConductivity
 
-        font.pointSize: Gui.fSizeS
+        font.pointSize: Texts.drawableSize(Gui.fSizeS)
         text: "000.00 mS/cm"
     }
 

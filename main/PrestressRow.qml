@@ -13,7 +13,7 @@ RowLayout {
 
     Label {
         font.bold: true
-        font.pointSize: Gui.fSizeL
+        font.pointSize: Texts.drawableSize(Gui.fSizeL)
         text: "Vorspanndruck:"
     }
 

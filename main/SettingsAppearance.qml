@@ -43,7 +43,7 @@ ColumnLayout {
 
     Label {
         Layout.fillWidth: true
-        font.pointSize: Gui.fSizeM
+        font.pointSize: Texts.drawableSize(Gui.fSizeM)
         wrapMode: Text.WordWrap
         text: `Aktuelle Auflösung des Fensters: ${root.window?.width}x${root.window?.height}`
     }

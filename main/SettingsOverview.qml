@@ -35,7 +35,7 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.preferredHeight: Gui.controlHeight
         Accessible.name: "Seite der Einstellungen"
-        font.pointSize: Gui.fSizeM
+        font.pointSize: Texts.drawableSize(Gui.fSizeM)
         model: ["Reinigungsprozess", "Leitwertprüfung", "Sonstige Einstellungen", "Netzwerk", "Updates", "Erscheinungsbild", "Handbetrieb"]
 
         onActivated: pages.currentIndex = currentIndex

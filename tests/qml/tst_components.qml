@@ -251,6 +251,15 @@ Item {
             verify(button.Layout.fillWidth);
         }
 
+        // In larger ones a page of buttons would take gigabytes.
+        function test_check_button_in_letters_larger_than_the_screen() {
+            const button = make(checkButtonComponent);
+            Backend.run("gui.Gui.fsize_m = 1000");
+            compare(button.font.pointSize, 200);
+            Backend.run("gui.Gui.fsize_m = 16");
+            compare(button.font.pointSize, 16);
+        }
+
         function test_output_button_shows_the_state() {
             const button = make(outputComponent);
             verify(!button.active);

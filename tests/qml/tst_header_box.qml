@@ -34,8 +34,8 @@ Item {
 
         function test_sizes_that_no_text_fits_data() {
             return [
-                {tag: "huge", size: "1e300", drawn: 1000},
-                {tag: "infinite", size: "float('inf')", drawn: 1000},
+                {tag: "huge", size: "1e300", drawn: 200},
+                {tag: "infinite", size: "float('inf')", drawn: 200},
                 {tag: "no number", size: "float('nan')", drawn: Gui.fSizeSDefault},
                 {tag: "negative", size: "-1e300", drawn: Gui.fSizeSDefault}
             ];

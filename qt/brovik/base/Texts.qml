@@ -34,8 +34,8 @@ QtObject {
         }
     }
 
-    // A size in points that a text can be tried in, whatever the backend has set: Text would look for ever for a size
-    // that fits below one of 1e300.
+    // A size in points that a text can be drawn in, whatever the backend has set: Text would look for ever for a size
+    // that fits below one of 1e300, and what is as large as letters of a thousand points takes gigabytes to draw.
     function drawableSize(size: real): real {
         return size > 0 ? Math.min(size, privat.largestSize) : Gui.fSizeSDefault;
     }
@@ -75,7 +75,7 @@ QtObject {
 
         // Points. While there is no room at all.
         readonly property int smallestSize: 1
-        readonly property int largestSize: 1000
+        readonly property int largestSize: 200
         readonly property real sparingly: 0.96
 
         function firstPiece(text: string): string {

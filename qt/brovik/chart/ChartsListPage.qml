@@ -24,7 +24,7 @@ Item {
             Layout.fillWidth: true
             Layout.topMargin: privat.topMargin
             Layout.preferredHeight: Gui.controlHeight
-            font.pointSize: Gui.fSizeM
+            font.pointSize: Texts.drawableSize(Gui.fSizeM)
             text: "Zurück zum Chart"
             icon.source: "img/arrow-left-circle.svg"
 

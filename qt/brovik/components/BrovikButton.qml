@@ -2,6 +2,7 @@
 import QtQuick.Controls
 import QtQuick.Layouts
 
+import brovik.base
 import brovik.gui
 
 Button {
@@ -10,5 +11,5 @@ Button {
     Layout.fillWidth: true
     Layout.preferredHeight: Gui.controlHeight
     font.bold: true
-    font.pointSize: Gui.fSizeM
+    font.pointSize: Texts.drawableSize(Gui.fSizeM)
 }

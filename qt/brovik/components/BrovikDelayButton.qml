@@ -10,6 +10,6 @@ MyDelayButton {
     Layout.fillWidth: true
     Layout.preferredHeight: Gui.controlHeight
     font.bold: true
-    font.pointSize: Gui.fSizeM
+    font.pointSize: Texts.drawableSize(Gui.fSizeM)
     delay: 750
 }

@@ -9,5 +9,5 @@ MyGreenCheckButton {
 
     Layout.fillWidth: true
     Layout.preferredHeight: Gui.controlHeight
-    font.pointSize: Gui.fSizeM
+    font.pointSize: Texts.drawableSize(Gui.fSizeM)
 }

@@ -31,7 +31,7 @@ BrovikBox {
         Layout.fillWidth: true
         horizontalAlignment: Text.AlignHCenter
         font.bold: true
-        font.pointSize: Gui.fSizeL
+        font.pointSize: Texts.drawableSize(Gui.fSizeL)
         text: root.what
     }
 
@@ -154,14 +154,14 @@ BrovikBox {
     TextMetrics {
         id: widestValue
 
-        font.pointSize: Gui.fSizeS
+        font.pointSize: Texts.drawableSize(Gui.fSizeS)
         text: `Aktueller Höchstwert: 000.00 ${root.unit}`
     }
 
     TextMetrics {
         id: widestButton
 
-        font.pointSize: Gui.fSizeM
+        font.pointSize: Texts.drawableSize(Gui.fSizeM)
         font.bold: true
         text: "Überprüfung abschließen"
     }

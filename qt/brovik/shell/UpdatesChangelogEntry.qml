@@ -29,7 +29,7 @@ Rectangle {
 
             Layout.fillWidth: true
             Layout.margins: privat.margin
-            font.pointSize: Gui.fSizeS
+            font.pointSize: Texts.drawableSize(Gui.fSizeS)
             textFormat: Text.StyledText
             wrapMode: Text.Wrap
             text: privat.heading
@@ -48,13 +48,13 @@ Rectangle {
 
                 Label {
                     Layout.alignment: Qt.AlignTop
-                    font.pointSize: Gui.fSizeS
+                    font.pointSize: Texts.drawableSize(Gui.fSizeS)
                     text: `${change.index + 1}: `
                 }
 
                 Label {
                     Layout.fillWidth: true
-                    font.pointSize: Gui.fSizeS
+                    font.pointSize: Texts.drawableSize(Gui.fSizeS)
                     textFormat: Text.PlainText
                     wrapMode: Text.Wrap
                     text: privat.cut(change.modelData)

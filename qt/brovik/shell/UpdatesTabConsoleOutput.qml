@@ -34,7 +34,7 @@ ColumnLayout {
             Accessible.readOnly: true
             width: flick.width
             color: Common.fg1
-            font.pointSize: Gui.fSizeS
+            font.pointSize: Texts.drawableSize(Gui.fSizeS)
             readOnly: true
             textFormat: TextEdit.RichText
             persistentSelection: true

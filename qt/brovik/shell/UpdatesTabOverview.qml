@@ -31,7 +31,7 @@ Flickable {
                 objectName: "upgradableCount"
 
                 Layout.fillWidth: true
-                font.pointSize: Gui.fSizeM
+                font.pointSize: Texts.drawableSize(Gui.fSizeM)
                 wrapMode: Text.WordWrap
                 text: privat.upgradablesText
             }
@@ -65,7 +65,7 @@ Flickable {
                 objectName: "installedCount"
 
                 Layout.fillWidth: true
-                font.pointSize: Gui.fSizeM
+                font.pointSize: Texts.drawableSize(Gui.fSizeM)
                 wrapMode: Text.WordWrap
                 text: `Anzahl der installierten Brovik-Pakete: ${Shell.installed.length}`
             }

@@ -45,7 +45,7 @@ MySwipeView {
         return Array.isArray(value) ? value.map(root.asText) : [];
     }
 
-    font.pointSize: Gui.fSizeXs * privat.fontScale
+    font.pointSize: Texts.drawableSize(Gui.fSizeXs * privat.fontScale)
 
     MyTable {
         id: packages
