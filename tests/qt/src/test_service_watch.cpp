@@ -232,7 +232,6 @@ TEST_F(ServiceWatchTest, IsFedWhileAllPartsAnswer)
     EXPECT_TRUE(isFedOn()) << "one that nobody sees";
     window.reset();
     EXPECT_TRUE(isFedOn()) << "none";
-    service.excuse();
     run.bridge().stopPython();
     service.pythonEnded();
     EXPECT_TRUE(isFedOn()) << "without Python";
