@@ -64,6 +64,20 @@ protected:
     LogCapture m_log;
 };
 
+/// A service with a backend that has started.
+struct Watched
+{
+    explicit Watched(const ServiceEnvironment &environment)
+        : service(environment)
+    {
+        service.watchBackend(run.bridge());
+        run.waitForStart();
+    }
+
+    ServiceWatch service;
+    BackendRun run{"recording"};
+};
+
 /// Keeps the interpreter thread from its work.
 class Hold
 {
@@ -160,22 +174,19 @@ TEST_F(ServiceWatchTest, WithoutAManagerThereIsNothing)
 
 TEST_F(ServiceWatchTest, IsReadyWhenAFrameIsThereAndTheBackendHasAnswered)
 {
-    ServiceWatch service(environment());
-    BackendRun run("recording");
-    service.watchBackend(run.bridge());
-    run.waitForStart();
+    Watched program(environment());
     QQuickWindow window;
     const FrameCount frames(window);
     window.show();
     ASSERT_TRUE(frames.reach(1));
-    service.watchWindow(&window); // which has nothing to draw any more
+    program.service.watchWindow(&window); // which has nothing to draw any more
     Gui::instance().setStatus(QStringLiteral("Bild da"));
     EXPECT_TRUE(receives("STATUS=Bild da"));
     Q_EMIT Gui::instance().toPy(Gui::DeleteWarnings, QJSValue()); // no answer to Ready
     answerReady();
     EXPECT_TRUE(receives("READY=1"));
     answerReady();
-    service.end();
+    program.service.end();
     EXPECT_TRUE(eventually([&] {
         const QByteArray message = m_manager.receive();
         EXPECT_NE(message, "READY=1") << "it is told once";
@@ -219,12 +230,9 @@ TEST_F(ServiceWatchTest, TheStatusIsThatOfTheSingletonsFromAnyThread)
 
 TEST_F(ServiceWatchTest, IsFedWhileAllPartsAnswer)
 {
-    ServiceWatch service(environment(500ms));
-    BackendRun run("recording");
-    service.watchBackend(run.bridge());
-    run.waitForStart();
+    Watched program(environment(500ms));
     auto window = std::make_unique<QQuickWindow>();
-    becomeReady(service, *window);
+    becomeReady(program.service, *window);
     const FrameCount frames(*window);
     EXPECT_TRUE(isFedOn()) << "a window that is seen";
     EXPECT_TRUE(frames.reach(5)) << "which draws for nothing else";
@@ -232,19 +240,16 @@ TEST_F(ServiceWatchTest, IsFedWhileAllPartsAnswer)
     EXPECT_TRUE(isFedOn()) << "one that nobody sees";
     window.reset();
     EXPECT_TRUE(isFedOn()) << "none";
-    run.bridge().stopPython();
-    service.pythonEnded();
+    program.run.bridge().stopPython();
+    program.service.pythonEnded();
     EXPECT_TRUE(isFedOn()) << "without Python";
 }
 
 TEST_F(ServiceWatchTest, AWindowThatHidesOwesNoFrame)
 {
-    ServiceWatch service(environment(500ms));
-    BackendRun run("recording");
-    service.watchBackend(run.bridge());
-    run.waitForStart();
+    Watched program(environment(500ms));
     QQuickWindow window;
-    becomeReady(service, window);
+    becomeReady(program.service, window);
     Painter painter(window);
     painter.rest([&window] { window.hide(); });
     for (int hidden = 0; hidden < 3; ++hidden) {
@@ -256,12 +261,9 @@ TEST_F(ServiceWatchTest, AWindowThatHidesOwesNoFrame)
 
 TEST_F(ServiceWatchTest, AWindowThatDoesNotDrawIsNamed)
 {
-    ServiceWatch service(environment(1s));
-    BackendRun run("recording");
-    service.watchBackend(run.bridge());
-    run.waitForStart();
+    Watched program(environment(1s));
     QQuickWindow window;
-    becomeReady(service, window);
+    becomeReady(program.service, window);
     Painter painter(window);
     // Whatever else comes to the window is no frame.
     painter.rest([&window] { QCoreApplication::postEvent(&window, new QEvent(QEvent::User)); });
@@ -281,13 +283,10 @@ TEST_F(ServiceWatchTest, WithoutScreensOrBackendNobodyIsReady)
 
 TEST_F(ServiceWatchTest, AnInterpreterThatHangsIsNamed)
 {
-    ServiceWatch service(environment(1s));
-    BackendRun run("recording");
-    service.watchBackend(run.bridge());
-    run.waitForStart();
+    Watched program(environment(1s));
     QQuickWindow window;
-    becomeReady(service, window);
-    Hold hold(run.bridge());
+    becomeReady(program.service, window);
+    Hold hold(program.run.bridge());
     EXPECT_TRUE(isTold(QtCriticalMsg, "Seit 750 ms steht der Interpreter-Thread."));
     hold.end();
     EXPECT_TRUE(isTold(QtWarningMsg, "Es antworten wieder alle."));
@@ -296,12 +295,9 @@ TEST_F(ServiceWatchTest, AnInterpreterThatHangsIsNamed)
 
 TEST_F(ServiceWatchTest, AGuiThreadThatStandsIsNamed)
 {
-    ServiceWatch service(environment(1s));
-    BackendRun run("recording");
-    service.watchBackend(run.bridge());
-    run.waitForStart();
+    Watched program(environment(1s));
     QQuickWindow window;
-    becomeReady(service, window);
+    becomeReady(program.service, window);
     EXPECT_TRUE(m_log.waitFor(QStringLiteral("Seit 750 ms steht der GUI-Thread."))); // standing itself
     EXPECT_TRUE(isFedOn());
     EXPECT_TRUE(m_log.waitFor(QStringLiteral("Es antworten wieder alle.")));
