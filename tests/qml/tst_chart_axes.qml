@@ -45,6 +45,9 @@ Item {
             function test_title_is_shown_as_it_stands() {
                 set("chart.Chart.current_name = '<b>Fass</b> & \"  4\"'");
                 compare(part("chartView").title, Texts.escaped("<b>Fass</b> & \"  4\""));
+                set("chart.Chart.current_name = 'x' * 1000");
+                draw(page);
+                verify(part("chartView").plotArea.width > page.width / 2);
             }
 
             // Of a title that finds no room the chart lays out each half anew, with a memory that no machine has.

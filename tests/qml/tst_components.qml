@@ -256,8 +256,8 @@ Item {
             const button = make(checkButtonComponent);
             Backend.run("gui.Gui.fsize_m = 1000");
             compare(button.font.pointSize, 200);
-            Backend.run("gui.Gui.fsize_m = 16");
-            compare(button.font.pointSize, 16);
+            Backend.run(`gui.Gui.fsize_m = ${Gui.fSizeMDefault}`);
+            compare(button.font.pointSize, Gui.fSizeMDefault);
         }
 
         function test_output_button_shows_the_state() {

@@ -19,8 +19,11 @@
 #include <iterator>
 #include <memory>
 #include <utility>
+#include <vector>
 
 using namespace std::chrono_literals;
+using testing::Contains;
+using testing::Not;
 
 namespace {
 
@@ -50,6 +53,24 @@ protected:
     bool isTold(QtMsgType level, const char *text) const
     {
         return eventually([&] { return !m_log.texts(level).filter(QString::fromUtf8(text)).isEmpty(); });
+    }
+    /// Handles events until this part has been missed and named, lets it answer, and sees that all is well.
+    template <typename Function> void expectNamed(const char *part, const Function &goOn)
+    {
+        EXPECT_TRUE(isTold(QtCriticalMsg, part));
+        goOn();
+        EXPECT_TRUE(isTold(QtWarningMsg, "Es antworten wieder alle."));
+        EXPECT_TRUE(isFedOn());
+    }
+    /// What has not been received yet, up to the end that is told.
+    std::vector<QByteArray> untilEnd()
+    {
+        std::vector<QByteArray> messages;
+        EXPECT_TRUE(eventually([&] {
+            messages.push_back(m_manager.receive());
+            return messages.back() == "STOPPING=1";
+        }));
+        return messages;
     }
     static void answerReady() { Q_EMIT Gui::instance().toPy(Gui::Ready, QJSValue()); }
 
@@ -187,11 +208,7 @@ TEST_F(ServiceWatchTest, IsReadyWhenAFrameIsThereAndTheBackendHasAnswered)
     EXPECT_TRUE(receives("READY=1"));
     answerReady();
     program.service.end();
-    EXPECT_TRUE(eventually([&] {
-        const QByteArray message = m_manager.receive();
-        EXPECT_NE(message, "READY=1") << "it is told once";
-        return message == "STOPPING=1";
-    }));
+    EXPECT_THAT(untilEnd(), Not(Contains("READY=1"))) << "it is told once";
 }
 
 TEST_F(ServiceWatchTest, ABackendThatHasNotStartedIsNotReady)
@@ -208,12 +225,7 @@ TEST_F(ServiceWatchTest, ABackendThatHasNotStartedIsNotReady)
         answerReady();
         service.end();
     }
-    QByteArray message;
-    do {
-        message = m_manager.receive();
-        EXPECT_NE(message, "READY=1");
-    } while (message != "STOPPING=1" && message != "(nothing)");
-    EXPECT_EQ(message, "STOPPING=1") << "what was told before the end of the thread is told";
+    EXPECT_THAT(untilEnd(), Not(Contains("READY=1"))) << "what was told before the thread's end is told";
 }
 
 TEST_F(ServiceWatchTest, TheStatusIsThatOfTheSingletonsFromAnyThread)
@@ -267,10 +279,7 @@ TEST_F(ServiceWatchTest, AWindowThatDoesNotDrawIsNamed)
     Painter painter(window);
     // Whatever else comes to the window is no frame.
     painter.rest([&window] { QCoreApplication::postEvent(&window, new QEvent(QEvent::User)); });
-    EXPECT_TRUE(isTold(QtCriticalMsg, "Seit 750 ms steht das Zeichnen."));
-    painter.goOn();
-    EXPECT_TRUE(isTold(QtWarningMsg, "Es antworten wieder alle."));
-    EXPECT_TRUE(isFedOn());
+    expectNamed("Seit 750 ms steht das Zeichnen.", [&painter] { painter.goOn(); });
 }
 
 TEST_F(ServiceWatchTest, WithoutScreensOrBackendNobodyIsReady)
@@ -278,7 +287,7 @@ TEST_F(ServiceWatchTest, WithoutScreensOrBackendNobodyIsReady)
     ServiceWatch service(environment(100ms));
     service.watchWindow(nullptr);
     service.end();
-    EXPECT_TRUE(receives("STOPPING=1"));
+    EXPECT_THAT(untilEnd(), Not(Contains("READY=1")));
 }
 
 TEST_F(ServiceWatchTest, AnInterpreterThatHangsIsNamed)
@@ -287,10 +296,7 @@ TEST_F(ServiceWatchTest, AnInterpreterThatHangsIsNamed)
     QQuickWindow window;
     becomeReady(program.service, window);
     Hold hold(program.run.bridge());
-    EXPECT_TRUE(isTold(QtCriticalMsg, "Seit 750 ms steht der Interpreter-Thread."));
-    hold.end();
-    EXPECT_TRUE(isTold(QtWarningMsg, "Es antworten wieder alle."));
-    EXPECT_TRUE(isFedOn());
+    expectNamed("Seit 750 ms steht der Interpreter-Thread.", [&hold] { hold.end(); });
 }
 
 TEST_F(ServiceWatchTest, AGuiThreadThatStandsIsNamed)

@@ -5,8 +5,9 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
+#include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
