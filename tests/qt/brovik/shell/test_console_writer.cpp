@@ -13,6 +13,7 @@
 #include <QTextBlock>
 #include <QTextFragment>
 
+#include <algorithm>
 #include <memory>
 #include <set>
 
@@ -147,6 +148,22 @@ TEST_F(ConsoleWriterTest, WhatIsTooLongForALayoutIsPlainAndInPieces)
     EXPECT_TRUE(eventually([this] { return document().blockCount() == lineCount + 42; }));
     EXPECT_EQ(end().charFormat().foreground().color(), QColor(Qt::red));
     EXPECT_EQ(document().toPlainText().count(QStringLiteral("<")), 2 * letters / 3);
+}
+
+TEST_F(ConsoleWriterTest, FloodsLeaveTurnsToTheScreens)
+{
+    constexpr int letters = 200'000;
+    constexpr int atOnce = 20'000;
+    int longest = 0;
+    QObject::connect(&document(), &QTextDocument::contentsChange, &writer(),
+                     [&longest](int, int, int added) { longest = std::max(longest, added); });
+    // So that no number of pieces comes to exactly what is written at once.
+    Q_EMIT Shell::instance().appendStdout(QStringLiteral("davor"));
+    Q_EMIT Shell::instance().appendStdout(QStringLiteral("x").repeated(letters));
+    EXPECT_TRUE(eventually([this] { return document().blockCount() == lineCount + 1 + letters / 1000; }));
+    // The last piece of a turn may be begun with little room left, and each line has its end.
+    EXPECT_LT(longest, atOnce + 1'100);
+    EXPECT_GT(longest, 0);
 }
 
 TEST_F(ConsoleWriterTest, WhatWaitsIsClearedToo)
