@@ -155,12 +155,14 @@ TEST_F(ConsoleWriterTest, FloodsLeaveTurnsToTheScreens)
     constexpr int letters = 200'000;
     constexpr int atOnce = 20'000;
     int longest = 0;
-    QObject::connect(&document(), &QTextDocument::contentsChange, &writer(),
-                     [&longest](int, int, int added) { longest = std::max(longest, added); });
+    const auto connection =
+        QObject::connect(&document(), &QTextDocument::contentsChange,
+                         [&longest](int, int, int added) { longest = std::max(longest, added); });
     // So that no number of pieces comes to exactly what is written at once.
     Q_EMIT Shell::instance().appendStdout(QStringLiteral("davor"));
     Q_EMIT Shell::instance().appendStdout(QStringLiteral("x").repeated(letters));
     EXPECT_TRUE(eventually([this] { return document().blockCount() == lineCount + 1 + letters / 1000; }));
+    QObject::disconnect(connection);
     // The last piece of a turn may be begun with little room left, and each line has its end.
     EXPECT_LT(longest, atOnce + 1'100);
     EXPECT_GT(longest, 0);
