@@ -68,7 +68,6 @@ class Charts:  # pylint: disable=too-few-public-methods
         self._limits = library.limits
         self._told = library.stored.told
         self._show_list()
-        self._remove_surplus()
 
     def act(self, enum: ChartEnum, value: object) -> None:
         """Does what the operator has asked for."""

@@ -41,7 +41,7 @@ class Upkeep:
 
     def due(self) -> list[Plan]:
         """The plans that are due, in their order."""
-        return [plan for plan in self._plans if self._reading(plan) - self._done[plan.key] >= plan.every]
+        return [plan for plan in self._plans if self._gone_on(plan) >= plan.every]
 
     def index(self, plan: Plan) -> int:
         """The place of a plan among all."""
@@ -53,8 +53,18 @@ class Upkeep:
         details = {"plan": plan.key, "counter": plan.counter, "reading": reading, "done": done}
         JOURNAL.add(Kind.MAINTENANCE, Event.ACKNOWLEDGED, plan.text, DONE if done else LATER, details)
         if done:
-            self._done[plan.key] = reading
-            self._writer.submit(Change(MAINTENANCE, {plan.key: reading}))
+            self._count_from(plan, reading)
+
+    def _gone_on(self, plan: Plan) -> float:
+        reading = self._reading(plan)
+        if reading < self._done[plan.key]:
+            # The clock was ahead when it was worked off, and has been put right since.
+            self._count_from(plan, reading)
+        return reading - self._done[plan.key]
+
+    def _count_from(self, plan: Plan, reading: float) -> None:
+        self._done[plan.key] = reading
+        self._writer.submit(Change(MAINTENANCE, {plan.key: reading}))
 
     def _reading(self, plan: Plan) -> float:
         if plan.counter == DAYS:

@@ -44,7 +44,16 @@ class ChartLimitsTest(unittest.TestCase):
         charts = [chart("neu", 9), chart("genau", 10), chart("alt", 11), unnamed(12)]
         self.assertEqual(ChartLimits(0, 10).surplus(charts, NOW), [unnamed(12).name, "alt"])
         later = NOW + timedelta(minutes=1)
-        self.assertEqual(ChartLimits(0, 10).surplus(charts, later), [unnamed(12).name, "alt", "genau"])
+        self.assertEqual(ChartLimits(0, 10).surplus(charts[:3], later), ["alt", "genau"])
+
+    def test_a_clock_that_is_ahead(self) -> None:
+        """It costs two charts for each one that is saved under it, not all that there are."""
+        charts = [chart(str(days), days) for days in range(1, 9)]
+        for years_ahead in (1, 100):
+            with self.subTest(years_ahead):
+                wrong = NOW + timedelta(days=365 * years_ahead)
+                self.assertEqual(ChartLimits(0, 10).surplus(charts, wrong), ["8", "7"])
+                self.assertEqual(ChartLimits(4, 10).surplus(charts, wrong), ["8", "7", "6", "5"])
 
     def test_both(self) -> None:
         """What goes by its age makes room."""

@@ -144,6 +144,20 @@ class UpkeepTest(unittest.TestCase):
         self.assertEqual(self.stored(), {})
         self.assertEqual(self.journal[0].text, "Später")
 
+    def test_clock_put_right(self) -> None:
+        """What was worked off under a clock that was years ahead is due in its time all the same."""
+        right = self.today
+        self.today = date(2036, 1, 1)
+        upkeep = self.make(seal=100.0, hoses=float(right.toordinal()))
+        upkeep.answer(upkeep.due()[0], True)
+        self.today = right
+        self.assertEqual(upkeep.due(), [])
+        self.today = right + timedelta(89)
+        self.assertEqual(upkeep.due(), [])
+        self.today = right + timedelta(90)
+        self.assertEqual([plan.key for plan in upkeep.due()], ["hoses"])
+        self.assertEqual(self.stored(), {"hoses": float(right.toordinal())})
+
     def test_nonsense(self) -> None:
         """What is stored and no reading counts as new."""
         strange: tuple[object, ...] = ("viel", None, True, float("nan"), [])
