@@ -17,6 +17,10 @@ using testing::IsEmpty;
 
 namespace {
 
+/// What only an error of Python comes of, which nobody has thrown.
+struct Unloadable
+{};
+
 /// A bound function that hands back what it gets.
 template <typename Type> void bindEcho(py::module_ &module, const char *name)
 {
@@ -38,6 +42,15 @@ protected:
 };
 
 } // namespace
+
+template <> struct adapter_detail::Loader<Unloadable>
+{
+    static Unloadable load(const py::handle & /*object*/)
+    {
+        PyErr_SetString(PyExc_RuntimeError, "so");
+        return {};
+    }
+};
 
 PYBIND11_EMBEDDED_MODULE(_echo, module)
 {
@@ -139,4 +152,11 @@ TEST_F(TypesTest, APartThatCannotBeCastIsLoggedAndGivesTheDefault)
     EXPECT_EQ(reprOf("points([(1, 2), (None, 1)])"), "[]");
     EXPECT_EQ(log.texts(QtCriticalMsg).filter(QStringLiteral("py::cast_error: Unable to cast")).size(), 2);
     EXPECT_THAT(exceptions, IsEmpty());
+}
+
+TEST_F(TypesTest, AnErrorThatIsLeftPendingIsNoMatch)
+{
+    Unloadable target;
+    EXPECT_FALSE(adapter_detail::loadGuarded(target, py::none()));
+    EXPECT_EQ(PyErr_Occurred(), nullptr);
 }

@@ -1,0 +1,87 @@
+#include "shared/qml_records.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QPointer>
+
+namespace {
+
+class Record : public QObject
+{
+public:
+    Record() = default;
+    Record(const Record & /*other*/)
+        : QObject()
+    {}
+};
+
+class Owner : public QObject
+{
+    Q_OBJECT
+
+public:
+    RecordList<Record> records;
+    QmlRecords<Record> shown{records, *this, &Owner::changed};
+
+    Owner() { records.append({}); }
+
+Q_SIGNALS:
+    void changed();
+};
+
+class Copies : public QmlGenerations
+{
+public:
+    explicit Copies(const Owner &owner)
+        : QmlGenerations(owner, &Owner::changed)
+    {}
+
+    QPointer<QObject> add()
+    {
+        QPointer<QObject> copy = new QObject;
+        adopt(*copy);
+        return copy;
+    }
+
+    bool anyRest() { return !QAbstractEventDispatcher::instance()->registeredTimers(this).isEmpty(); }
+};
+
+void handleEventsUntilGone(const QPointer<QObject> &copy)
+{
+    while (copy != nullptr) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+} // namespace
+
+TEST(QmlRecords, GivesNothingForARecordThatHasGone)
+{
+    Owner owner;
+    QQmlListProperty<Record> property = owner.shown.property(&owner);
+    EXPECT_EQ(property.count(&property), 1);
+    EXPECT_NE(property.at(&property, 0), nullptr);
+    EXPECT_EQ(property.at(&property, 1), nullptr);
+}
+
+TEST(QmlGenerations, TheTimerEndsWithWhatHasRested)
+{
+    Owner owner;
+    Copies copies(owner);
+    for (int round = 0; round < 2; ++round) {
+        const QPointer<QObject> shown = copies.add();
+        EXPECT_FALSE(copies.anyRest());
+        Q_EMIT owner.changed();
+        const QPointer<QObject> next = copies.add();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(copies.anyRest());
+        EXPECT_NE(shown, nullptr);
+        handleEventsUntilGone(shown);
+        EXPECT_NE(next, nullptr);
+        EXPECT_FALSE(copies.anyRest());
+    }
+}
+
+#include "test_qml_records.moc"
