@@ -69,7 +69,7 @@ void PythonStacks::write()
 {
     struct sigaction action = {};
     sigaction(stackSignal(), nullptr, &action);
-    if (action.sa_handler != SIG_DFL && action.sa_handler != SIG_IGN) {
+    if (action.sa_handler != SIG_DFL) {
         pthread_kill(pthread_self(), stackSignal());
     }
 }

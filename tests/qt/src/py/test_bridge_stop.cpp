@@ -1,5 +1,6 @@
 #include "bridge_test.h"
 #include "log_capture.h"
+#include "src/py/backend_activity.h"
 
 #include <pybind11/embed.h>
 
@@ -51,9 +52,13 @@ private:
     static inline PyMemAllocatorEx python = {};
 };
 
+/// What the interpreter's thread was busy with whenever a state was made.
+QStringList activities;
+
 /// That of a thread which has not begun.
 void makeThreadState()
 {
+    activities.append(BackendActivity::text());
     WatchedMemory::add(PyThreadState_New(PyInterpreterState_Get()));
 }
 
@@ -136,4 +141,6 @@ TEST_F(BridgeTest, StatesOfThreadsThatMayStillBeginOutlivePython)
     }
     EXPECT_EQ(WatchedMemory::count, 2U) << "one before and one after the exit functions of the host";
     EXPECT_FALSE(WatchedMemory::anyFreed);
+    EXPECT_THAT(activities,
+                ElementsAre(QStringLiteral("den Start von Python"), QStringLiteral("das Ende von Python")));
 }
