@@ -5,6 +5,7 @@
 #include "shared/screen_engine.h"
 #include "src/command_line.h"
 #include "src/end_watch.h"
+#include "src/exit_guard.h"
 #include "src/forked_children.h"
 #include "src/identity.h"
 #include "src/instance_guard.h"
@@ -173,6 +174,11 @@ int runApplication(int argc, char **argv, const PlatformPaths &paths)
     ServiceWatch service(serviceEnvironment);
     Bridge bridge(arguments.python, commandLine.makeStubs(), paths.backendDir);
     hookToStop(bridge, endWatch, service);
+    const ExitGuard exitGuard([&endWatch](const char *cause) { endWatch.limit(cause); },
+                              [&service, &bridge] {
+                                  service.end();
+                                  bridge.stopPython();
+                              });
     service.watchBackend(bridge);
     Gui::instance().setBackendControl(&bridge);
     const int result = commandLine.makeStubs() ? 0 : runScreens(application, service, commandLine, paths);

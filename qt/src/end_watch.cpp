@@ -2,6 +2,7 @@
 
 #include "shared/gui_thread.h"
 #include "shared/log.h"
+#include "src/exit_guard.h"
 #include "src/py/backend_activity.h"
 #include "src/py/end_signals.h"
 #include "src/py/python_stacks.h"
@@ -22,14 +23,14 @@ namespace {
 
 /// Between two lines that say what is waited for.
 constexpr std::chrono::seconds linePeriod(1);
-/// From a signal to the end by force.
+/// From what asks for the end to the end by force.
 constexpr std::chrono::seconds patience(10);
 /// The end by force has this long to say so.
 constexpr std::chrono::seconds respite(2);
 
 [[noreturn]] void leave(int /*signal*/)
 {
-    _exit(EXIT_FAILURE);
+    leaveAtOnce(EXIT_FAILURE);
 }
 
 /// Leaves the process after this time even if no thread gets anything done, for example because nobody reads
@@ -96,9 +97,23 @@ public:
 
     void finish()
     {
-        if (m_signal == 0) {
+        if (m_cause.isEmpty()) {
             m_line.stop();
         }
+    }
+
+    /// Whether this cause is the first one.
+    bool limit(const QByteArray &cause)
+    {
+        if (!m_cause.isEmpty()) {
+            return false;
+        }
+        m_cause = cause;
+        leaveAfter(patience + respite);
+        logInfo("%s: Das Programm wird beendet.", cause.constData());
+        begin();
+        QTimer::singleShot(patience, Qt::PreciseTimer, this, &EndWatcher::giveUp);
+        return true;
     }
 
 private:
@@ -106,20 +121,10 @@ private:
     {
         unsigned char signal = 0;
         while (::read(EndSignals::descriptor(), &signal, 1) == 1) {
-            if (m_signal == 0) {
-                endBy(signal);
+            if (limit(EndSignals::name(signal))) {
+                QMetaObject::invokeMethod(qApp, closeProgram, Qt::QueuedConnection);
             }
         }
-    }
-
-    void endBy(int signal)
-    {
-        m_signal = signal;
-        leaveAfter(patience + respite);
-        logInfo("%s: Das Programm wird beendet.", EndSignals::name(signal));
-        QMetaObject::invokeMethod(qApp, closeProgram, Qt::QueuedConnection);
-        begin();
-        QTimer::singleShot(patience, Qt::PreciseTimer, this, &EndWatcher::giveUp);
     }
 
     void tell() const
@@ -134,18 +139,18 @@ private:
     {
         // GCOVR_EXCL_BR_START: what the process has come to goes with it
         logCritical("%s: Das Programm wartet noch immer auf %s und wird abgebrochen. Die Python-Threads:",
-                    EndSignals::name(m_signal), qUtf8Printable(awaited()));
+                    m_cause.constData(), qUtf8Printable(awaited()));
         // The threads run on while their stacks are read, so the reading may crash.
         std::signal(SIGSEGV, leave);
         PythonStacks::write();
-        leave(m_signal);
+        leaveAtOnce(EXIT_FAILURE);
         // GCOVR_EXCL_BR_STOP
     }
 
     QTimer m_line{this};
     QElapsedTimer m_since;
-    /// The first one that came; 0 if none has.
-    int m_signal = 0;
+    /// What asked for the end first; empty if nothing has.
+    QByteArray m_cause;
 };
 
 EndWatch::EndWatch()
@@ -176,4 +181,10 @@ void EndWatch::finish()
 {
     Q_ASSERT(onGuiThread());
     QMetaObject::invokeMethod(m_watcher, &EndWatcher::finish, Qt::QueuedConnection);
+}
+
+void EndWatch::limit(const QByteArray &cause)
+{
+    QMetaObject::invokeMethod(
+        m_watcher, [watcher = m_watcher, cause] { watcher->limit(cause); }, Qt::QueuedConnection);
 }

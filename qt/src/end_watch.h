@@ -21,6 +21,8 @@ public:
     void begin();
     /// What was waited for is over.
     void finish();
+    /// The program is about to end for this cause, in no more time than after a signal. Any thread.
+    void limit(const QByteArray &cause);
 
 private:
     QThread m_thread;

@@ -1,6 +1,7 @@
 #include "src/forked_children.h"
 
 #include "shared/gui_thread.h"
+#include "src/exit_guard.h"
 
 #include <QtGlobal>
 
@@ -58,7 +59,7 @@ void closeDisplay()
 void endAtOnce(int status, void * /*nothing*/)
 {
     std::fflush(nullptr);
-    _exit(status);
+    leaveAtOnce(status);
 }
 
 /// Within the child. To register a handler takes a lock of the C library, which is held for no longer than

@@ -1,6 +1,7 @@
 #include "src/message_handler.h"
 
 #include "shared/log.h"
+#include "src/exit_guard.h"
 #include "src/service_journal.h"
 
 #include <QDateTime>
@@ -11,7 +12,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <unistd.h>
 
 namespace {
 
@@ -58,12 +58,12 @@ bool otherThreadsRun()
 {
     static std::atomic_flag ending;
     if (ending.test_and_set()) {
-        _exit(EXIT_FAILURE);
+        leaveAtOnce(EXIT_FAILURE);
     }
     // Within a message Qt takes another one to its own handler, which aborts after a fatal one.
-    std::signal(SIGABRT, [](int /*signal*/) { _exit(EXIT_FAILURE); });
+    std::signal(SIGABRT, [](int /*signal*/) { leaveAtOnce(EXIT_FAILURE); });
     if (otherThreadsRun()) {
-        std::atexit([] { _exit(EXIT_FAILURE); });
+        leaveAtOnce(EXIT_FAILURE);
     }
     std::exit(EXIT_FAILURE);
 }

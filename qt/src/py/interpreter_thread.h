@@ -9,3 +9,6 @@ void becomeInterpreterThread();
 ///
 /// What runs on the interpreter thread alone asserts this at its entry: `Q_ASSERT(onInterpreterThread())`.
 bool onInterpreterThread();
+
+/// Whether Python runs, and this thread has the GIL just now. Any thread, also while there is no Python.
+bool holdsGil();

@@ -13,7 +13,7 @@ class Record : public QObject
 public:
     Record() = default;
     Record(const Record & /*other*/)
-        : QObject()
+        : QObject(nullptr)
     {}
 };
 

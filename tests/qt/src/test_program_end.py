@@ -158,6 +158,21 @@ class EndTest(ProgramCase):
                 program.send_signal(signal.SIGTERM)
                 self.assertEqual(program.wait(PATIENCE), 1)
 
+    def test_end_by_a_library(self) -> None:
+        """A library that ends the process has the program end first, and the backend."""
+        run = self.start("library")
+        self.assertEqual(run.end(), 3, run.lines)
+        self.assertIn("goodbye\n", run.lines)
+        self.assertRegex("".join(run.lines), r"(?m)^\[INFO \].* exit\(3\): Das Programm wird beendet\.$")
+        self.assertNotIn("Das Ende wartet", "".join(run.lines))
+
+    def test_end_at_once(self) -> None:
+        """The backend may leave without a farewell."""
+        run = self.start("python")
+        self.assertEqual(run.end(), 7, run.lines)
+        self.assertNotIn("goodbye\n", run.lines)
+        self.assertNotIn("Das Programm wird beendet.", "".join(run.lines))
+
     def test_children_have_no_handlers(self) -> None:
         """What the backend starts is ended by a signal as ever, and by itself."""
         run = self.start("child", TEST_CODE="0")

@@ -54,6 +54,10 @@ class Desktop:
     ) -> None:
         self._stop()
 
+    def kill_display(self) -> None:
+        """Ends the X server as if it had crashed."""
+        self._servers[0].kill()
+
     def _folder(self, name: str) -> Path:
         folder = self.directory / name
         folder.mkdir(mode=0o700)

@@ -1,6 +1,7 @@
 """Ends late, or not at all: it waits at the place that TEST_PLACE names until its input goes on."""
 
 import atexit
+import ctypes
 import os
 import signal
 import subprocess
@@ -44,6 +45,12 @@ def _end_a_child() -> None:
     with subprocess.Popen(["sleep", "1000"]) as child:
         child.terminate()
         print("child", child.wait())
+
+
+def _call_from_c(function: str) -> None:
+    """Ends the process as a library would, on a thread of its own."""
+    code = 3
+    threading.Thread(target=getattr(ctypes.CDLL(None), function), args=(code,), daemon=True).start()
 
 
 # What the class has is called by Python itself.
@@ -98,6 +105,10 @@ def gui_value_from_cpp(what: GuiEnum, _value: object) -> None:
             _wait()
         case "handler of a press":
             _set_own_handlers()
+        case "library":
+            _call_from_c("exit")
+        case "python":
+            os._exit(7)  # pylint: disable=protected-access  # what is tried here
         case "full":
             while True:
                 print("more and more", file=sys.stderr)
