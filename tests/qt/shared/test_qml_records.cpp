@@ -8,11 +8,11 @@
 
 namespace {
 
-class Record : public QObject
+class Element : public QObject
 {
 public:
-    Record() = default;
-    Record(const Record & /*other*/)
+    Element() = default;
+    Element(const Element & /*other*/)
         : QObject(nullptr)
     {}
 };
@@ -22,8 +22,8 @@ class Owner : public QObject
     Q_OBJECT
 
 public:
-    RecordList<Record> records;
-    QmlRecords<Record> shown{records, *this, &Owner::changed};
+    RecordList<Element> records;
+    QmlRecords<Element> shown{records, *this, &Owner::changed};
 
     Owner() { records.append({}); }
 
@@ -60,7 +60,7 @@ void handleEventsUntilGone(const QPointer<QObject> &copy)
 TEST(QmlRecords, GivesNothingForARecordThatHasGone)
 {
     Owner owner;
-    QQmlListProperty<Record> property = owner.shown.property(&owner);
+    QQmlListProperty<Element> property = owner.shown.property(&owner);
     EXPECT_EQ(property.count(&property), 1);
     EXPECT_NE(property.at(&property, 0), nullptr);
     EXPECT_EQ(property.at(&property, 1), nullptr);

@@ -1,5 +1,7 @@
 #include "src/exit_guard.h"
 
+#include "shared/gui_thread.h"
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -18,8 +20,7 @@ constexpr int status = 3;
 
 void tell(const char *text)
 {
-    std::cerr << text << (QThread::currentThread() == qApp->thread() ? " on the GUI thread" : " elsewhere")
-              << '\n';
+    std::cerr << text << (onGuiThread() ? " on the GUI thread" : " elsewhere") << '\n';
 }
 
 /// Each test is a process of its own, which tells what happens and is ended by something.
