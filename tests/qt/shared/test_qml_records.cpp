@@ -66,6 +66,16 @@ TEST(QmlRecords, GivesNothingForARecordThatHasGone)
     EXPECT_EQ(property.at(&property, 1), nullptr);
 }
 
+TEST(QmlRecords, KeepsWhatItHasGivenFromTheGarbageCollector)
+{
+    Owner owner;
+    QQmlListProperty<Element> property = owner.shown.property(&owner);
+    Element *const given = property.at(&property, 0);
+    ASSERT_NE(given, nullptr);
+    EXPECT_NE(given->parent(), nullptr);
+    EXPECT_EQ(QJSEngine::objectOwnership(given), QJSEngine::CppOwnership);
+}
+
 TEST(QmlGenerations, TheTimerEndsWithWhatHasRested)
 {
     Owner owner;
