@@ -23,6 +23,8 @@ std::function<void()> bringAboutEnd;
 pthread_t ownThread = {};
 pid_t process = 0;
 
+// GCOVR_EXCL_BR_START: what the process has come to goes with it
+
 /// A fork of the process has no machine to look after.
 bool isGuarded()
 {
@@ -59,6 +61,8 @@ bool onItsThread()
     }
 }
 
+// GCOVR_EXCL_BR_STOP
+
 [[noreturn]] void exitUnguarded(int status)
 {
     using Exit = void (*)(int);
@@ -94,6 +98,8 @@ void leaveAtOnce(int status)
 
 // In place of those of the C library for all that calls them, in whatever library.
 
+// GCOVR_EXCL_BR_START: what the process has come to goes with it
+
 extern "C" [[gnu::visibility("default")]] void exit(int status) noexcept
 {
     if (isGuarded()) {
@@ -109,3 +115,5 @@ extern "C" [[gnu::visibility("default")]] void _exit(int status)
     }
     leaveAtOnce(status);
 }
+
+// GCOVR_EXCL_BR_STOP
