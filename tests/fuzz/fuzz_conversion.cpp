@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <optional>
 
 namespace py = pybind11;
@@ -303,13 +304,18 @@ QJSValue consumeScript(FuzzedDataProvider &data, QVariant &expected, int depth =
     }
     default: {
         QVariantMap items;
-        QJSValue object = screenEngine->newObject();
+        std::map<QString, QJSValue> scripts;
         for (int count = data.ConsumeIntegralInRange(0, 5); count > 0; --count) {
-            // A screen writes such a name as a text, which is no reference to its prototype.
             const QString name = QString::fromUtf8(consumeText(data, 16).toUtf8());
             QVariant value;
-            object.setProperty(name, consumeScript(data, value, depth + 1));
+            scripts[name] = consumeScript(data, value, depth + 1);
             items.insert(name, value);
+        }
+        // Its names come first: setProperty() takes a new "__proto__" for the prototype, which a screen that
+        // writes such a name as a text does not mean.
+        QJSValue object = screenEngine->toScriptValue(items);
+        for (const auto &[name, script] : scripts) {
+            object.setProperty(name, script);
         }
         expected = items;
         return object;

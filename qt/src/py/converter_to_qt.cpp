@@ -100,7 +100,7 @@ struct ScriptBuilder
         if (screenEngine == nullptr) {
             qFatal("engine is nicht mehr verfügbar (engine->newObject())");
         }
-        QJSValue result = screenEngine->newObject();
+        QJSValue result = emptyObject(object);
         forEachItem(object, [&](const QString &key, const py::handle &value) {
             result.setProperty(key, fromPython<ScriptBuilder>(value, object));
         });
@@ -119,6 +119,18 @@ struct ScriptBuilder
             result.setProperty(index++, convert(element));
         }
         return result;
+    }
+
+private:
+    /// setProperty() takes a new "__proto__" for the prototype; one that is there already is an item like all
+    /// others.
+    static QJSValue emptyObject(const py::handle &dict)
+    {
+        constexpr const char *prototype = "__proto__";
+        if (PyDict_GetItemString(dict.ptr(), prototype) == nullptr) {
+            return screenEngine->newObject();
+        }
+        return screenEngine->toScriptValue(QVariantMap{{QLatin1String(prototype), QVariant()}});
     }
 };
 

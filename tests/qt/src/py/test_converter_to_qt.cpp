@@ -236,6 +236,18 @@ TEST_F(ConverterToQt, PythonToScript)
     screenEngine.reset();
 }
 
+TEST_F(ConverterToQt, AnItemWithTheNameOfThePrototypeIsAnItem)
+{
+    screenEngine = std::make_unique<QQmlApplicationEngine>();
+    for (const char *python :
+         {"{'__proto__': None}", "{'a': 1, '__proto__': {'b': 2}}", "{'__proto__': '', 'a': 1}"}) {
+        const QJSValue script = castPy2Qt<QJSValue>(py::eval(python));
+        EXPECT_TRUE(castQt2Py(script).equal(py::eval(python))) << python;
+        EXPECT_TRUE(script.property(QStringLiteral("b")).isUndefined()) << python;
+    }
+    screenEngine.reset();
+}
+
 TEST_F(ConverterToQt, WithoutAnEngineScriptContainersAreFatal)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
